@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace Kor {
+
+/// Where a reader takes its bytes from, in blocks.
+class ByteSource {
+public:
+    virtual ~ByteSource() = default;
+
+    /// Reads up to `capacity` bytes; 0 at the end or after a failure.
+    virtual size_t Read(char* buffer, size_t capacity) = 0;
+};
+
+/// Where a writer puts its bytes, in blocks.
+class ByteSink {
+public:
+    virtual ~ByteSink() = default;
+
+    /// Takes all of the bytes; false when that failed.
+    virtual bool Write(std::string_view bytes) = 0;
+};
+
+/// Bytes from memory; the text must outlive the source.
+class MemorySource : public ByteSource {
+public:
+    explicit MemorySource(std::string_view text) : rest_(text) {}
+
+    size_t Read(char* buffer, size_t capacity) override {
+        const size_t taken = rest_.copy(buffer, capacity);
+        rest_.remove_prefix(taken);
+        return taken;
+    }
+
+private:
+    std::string_view rest_;
+};
+
+/// Bytes into a string.
+class StringSink : public ByteSink {
+public:
+    bool Write(std::string_view bytes) override {
+        text_.append(bytes);
+        return true;
+    }
+
+    const std::string& GetText() const { return text_; }
+
+private:
+    std::string text_;
+};
+
+} // namespace Kor

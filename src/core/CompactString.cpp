@@ -1,0 +1,52 @@
+#include "core/CompactString.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <limits>
+#include <new>
+#include <utility>
+
+namespace Kor {
+
+CompactString& CompactString::operator=(const CompactString& other) {
+    if (this != &other)
+        Assign(other.View());
+    return *this;
+}
+
+CompactString& CompactString::operator=(CompactString&& other) noexcept {
+    std::swap(data_, other.data_);
+    return *this;
+}
+
+void CompactString::Assign(std::string_view text) {
+    char* fresh = nullptr;
+    if (!text.empty()) {
+        if (text.size() > std::numeric_limits<unsigned>::max() - kHeaderSize - 1)
+            throw std::bad_alloc();
+        fresh = static_cast<char*>(std::malloc(kHeaderSize + text.size() + 1));
+        if (!fresh)
+            throw std::bad_alloc();
+        const auto length = static_cast<unsigned>(text.size());
+        std::memcpy(fresh, &length, kHeaderSize);
+        std::memcpy(fresh + kHeaderSize, text.data(), text.size());
+        fresh[kHeaderSize + text.size()] = '\0';
+    }
+    Free();
+    data_ = fresh;
+}
+
+std::string_view CompactString::View() const {
+    if (!data_)
+        return {};
+    unsigned length = 0;
+    std::memcpy(&length, data_, kHeaderSize);
+    return {data_ + kHeaderSize, length};
+}
+
+void CompactString::Free() {
+    std::free(data_);
+    data_ = nullptr;
+}
+
+} // namespace Kor

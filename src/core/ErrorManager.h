@@ -1,0 +1,43 @@
+#pragma once
+
+#include <array>
+#include <memory>
+#include <vector>
+
+#include "core/ErrorItem.h"
+#include "core/IErrorListener.h"
+#include "core/Singleton.h"
+
+namespace Kor {
+
+/// Collects diagnostics until the host clears them.
+class ErrorManager : public IErrorListener, public Singleton<ErrorManager> {
+public:
+    void AddErrorItem(int level, const char* sourceName, int lineNumber,
+                      const char* message) override;
+
+    /// How often the level bits of the mask were reported. An item with several bits counts once
+    /// under each, one with none under nothing: deliberately not the number of items.
+    int GetErrorItemCount(int levelMask) const;
+
+    /// The item at a position of the whole list, whatever its level; null out of range.
+    ErrorItem* GetErrorItemAt(int index) const;
+
+    void Clear();
+
+    void Initialize() { ++useCount_; }
+    void Terminate();
+
+private:
+    friend class Singleton<ErrorManager>;
+    static constexpr int kLevelCount = 4;
+
+    ErrorManager() = default;
+    ~ErrorManager() override = default;
+
+    int useCount_ = 0;
+    std::array<unsigned, kLevelCount> counters_{};
+    std::vector<std::unique_ptr<ErrorItem>> items_;
+};
+
+} // namespace Kor

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <memory>
+#include <string_view>
+
+#include "core/CompactString.h"
+#include "core/LocalizedTextTable.h"
+#include "core/Object.h"
+
+namespace Kor {
+
+class XMLWriter;
+
+/// An object with a checked name, a comment, and labels and descriptions per language.
+class NamedObject : public Object {
+public:
+    static constexpr int kClassId = kNamedObjectClass;
+
+    NamedObject() = default;
+    /// Takes the name when it passes the name rule; otherwise the name stays empty.
+    explicit NamedObject(std::string_view name);
+
+    int GetClass() const override { return kClassId; }
+    bool ImplementsClass(int id) const override {
+        return id == kClassId || Object::ImplementsClass(id);
+    }
+
+    /// The text by which sorted lists and lookups identify the object; here the name.
+    virtual std::string_view GetKey() const { return name_.View(); }
+
+    virtual const char* GetName() const { return name_.CStr(); }
+
+    /// Takes the name and returns true when it passes the name rule; else changes nothing.
+    virtual bool SetName(const char* name);
+
+    /// Writes the labels and then the descriptions as child elements of the open element.
+    virtual void WriteToXML(XMLWriter& writer) const;
+
+    std::string_view GetNameView() const { return name_.View(); }
+
+    const char* GetComment() const;
+    void SetComment(std::string_view comment);
+
+    /// The tables to read; a shared empty one when none was ever written.
+    const LocalizedTextTable& GetLabels() const;
+    const LocalizedTextTable& GetDescriptions() const;
+
+    /// The tables to change.
+    LocalizedTextTable& EditLabels() { return EditTexts().labels; }
+    LocalizedTextTable& EditDescriptions() { return EditTexts().descriptions; }
+
+protected:
+    NamedObject(const NamedObject& other);
+
+    /// Stores a name that has been checked.
+    void StoreName(std::string_view name) { name_.Assign(name); }
+
+    /// Takes over another object's labels, descriptions and comment.
+    void CopyTexts(const NamedObject& other);
+
+private:
+    /// What most objects never have, and therefore do not carry.
+    struct Texts {
+        LocalizedTextTable labels;
+        LocalizedTextTable descriptions;
+        CompactString comment;
+    };
+
+    Texts& EditTexts();
+
+    CompactString name_;
+    std::unique_ptr<Texts> texts_;
+};
+
+} // namespace Kor

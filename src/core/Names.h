@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string_view>
+
+namespace Kor {
+
+/// The name rule: not empty, and only A-Z, a-z, 0-9 and "_". A digit may come first.
+bool IsValidName(std::string_view name);
+
+/// The rule for names with their package: as above, with dots allowed anywhere but at the ends.
+bool IsValidFullName(std::string_view name);
+
+/// Equality without regard to ASCII case.
+bool EqualsIgnoreCase(std::string_view a, std::string_view b);
+
+/// Order without regard to ASCII case: below, at or above 0.
+int CompareIgnoreCase(std::string_view a, std::string_view b);
+
+/// The character in lower case when it is an ASCII capital.
+char ToLowerAscii(char c);
+
+/// The text of a pointer that may be null: null reads as "".
+inline std::string_view TextOf(const char* text) {
+    return text ? std::string_view(text) : std::string_view();
+}
+
+} // namespace Kor

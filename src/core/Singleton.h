@@ -1,0 +1,34 @@
+#pragma once
+
+#include <new>
+
+namespace Kor {
+
+/// The process-wide object of a manager class: made on first use, null when memory ran out.
+/// The library is used from one thread, so nothing here is synchronised.
+template <class Manager> class Singleton {
+public:
+    static Manager* Get() {
+        if (!instance_)
+            instance_ = Make();
+        return instance_;
+    }
+
+    static bool Exists() { return instance_ != nullptr; }
+
+protected:
+    static void Forget() { instance_ = nullptr; }
+
+private:
+    static Manager* Make() {
+        try {
+            return new Manager();
+        } catch (const std::bad_alloc&) {
+            return nullptr;
+        }
+    }
+
+    static inline Manager* instance_ = nullptr;
+};
+
+} // namespace Kor
