@@ -1,0 +1,40 @@
+#!/usr/bin/env bash
+# The main job, from a fresh clone: builds the library and its tool, checks the sample schema and
+# scenes, and runs the example host, which loads, edits, saves, loads again and compares.
+set -euo pipefail
+# shellcheck source=scripts/lib.sh
+source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
+
+say "Setting up"
+"$rootDir/scripts/setup.sh" --build
+
+say "Building into build/demo"
+build_all demo -DCMAKE_BUILD_TYPE=Release \
+    -DOVICORE_BUILD_TESTS=OFF -DOVICORE_BUILD_BENCHMARKS=OFF
+
+tool=$rootDir/build/demo/tools/ovi
+host=$rootDir/build/demo/examples/ovi_host
+output=$rootDir/build/demo/demo-output
+cd "$rootDir"
+mapfile -t schemaFiles < <(find examples/schema -name '*.template' | sort)
+mapfile -t sceneFiles < <(find examples/scenes -name '*.asset' | sort)
+((${#schemaFiles[@]} > 0)) || fail "no sample schema below examples/schema"
+((${#sceneFiles[@]} > 0)) || fail "no sample scenes in examples/scenes"
+
+say "Checking the sample schema: ${#schemaFiles[@]} template files"
+"$tool" check --schema examples/schema "${schemaFiles[@]}" || fail "the sample schema has faults"
+
+say "Checking the sample scenes: ${#sceneFiles[@]} scene files"
+"$tool" check --schema examples/schema "${sceneFiles[@]}" || fail "the sample scenes have faults"
+
+say "Running the example host"
+rm -rf "$output"
+mkdir -p "$output"
+"$host" examples "$output" || fail "the example host"
+
+say "Done"
+echo "The library was built: build/demo/libOviCore.so"
+echo "${#schemaFiles[@]} template files and ${#sceneFiles[@]} scene files were checked: no faults."
+echo "The example host read the schema, loaded a scene, changed it and was told of every change,"
+echo "saved it, loaded it again and found the same. What it wrote lies in build/demo/demo-output:"
+ls -1 "$output"

@@ -1,0 +1,57 @@
+# Shared by the scripts: where things are, and how to build and to test. Meant to be sourced.
+# shellcheck shell=bash
+
+rootDir=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+jobs=${OVI_JOBS:-$(nproc)}
+
+say() {
+    printf '\n== %s\n' "$*"
+}
+
+fail() {
+    printf 'FAILED: %s\n' "$*" >&2
+    exit 1
+}
+
+# Configures build/<name> with the given cmake options and builds everything in it.
+build_all() {
+    local name=$1
+    shift
+    cmake -S "$rootDir" -B "$rootDir/build/$name" -G Ninja "$@"
+    cmake --build "$rootDir/build/$name" --parallel "$jobs"
+}
+
+# Configures build/<preset> with the preset of that name and builds everything in it.
+build_preset() {
+    (cd "$rootDir" && cmake --preset "$1" && cmake --build --preset "$1" --parallel "$jobs")
+}
+
+# Runs all tests of build/<name>, writes the totals to build/<name>/totals.txt in the form
+# "N passed, N failed", and fails when a test failed or none ran.
+run_tests() {
+    local buildDir=$rootDir/build/$1
+    shift
+    local log=$buildDir/ctest.log result=0
+    rm -f "$buildDir/totals.txt"
+    ctest --test-dir "$buildDir" --output-on-failure --no-tests=error --parallel "$jobs" "$@" \
+        2>&1 | tee "$log" || result=$?
+    write_totals "$log" >"$buildDir/totals.txt" || result=1
+    return "$result"
+}
+
+# Reads ctest's summary. A skipped test is neither passed nor failed; it is counted apart.
+write_totals() {
+    local log=$1 summary failed total skipped
+    summary=$(grep -E '^[0-9]+% tests passed, [0-9]+ tests failed out of [0-9]+$' "$log" || true)
+    if [[ -z $summary ]]; then
+        echo "0 passed, 1 failed"
+        return 1
+    fi
+    failed=$(sed -E 's/.* ([0-9]+) tests failed.*/\1/' <<<"$summary")
+    total=$(sed -E 's/.* out of ([0-9]+)$/\1/' <<<"$summary")
+    skipped=$(grep -cE '\*\*\*Skipped' "$log" || true)
+    if ((skipped > 0)); then
+        echo "$skipped skipped"
+    fi
+    echo "$((total - failed - skipped)) passed, $failed failed"
+}

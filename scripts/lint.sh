@@ -1,0 +1,47 @@
+#!/usr/bin/env bash
+# Checks the format of every source file and runs clang-tidy over the library and the tool.
+# Any finding is an error.
+#
+# usage: scripts/lint.sh [--format-only | FILE...]     with files, only these go through clang-tidy
+set -euo pipefail
+# shellcheck source=scripts/lib.sh
+source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
+cd "$rootDir"
+
+say "Checking the format"
+mapfile -t sources < <(git ls-files '*.h' '*.c' '*.cpp')
+result=0
+if ((${#sources[@]} > 0)); then
+    clang-format --dry-run -Werror "${sources[@]}" || result=1
+fi
+echo "${#sources[@]} files checked"
+if [[ ${1:-} == --format-only ]]; then
+    exit "$result"
+fi
+
+say "Configuring build/clang for its compile database"
+cmake --preset clang >build/clang-configure.log || fail "$(cat build/clang-configure.log)"
+
+if (($# > 0)); then
+    units=("$@")
+else
+    # The units that are compiled on this system, as the compile database names them.
+    mapfile -t units < <(sed -nE 's/^ *"file": "(.*)",?$/\1/p' build/clang/compile_commands.json |
+        grep -E "^$rootDir/(src|tools)/" | sort -u)
+fi
+
+say "Running clang-tidy over ${#units[@]} files"
+# Its count of suppressed warnings in system headers tells nothing.
+tidy_one() {
+    clang-tidy -p build/clang --quiet "$1" 2>&1 | { grep -vE '^[0-9]+ warnings? generated\.$' || true; }
+}
+export -f tidy_one
+printf '%s\0' "${units[@]}" |
+    xargs -0 -P "$jobs" -I {} bash -o pipefail -c 'tidy_one "$1"' tidy {} || result=1
+
+if ((result == 0)); then
+    echo "No findings."
+else
+    echo "There are findings; see above." >&2
+fi
+exit "$result"
