@@ -32,12 +32,8 @@ fi
 
 say "Running clang-tidy over ${#units[@]} files"
 # Its count of suppressed warnings in system headers tells nothing.
-tidy_one() {
-    clang-tidy -p build/clang --quiet "$1" 2>&1 | { grep -vE '^[0-9]+ warnings? generated\.$' || true; }
-}
-export -f tidy_one
-printf '%s\0' "${units[@]}" |
-    xargs -0 -P "$jobs" -I {} bash -o pipefail -c 'tidy_one "$1"' tidy {} || result=1
+printf '%s\0' "${units[@]}" | xargs -0 -n 1 -P "$jobs" clang-tidy -p build/clang --quiet \
+    2> >(grep -vE '^[0-9]+ warnings? (generated|treated)' >&2) || result=1
 
 if ((result == 0)); then
     echo "No findings."
