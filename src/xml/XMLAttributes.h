@@ -1,0 +1,47 @@
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+namespace Kor {
+
+/// The attributes of one start tag, without copies: names and values point into the text that was
+/// read, each with a NUL byte behind it. Of several with one name the first one counts.
+class XMLAttributes {
+public:
+    /// The value of that name, NUL-terminated; null when there is none.
+    const char* Find(std::string_view name) const;
+
+    /// How many different names there are.
+    int GetCount() const;
+
+    /// The name at a position in ascending byte order of the names; empty out of range.
+    std::string_view GetNameAt(int index) const;
+
+    /// The value of the name at that position; empty out of range.
+    std::string_view GetValueAt(int index) const;
+
+    /// Forgets all attributes and keeps the memory.
+    void Clear();
+
+    /// Takes in one more, in the order of the tag. Both texts must have a NUL byte behind them.
+    void Add(std::string_view name, std::string_view value);
+
+private:
+    struct Entry {
+        std::string_view name;
+        std::string_view value;
+    };
+
+    /// Up to this many, comparing with each in turn is quicker than any order or hash.
+    static constexpr size_t kSearchInTurn = 16;
+
+    void Settle() const;
+    const Entry* GetEntryAt(int index) const;
+
+    /// In the order of the tag, until somebody asks for what needs the order of names.
+    mutable std::vector<Entry> entries_;
+    mutable bool settled_ = true;
+};
+
+} // namespace Kor

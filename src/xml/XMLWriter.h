@@ -1,0 +1,65 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Kor {
+
+class ByteSink;
+
+/// Writes XML in the library's fixed layout: one element per line, one tab per level, attributes in
+/// single quotes. Every text ends at its first NUL byte.
+class XMLWriter {
+public:
+    XMLWriter() = default;
+    virtual ~XMLWriter();
+    XMLWriter(const XMLWriter&) = delete;
+    XMLWriter& operator=(const XMLWriter&) = delete;
+
+    /// Opens that many unnamed levels, which indent what follows. Levels from before Open do not
+    /// count, deliberately: Open begins with Close.
+    void AddIndent(int levels);
+
+    /// Closes what was open and starts a document; the sink must outlive it.
+    void Open(ByteSink& sink, bool writeHeader);
+
+    /// The name is not copied: it must live until its element is ended.
+    void StartElement(const char* name);
+
+    /// Writes nothing unless a start tag is open.
+    void WriteAttribute(const char* name, std::string_view value);
+    void WriteAttribute(const char* name, int value);
+    void WriteAttribute(const char* name, double value);
+
+    void WriteText(std::string_view text);
+    void WriteComment(std::string_view text);
+
+    /// Ends the innermost element; does nothing when none is open.
+    void EndElement();
+
+    /// Ends every open element and hands over the rest; false when the sink failed at any time.
+    bool Close();
+
+    /// Hands over what was written so far and leaves everything open.
+    void Flush();
+
+    /// Whether the sink of the current or last document refused anything.
+    bool HasFailed() const { return failed_; }
+
+private:
+    void CloseTag();
+    void BreakLine();
+    void Put(std::string_view text);
+    void PutEscaped(std::string_view text);
+    void FlushWhenFull();
+
+    ByteSink* sink_ = nullptr;
+    bool tagOpen_ = false;
+    bool hasChildren_ = false; ///< Whether a child of the element about to be ended was ended.
+    bool failed_ = false;
+    std::vector<const char*> openNames_;
+    std::string buffer_;
+};
+
+} // namespace Kor
