@@ -8,7 +8,10 @@ namespace Kor {
 
 namespace {
 
-const LocalizedTextTable kNoTexts;
+const LocalizedTextTable& NoTexts() {
+    static const LocalizedTextTable none;
+    return none;
+}
 
 void WriteTexts(const LocalizedTextTable& table, const char* element, XMLWriter& writer) {
     for (int i = 0; i < table.GetCount(); ++i) {
@@ -54,11 +57,11 @@ void NamedObject::SetComment(std::string_view comment) {
 }
 
 const LocalizedTextTable& NamedObject::GetLabels() const {
-    return texts_ ? texts_->labels : kNoTexts;
+    return texts_ ? texts_->labels : NoTexts();
 }
 
 const LocalizedTextTable& NamedObject::GetDescriptions() const {
-    return texts_ ? texts_->descriptions : kNoTexts;
+    return texts_ ? texts_->descriptions : NoTexts();
 }
 
 void NamedObject::CopyTexts(const NamedObject& other) {

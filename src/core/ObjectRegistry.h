@@ -1,0 +1,231 @@
+#pragma once
+
+#include <algorithm>
+#include <string_view>
+#include <vector>
+
+namespace Kor {
+
+/// A sorted list with the rules of SortedObjectList for many thousands of objects: the entries
+/// stand in chunks, so that an insertion moves one chunk and not half of the list.
+template <class T> class ObjectRegistry {
+public:
+    int GetCount() const { return count_; }
+    bool IsEmpty() const { return count_ == 0; }
+
+    /// The object at an index; null out of range.
+    T* GetAt(int index) const {
+        if (index < 0 || index >= count_)
+            return nullptr;
+        const auto after = std::upper_bound(starts_.begin(), starts_.end(), index);
+        const size_t chunk = static_cast<size_t>(after - starts_.begin()) - 1;
+        return chunks_[chunk][static_cast<size_t>(index - starts_[chunk])];
+    }
+
+    /// The index of the first object with the key, or the complement of the insertion point.
+    int Find(std::string_view key) const {
+        const Position at = LowerBound(key);
+        const T* found = At(at);
+        const int index = IndexAt(at);
+        return found && found->GetKey() == key ? index : ~index;
+    }
+
+    /// The first object with the key, or null.
+    T* Get(std::string_view key) const {
+        T* found = At(LowerBound(key));
+        return found && found->GetKey() == key ? found : nullptr;
+    }
+
+    /// Inserts by key; an existing key is overwritten and gives the complement of its index.
+    /// `replaced`, when given, receives the object that was overwritten, or null.
+    int Insert(T* object, T** replaced = nullptr) {
+        const std::string_view key = object->GetKey();
+        const Position at = LowerBound(key);
+        T* found = At(at);
+        if (replaced)
+            *replaced = nullptr;
+        if (found && found->GetKey() == key) {
+            if (replaced)
+                *replaced = found;
+            const Position entry = Normalized(at);
+            chunks_[entry.chunk][entry.offset] = object;
+            return ~IndexAt(entry);
+        }
+        const int index = IndexAt(at);
+        InsertAt(at, object);
+        return index;
+    }
+
+    /// Inserts behind the objects with the same key and keeps them.
+    void Place(T* object) {
+        const std::string_view key = object->GetKey();
+        Position at = LowerBound(key);
+        while (T* other = At(at)) {
+            if (other->GetKey() != key)
+                break;
+            at = Normalized(at);
+            ++at.offset;
+        }
+        InsertAt(at, object);
+    }
+
+    /// Takes out the entry with the object's key (the object itself where several share it) and
+    /// gives its index, or the failed search's result. The object is not deleted.
+    int Remove(const T* object) {
+        Position at = PositionOf(object);
+        if (!At(at)) {
+            at = LowerBound(object->GetKey());
+            const T* found = At(at);
+            if (!found || found->GetKey() != object->GetKey())
+                return ~IndexAt(at);
+        }
+        const int index = IndexAt(at);
+        Erase(at);
+        return index;
+    }
+
+    /// Takes out this very object; false when another one, or none, has its key.
+    bool RemoveExactly(const T* object) {
+        const Position at = PositionOf(object);
+        if (!At(at))
+            return false;
+        Erase(at);
+        return true;
+    }
+
+    bool Contains(const T* object) const { return At(PositionOf(object)) != nullptr; }
+
+    /// Takes out the last object and gives it; null when empty.
+    T* TakeLast() {
+        if (count_ == 0)
+            return nullptr;
+        T* last = chunks_.back().back();
+        Erase({chunks_.size() - 1, chunks_.back().size() - 1});
+        return last;
+    }
+
+    /// All objects in key order, for a walk during which the registry may change.
+    std::vector<T*> Snapshot() const {
+        std::vector<T*> all;
+        all.reserve(static_cast<size_t>(count_));
+        for (const auto& chunk : chunks_)
+            all.insert(all.end(), chunk.begin(), chunk.end());
+        return all;
+    }
+
+    void Clear() {
+        chunks_.clear();
+        starts_.clear();
+        count_ = 0;
+    }
+
+private:
+    static constexpr size_t kChunkSize = 512;
+
+    /// An entry's place; an offset at a chunk's end stands for the next chunk's first entry.
+    struct Position {
+        size_t chunk;
+        size_t offset;
+    };
+
+    Position Normalized(Position at) const {
+        if (at.chunk < chunks_.size() && at.offset == chunks_[at.chunk].size())
+            return {at.chunk + 1, 0};
+        return at;
+    }
+
+    T* At(Position at) const {
+        at = Normalized(at);
+        return at.chunk < chunks_.size() ? chunks_[at.chunk][at.offset] : nullptr;
+    }
+
+    int IndexAt(Position at) const {
+        return at.chunk < chunks_.size() ? starts_[at.chunk] + static_cast<int>(at.offset) : count_;
+    }
+
+    /// The first place whose key is not below the given one.
+    Position LowerBound(std::string_view key) const {
+        if (chunks_.empty())
+            return {0, 0};
+        const auto above = std::lower_bound(chunks_.begin() + 1, chunks_.end(), key,
+                                            [](const std::vector<T*>& chunk, std::string_view k) {
+                                                return chunk.front()->GetKey() < k;
+                                            });
+        const auto chunk = above - 1;
+        const auto entry = std::lower_bound(
+            chunk->begin(), chunk->end(), key,
+            [](const T* object, std::string_view k) { return object->GetKey() < k; });
+        return {static_cast<size_t>(chunk - chunks_.begin()),
+                static_cast<size_t>(entry - chunk->begin())};
+    }
+
+    /// The place of this very object, or one without an object.
+    Position PositionOf(const T* object) const {
+        const std::string_view key = object->GetKey();
+        Position at = Normalized(LowerBound(key));
+        for (const T* other = At(at); other && other->GetKey() == key; other = At(at)) {
+            if (other == object)
+                return at;
+            ++at.offset;
+            at = Normalized(at);
+        }
+        return {chunks_.size(), 0};
+    }
+
+    void InsertAt(Position at, T* object) {
+        if (chunks_.empty() || (at.chunk + 1 >= chunks_.size() && IsFullAt(at))) {
+            chunks_.emplace_back();
+            chunks_.back().reserve(chunks_.size() > 1 ? kChunkSize : 0);
+            starts_.push_back(count_);
+            at = {chunks_.size() - 1, 0};
+        } else if (at.chunk >= chunks_.size()) {
+            at = {chunks_.size() - 1, chunks_.back().size()};
+        }
+        auto& chunk = chunks_[at.chunk];
+        chunk.insert(chunk.begin() + static_cast<std::ptrdiff_t>(at.offset), object);
+        Shift(at.chunk + 1, 1);
+        ++count_;
+        if (chunk.size() > kChunkSize)
+            Split(at.chunk);
+    }
+
+    /// Whether an entry at the very end would overflow the last chunk: growing lists then start a
+    /// new chunk instead of splitting a full one, which leaves the chunks full.
+    bool IsFullAt(Position at) const {
+        const bool atEnd = at.chunk >= chunks_.size() || at.offset == chunks_.back().size();
+        return atEnd && chunks_.back().size() >= kChunkSize;
+    }
+
+    void Split(size_t index) {
+        const auto at = static_cast<std::ptrdiff_t>(index);
+        chunks_.insert(chunks_.begin() + at + 1, std::vector<T*>());
+        auto& full = chunks_[index];
+        const auto middle = full.begin() + static_cast<std::ptrdiff_t>(full.size() / 2);
+        chunks_[index + 1].assign(middle, full.end());
+        full.erase(middle, full.end());
+        starts_.insert(starts_.begin() + at + 1, starts_[index] + static_cast<int>(full.size()));
+    }
+
+    void Erase(Position at) {
+        at = Normalized(at);
+        auto& chunk = chunks_[at.chunk];
+        chunk.erase(chunk.begin() + static_cast<std::ptrdiff_t>(at.offset));
+        --count_;
+        Shift(at.chunk + 1, -1);
+        if (!chunk.empty())
+            return;
+        chunks_.erase(chunks_.begin() + static_cast<std::ptrdiff_t>(at.chunk));
+        starts_.erase(starts_.begin() + static_cast<std::ptrdiff_t>(at.chunk));
+    }
+
+    void Shift(size_t firstChunk, int by) {
+        for (size_t i = firstChunk; i < starts_.size(); ++i)
+            starts_[i] += by;
+    }
+
+    std::vector<std::vector<T*>> chunks_;
+    std::vector<int> starts_; // the index of each chunk's first entry
+    int count_ = 0;
+};
+
+} // namespace Kor

@@ -1,0 +1,111 @@
+#pragma once
+
+#include <algorithm>
+#include <string_view>
+#include <vector>
+
+namespace Kor {
+
+/// References to objects, ascending by the byte order of their keys (`GetKey`), not owned.
+/// Keys are read when they are compared, so an object whose key is about to change must be taken
+/// out first and placed again afterwards.
+///
+/// A search that fails gives the bitwise complement of the insertion point, so every result below
+/// zero means "not there". Inserting an existing key overwrites the entry and gives the complement
+/// of its index, unless duplicates are allowed: then the new object goes in front of its equals.
+template <class T, bool kAllowDuplicates = false> class SortedObjectList {
+public:
+    int GetCount() const { return static_cast<int>(objects_.size()); }
+    bool IsEmpty() const { return objects_.empty(); }
+
+    /// The object at an index; null out of range.
+    T* GetAt(int index) const {
+        return index >= 0 && index < GetCount() ? objects_[static_cast<size_t>(index)] : nullptr;
+    }
+
+    /// The index of the first object with the key, or the complement of the insertion point.
+    int Find(std::string_view key) const {
+        const auto found = LowerBound(key);
+        const int index = static_cast<int>(found - objects_.begin());
+        return found != objects_.end() && (*found)->GetKey() == key ? index : ~index;
+    }
+
+    /// The first object with the key, or null.
+    T* Get(std::string_view key) const { return GetAt(Find(key)); }
+
+    /// Inserts by key; `replaced`, when given, receives the object that was overwritten, or null.
+    int Insert(T* object, T** replaced = nullptr) {
+        const int found = Find(object->GetKey());
+        if (replaced)
+            *replaced = nullptr;
+        if (found < 0 || kAllowDuplicates) {
+            const int index = found < 0 ? ~found : found;
+            objects_.insert(objects_.begin() + index, object);
+            return index;
+        }
+        T*& entry = objects_[static_cast<size_t>(found)];
+        if (replaced)
+            *replaced = entry;
+        entry = object;
+        return ~found;
+    }
+
+    /// Inserts behind the objects with the same key and keeps them.
+    void Place(T* object) {
+        const auto place = std::upper_bound(
+            objects_.begin(), objects_.end(), object->GetKey(),
+            [](std::string_view key, const T* other) { return key < other->GetKey(); });
+        objects_.insert(place, object);
+    }
+
+    /// Takes out the entry with the object's key (the object itself where several share it) and
+    /// gives its index, or the failed search's result. The object is not deleted.
+    int Remove(const T* object) {
+        int index = IndexOf(object);
+        if (index < 0)
+            index = Find(object->GetKey());
+        if (index >= 0)
+            objects_.erase(objects_.begin() + index);
+        return index;
+    }
+
+    /// Takes out this very object; false when another one, or none, has its key.
+    bool RemoveExactly(const T* object) {
+        const int index = IndexOf(object);
+        if (index >= 0)
+            objects_.erase(objects_.begin() + index);
+        return index >= 0;
+    }
+
+    /// The index of this very object, or -1.
+    int IndexOf(const T* object) const {
+        const std::string_view key = object->GetKey();
+        for (auto at = LowerBound(key); at != objects_.end() && (*at)->GetKey() == key; ++at) {
+            if (*at == object)
+                return static_cast<int>(at - objects_.begin());
+        }
+        return -1;
+    }
+
+    bool Contains(const T* object) const { return IndexOf(object) >= 0; }
+
+    void Clear() { objects_.clear(); }
+    void Reserve(int count) { objects_.reserve(static_cast<size_t>(count)); }
+
+    /// Adds an object whose key is known to come last.
+    void Append(T* object) { objects_.push_back(object); }
+
+    auto begin() const { return objects_.begin(); }
+    auto end() const { return objects_.end(); }
+
+private:
+    auto LowerBound(std::string_view key) const {
+        return std::lower_bound(
+            objects_.begin(), objects_.end(), key,
+            [](const T* object, std::string_view wanted) { return object->GetKey() < wanted; });
+    }
+
+    std::vector<T*> objects_;
+};
+
+} // namespace Kor

@@ -1,0 +1,116 @@
+#include "notify/NotificationManager.h"
+
+#include <algorithm>
+#include <functional>
+
+// Commands belong to the property of the property instance that an event concerns.
+#include "instances/PropertyInstance.h"
+#include "schema/Command.h"
+#include "schema/Property.h"
+
+namespace Kor {
+
+NotificationManager::NotificationManager()
+    : eventCodes_{{"TemplateAdded", kTemplateAdded},
+                  {"TemplateRemoved", kTemplateRemoved},
+                  {"TemplateUpdated", kTemplateUpdated},
+                  {"TemplateDeprecated", kTemplateDeprecated},
+                  {"ReferenceFile", kReferenceFile},
+                  {"UnreferenceFile", kUnreferenceFile},
+                  {"BindingLockedChanged", kBindingLockedChanged},
+                  {"ValueLockedChanged", kValueLockedChanged},
+                  {"PropertyUpdated", kPropertyUpdated},
+                  {"PropertyRenamed", kPropertyRenamed},
+                  {"PropertyDeprecated", kPropertyDeprecated},
+                  {"PropertyAdded", kPropertyAdded},
+                  {"PropertyRemoved", kPropertyRemoved},
+                  {"ExecuteCommand", kExecuteCommand},
+                  {"BindingChanged", kBindingChanged},
+                  {"AttributeValueChanged", kAttributeValueChanged}},
+      hostCodes_{{"Maya", kMaya}, {"3dsMax", k3dsMax}} {}
+
+NotificationManager::Records::iterator NotificationManager::Locate(Records& records,
+                                                                   void* userData) {
+    return std::lower_bound(records.begin(), records.end(), userData,
+                            [](const Record& record, void* key) {
+                                return std::less<void*>()(record.userData, key);
+                            });
+}
+
+bool NotificationManager::Register(Records& records, Callback callback, void* userData) {
+    const auto place = Locate(records, userData);
+    if (place != records.end() && place->userData == userData)
+        return true;
+    records.insert(place, Record{userData, callback});
+    return false;
+}
+
+bool NotificationManager::Unregister(Records& records, void* userData) {
+    const auto place = Locate(records, userData);
+    if (place == records.end() || place->userData != userData)
+        return false;
+    records.erase(place);
+    return true;
+}
+
+bool NotificationManager::RegisterInstanceCallback(Callback callback, void* userData) {
+    return Register(instanceCallbacks_, callback, userData);
+}
+
+bool NotificationManager::UnregisterInstanceCallback(void* userData) {
+    return Unregister(instanceCallbacks_, userData);
+}
+
+bool NotificationManager::RegisterPropertyInstanceCallback(Callback callback, void* userData) {
+    return Register(propertyInstanceCallbacks_, callback, userData);
+}
+
+bool NotificationManager::UnregisterPropertyInstanceCallback(void* userData) {
+    return Unregister(propertyInstanceCallbacks_, userData);
+}
+
+// The walk goes by index, so that a callback that (against the rules) changes the list meets a
+// skipped or repeated callback at worst.
+void NotificationManager::Call(const Records& records, void* object, int event, void* argument) {
+    for (size_t i = 0; i < records.size(); ++i) {
+        const Record record = records[i];
+        if (record.callback)
+            record.callback(record.userData, object, event, argument);
+    }
+}
+
+void NotificationManager::NotifyInstance(Instance* instance, int event, void* argument) {
+    Call(instanceCallbacks_, instance, event, argument);
+}
+
+void NotificationManager::NotifyPropertyInstance(PropertyInstance* propertyInstance, int event,
+                                                 void* argument) {
+    if (propertyInstanceCallbacks_.empty())
+        return;
+    Call(propertyInstanceCallbacks_, propertyInstance, event, argument);
+    const Property* property = propertyInstance->GetProperty();
+    for (int i = 0; i < property->GetCommandCount(); ++i) {
+        const Command* command = property->GetCommandAt(i);
+        const bool hostMatches = (command->GetHostMask() & static_cast<unsigned>(dcc_)) != 0;
+        if (hostMatches && command->GetTrigger() == static_cast<unsigned>(event))
+            Call(propertyInstanceCallbacks_, propertyInstance, kExecuteCommand,
+                 const_cast<char*>(command->GetName()));
+    }
+}
+
+int NotificationManager::LookUp(Codes& codes, std::string_view name) {
+    const auto found = codes.find(name);
+    if (found != codes.end())
+        return found->second;
+    codes.emplace(name, 0);
+    return 0;
+}
+
+void NotificationManager::Terminate() {
+    if (--useCount_ > 0)
+        return;
+    delete this;
+    Forget();
+}
+
+} // namespace Kor

@@ -1,0 +1,135 @@
+#include "types/Enumeration.h"
+
+#include "xml/XMLWriter.h"
+
+namespace Kor {
+
+Enumeration::Enumeration(std::string_view name, Type* base)
+    : Type(name, 1, base ? base->GetAlignment() : 1) {
+    SetBaseType(base);
+}
+
+Enumeration::Enumeration(const Enumeration& other) : Type(other) {
+    items_.Reserve(other.items_.GetCount());
+    for (const EnumerationItem* item : other.items_) {
+        auto* copy = static_cast<EnumerationItem*>(item->Clone().release());
+        copy->SetEnumeration(this);
+        items_.Append(copy);
+    }
+}
+
+Enumeration::~Enumeration() {
+    for (EnumerationItem* item : items_)
+        delete item;
+}
+
+std::unique_ptr<Object> Enumeration::Clone() const {
+    return std::unique_ptr<Object>(new Enumeration(*this));
+}
+
+void Enumeration::WriteToXML(XMLWriter& writer) const {
+    if (*GetComment())
+        writer.WriteComment(GetComment());
+    writer.StartElement("enum");
+    writer.WriteAttribute("name", GetNameView());
+    if (GetBaseType())
+        writer.WriteAttribute("type", GetBaseType()->GetFullName());
+    for (const EnumerationItem* item : items_)
+        item->WriteToXML(writer);
+    writer.EndElement();
+}
+
+int Enumeration::AddItem(EnumerationItem* item) {
+    EnumerationItem* replaced = nullptr;
+    const int result = items_.Insert(item, &replaced);
+    if (replaced)
+        replaced->SetEnumeration(nullptr);
+    item->SetEnumeration(this);
+    return result;
+}
+
+int Enumeration::RemoveItem(EnumerationItem* item) {
+    const int index = items_.Find(item->GetKey());
+    if (index < 0)
+        return index;
+    items_.GetAt(index)->SetEnumeration(nullptr);
+    items_.Remove(items_.GetAt(index));
+    return index;
+}
+
+int Enumeration::GetValueSize(const void* value, int count) const {
+    const Type* carrier = FollowCarriers();
+    return carrier ? carrier->GetValueSize(value, count) : 0;
+}
+
+void* Enumeration::NewValue(const void* initial, int count) const {
+    const Type* carrier = FollowCarriers();
+    return carrier ? carrier->NewValue(initial, count) : nullptr;
+}
+
+void Enumeration::DeleteValue(void* value, int count) const {
+    if (const Type* carrier = FollowCarriers())
+        carrier->DeleteValue(value, count);
+}
+
+int Enumeration::CompareValues(const void* a, const void*, int count) const {
+    const Type* carrier = FollowCarriers();
+    return carrier ? carrier->CompareValues(a, a, count) : 0;
+}
+
+bool Enumeration::IsValueValid(const void* value, const void*, const void*, int) const {
+    const Type* carrier = FollowCarriers();
+    if (!value || !carrier)
+        return false;
+    // The names come first: a block that is a name need not hold an element of the base type.
+    if (IsNameOfItem(static_cast<const char*>(value)))
+        return true;
+    std::string text;
+    carrier->GetValueAsString(value, text, 0);
+    if (items_.Find(text) >= 0)
+        return true;
+    for (const EnumerationItem* item : items_) {
+        if (item->GetValue() &&
+            carrier->CompareValues(value, item->GetValue(), carrier->GetDimension()) == 0)
+            return true;
+    }
+    return false;
+}
+
+/// The block may be shorter than a name, so nothing behind the first difference is read.
+bool Enumeration::IsNameOfItem(const char* block) const {
+    for (const EnumerationItem* item : items_) {
+        const char* name = item->GetFullName().c_str();
+        const char* byte = block;
+        while (*byte && *byte == *name) {
+            ++byte;
+            ++name;
+        }
+        if (*byte == *name)
+            return true;
+    }
+    return false;
+}
+
+int Enumeration::GetValueAsString(const void* value, std::string& text, int index) const {
+    const Type* carrier = FollowCarriers();
+    return carrier ? carrier->GetValueAsString(value, text, index) : 0;
+}
+
+int Enumeration::GetValueFromString(const char* text, void* value, int index) const {
+    const Type* carrier = FollowCarriers();
+    return carrier ? carrier->GetValueFromString(text, value, index) : 0;
+}
+
+int Enumeration::WriteValueToBinary(const void* value, int count, void* buffer,
+                                    int bufferSize) const {
+    const Type* carrier = FollowCarriers();
+    return carrier ? carrier->WriteValueToBinary(value, count, buffer, bufferSize) : 0;
+}
+
+void Enumeration::WriteValueToXML(const void* value, int count, XMLWriter& writer) const {
+    if (const Type* carrier = FollowCarriers())
+        carrier->WriteValueToXML(value, count, writer);
+}
+
+} // namespace Kor

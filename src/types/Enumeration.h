@@ -1,0 +1,69 @@
+#pragma once
+
+#include "core/SortedObjectList.h"
+#include "types/EnumerationItem.h"
+#include "types/Type.h"
+
+namespace Kor {
+
+/// A named set of constants of a base type, which holds the values.
+class Enumeration : public Type {
+public:
+    static constexpr int kClassId = kEnumerationClass;
+
+    Enumeration(std::string_view name, Type* base);
+    ~Enumeration() override;
+
+    int GetClass() const override { return kClassId; }
+    bool ImplementsClass(int id) const override {
+        return id == kClassId || Type::ImplementsClass(id);
+    }
+
+    /// The copy has items of its own.
+    std::unique_ptr<Object> Clone() const override;
+    void WriteToXML(XMLWriter& writer) const override;
+
+    /// Takes the item over. An item of the same name is overwritten and goes back to whoever
+    /// holds it (deliberately not deleted); the result is then -(index + 1).
+    int AddItem(EnumerationItem* item);
+
+    /// The item of that full name, or null.
+    EnumerationItem* GetItem(std::string_view name) const { return items_.Get(name); }
+    virtual int GetItemCount() const { return items_.GetCount(); }
+    virtual EnumerationItem* GetItemAt(int index) const { return items_.GetAt(index); }
+
+    /// Takes the item of that full name out and gives its index, or a number below 0.
+    int RemoveItem(EnumerationItem* item);
+
+    int GetValueSize(const void* value, int count) const override;
+    void* NewValue(const void* initial, int count) const override;
+    void DeleteValue(void* value, int count) const override;
+
+    /// Deliberately finds any two values equal: it compares the first one with itself.
+    int CompareValues(const void* a, const void* b, int count) const override;
+
+    /// Whether the value stands for an item: by the text of its first element, by its bytes, or
+    /// because the block itself is an item's name. Bounds and count mean nothing here.
+    bool IsValueValid(const void* value, const void* minimum, const void* maximum,
+                      int count) const override;
+    int GetValueAsString(const void* value, std::string& text, int index) const override;
+    int GetValueFromString(const char* text, void* value, int index) const override;
+    int WriteValueToBinary(const void* value, int count, void* buffer,
+                           int bufferSize) const override;
+    void WriteValueToXML(const void* value, int count, XMLWriter& writer) const override;
+
+    Type* GetValueCarrier() const override { return GetBaseType(); }
+
+    /// Called by an item around a change of its name.
+    void Unlist(EnumerationItem& item) { items_.RemoveExactly(&item); }
+    void List(EnumerationItem& item) { items_.Place(&item); }
+
+private:
+    Enumeration(const Enumeration& other);
+
+    bool IsNameOfItem(const char* block) const;
+
+    SortedObjectList<EnumerationItem> items_;
+};
+
+} // namespace Kor

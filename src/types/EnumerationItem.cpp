@@ -1,0 +1,109 @@
+#include "types/EnumerationItem.h"
+
+#include "types/Enumeration.h"
+#include "xml/XMLWriter.h"
+
+namespace Kor {
+
+EnumerationItem::EnumerationItem(std::string_view name, Type* valueType, const char* valueText)
+    : Type(name, 1, 1), valueType_(valueType) {
+    if (!valueType)
+        return;
+    const int count = valueType->GetDimension();
+    value_.Adopt(valueType, valueType->NewValue(nullptr, count), count);
+    if (value_)
+        valueType->GetValueFromString(valueText, value_.Get(), 0);
+}
+
+EnumerationItem::EnumerationItem(const EnumerationItem& other)
+    : Type(other), valueType_(other.valueType_) {
+    SetValue(other.value_.Get());
+}
+
+std::unique_ptr<Object> EnumerationItem::Clone() const {
+    return std::unique_ptr<Object>(new EnumerationItem(*this));
+}
+
+void EnumerationItem::WriteToXML(XMLWriter& writer) const {
+    if (*GetComment())
+        writer.WriteComment(GetComment());
+    writer.StartElement("item");
+    writer.WriteAttribute("name", GetNameView());
+    writer.WriteAttribute("value", GetValueText());
+    writer.EndElement();
+}
+
+std::string EnumerationItem::GetValueText() const {
+    std::string text;
+    if (value_)
+        value_.GetType()->GetValueAsString(value_.Get(), text, 0);
+    return text;
+}
+
+void EnumerationItem::SetValue(const void* value) {
+    if (!valueType_)
+        return;
+    const int count = valueType_->GetDimension();
+    void* copy = valueType_->NewValue(value, count);
+    value_.Clear();
+    value_.Adopt(valueType_.Get(), copy, count);
+}
+
+void EnumerationItem::LeaveSortedLists() {
+    if (enumeration_)
+        enumeration_->Unlist(*this);
+    Type::LeaveSortedLists();
+}
+
+void EnumerationItem::EnterSortedLists() {
+    Type::EnterSortedLists();
+    if (enumeration_)
+        enumeration_->List(*this);
+}
+
+int EnumerationItem::GetValueSize(const void* value, int count) const {
+    const Type* carrier = FollowCarriers();
+    return carrier ? carrier->GetValueSize(value, count) : 0;
+}
+
+void* EnumerationItem::NewValue(const void* initial, int count) const {
+    const Type* carrier = FollowCarriers();
+    return carrier ? carrier->NewValue(initial, count) : nullptr;
+}
+
+void EnumerationItem::DeleteValue(void* value, int count) const {
+    if (const Type* carrier = FollowCarriers())
+        carrier->DeleteValue(value, count);
+}
+
+int EnumerationItem::CompareValues(const void* a, const void* b, int count) const {
+    return FollowCarriers() ? valueType_->CompareValues(a, b, count) : 0;
+}
+
+bool EnumerationItem::IsValueValid(const void* value, const void* minimum, const void* maximum,
+                                   int count) const {
+    return !FollowCarriers() || valueType_->IsValueValid(value, minimum, maximum, count);
+}
+
+int EnumerationItem::GetValueAsString(const void* value, std::string& text, int index) const {
+    const Type* carrier = FollowCarriers();
+    return carrier ? carrier->GetValueAsString(value, text, index) : 0;
+}
+
+int EnumerationItem::GetValueFromString(const char* text, void* value, int index) const {
+    const Type* carrier = FollowCarriers();
+    return carrier ? carrier->GetValueFromString(text, value, index) : 0;
+}
+
+int EnumerationItem::WriteValueToBinary(const void* value, int count, void* buffer,
+                                        int bufferSize) const {
+    const Type* carrier = FollowCarriers();
+    return carrier ? carrier->WriteValueToBinary(value, count, buffer, bufferSize) : 0;
+}
+
+void EnumerationItem::WriteValueToXML(const void* value, int count, XMLWriter& writer) const {
+    if (const Type* carrier = FollowCarriers())
+        carrier->WriteValueToXML(value, count, writer);
+}
+
+} // namespace Kor

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "types/Type.h"
+#include "types/TypedValue.h"
+
+namespace Kor {
+
+class Enumeration;
+
+/// A named constant of an enumeration's base type; as a type it behaves like that one.
+class EnumerationItem : public Type {
+public:
+    static constexpr int kClassId = kEnumerationItemClass;
+
+    /// The value is the value type's zero with its first element read from the text.
+    EnumerationItem(std::string_view name, Type* valueType, const char* valueText);
+
+    int GetClass() const override { return kClassId; }
+    bool ImplementsClass(int id) const override {
+        return id == kClassId || Type::ImplementsClass(id);
+    }
+    std::unique_ptr<Object> Clone() const override;
+    void WriteToXML(XMLWriter& writer) const override;
+
+    Type* GetValueType() const { return valueType_.Get(); }
+    const void* GetValue() const { return value_.Get(); }
+
+    /// The text of the value's first element.
+    std::string GetValueText() const;
+
+    /// Replaces the value by a copy.
+    void SetValue(const void* value);
+
+    int GetValueSize(const void* value, int count) const override;
+    void* NewValue(const void* initial, int count) const override;
+    void DeleteValue(void* value, int count) const override;
+    int CompareValues(const void* a, const void* b, int count) const override;
+    bool IsValueValid(const void* value, const void* minimum, const void* maximum,
+                      int count) const override;
+    int GetValueAsString(const void* value, std::string& text, int index) const override;
+    int GetValueFromString(const char* text, void* value, int index) const override;
+    int WriteValueToBinary(const void* value, int count, void* buffer,
+                           int bufferSize) const override;
+    void WriteValueToXML(const void* value, int count, XMLWriter& writer) const override;
+
+    Type* GetValueCarrier() const override { return valueType_.Get(); }
+
+    /// The enumeration that lists the item and follows its name, or null.
+    void SetEnumeration(Enumeration* enumeration) { enumeration_ = enumeration; }
+    Enumeration* GetEnumeration() const { return enumeration_; }
+
+protected:
+    void LeaveSortedLists() override;
+    void EnterSortedLists() override;
+
+private:
+    EnumerationItem(const EnumerationItem& other);
+
+    TypeRef valueType_;
+    TypedValue value_;
+    Enumeration* enumeration_ = nullptr;
+};
+
+} // namespace Kor

@@ -1,0 +1,66 @@
+#include "types/FloatType.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "core/NumberText.h"
+
+namespace Kor {
+
+namespace {
+
+/// Narrows as the processor does, also where the language leaves the result open.
+template <class Element> Element Narrow(double number) {
+    if (std::isfinite(number) && std::abs(number) > std::numeric_limits<Element>::max()) {
+        const auto nearest = static_cast<double>(std::numeric_limits<Element>::max());
+        // Half a unit in the last place above the largest number still rounds down to it.
+        if (std::abs(number) < nearest * (1 + std::numeric_limits<Element>::epsilon() / 4))
+            return std::copysign(std::numeric_limits<Element>::max(), static_cast<Element>(number > 0 ? 1 : -1));
+        return number > 0 ? std::numeric_limits<Element>::infinity()
+                          : -std::numeric_limits<Element>::infinity();
+    }
+    return static_cast<Element>(number);
+}
+
+} // namespace
+
+template <class Element> std::unique_ptr<Object> FloatType<Element>::Clone() const {
+    return std::unique_ptr<Object>(new FloatType(*this));
+}
+
+template <class Element> int FloatType<Element>::GetValueSize(const void*, int count) const {
+    return count < 0 ? 0 : count * static_cast<int>(sizeof(Element));
+}
+
+template <class Element> void* FloatType<Element>::NewValue(const void* initial, int count) const {
+    if (count < 1)
+        return nullptr;
+    auto* block = static_cast<Element*>(AllocateElements(count, sizeof(Element)));
+    if (initial)
+        std::copy_n(static_cast<const Element*>(initial), count, block);
+    else
+        std::fill_n(block, count, Element());
+    return block;
+}
+
+template <class Element>
+int FloatType<Element>::GetValueAsString(const void* value, std::string& text, int index) const {
+    if (!value || index < 0)
+        return 0;
+    char digits[32];
+    text.assign(digits, FormatDouble(static_cast<double>(At(value, index)), digits, sizeof digits));
+    return static_cast<int>(text.size());
+}
+
+template <class Element>
+int FloatType<Element>::GetValueFromString(const char* text, void* value, int index) const {
+    if (value && index >= 0)
+        At(value, index) = Narrow<Element>(ParseDouble(text));
+    return static_cast<int>(sizeof(Element));
+}
+
+template class FloatType<float>;
+template class FloatType<double>;
+
+} // namespace Kor

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+
+#include "types/ScalarType.h"
+
+namespace Kor {
+
+/// Signed and unsigned integers of 8 to 64 bits; all widths share one class number.
+template <class Element> class IntType : public ScalarType<Element> {
+public:
+    static constexpr int kClassId = kIntTypeClass;
+
+    using ScalarType<Element>::ScalarType;
+
+    int GetClass() const override { return kClassId; }
+    bool ImplementsClass(int id) const override {
+        return id == kClassId || Type::ImplementsClass(id);
+    }
+    std::unique_ptr<Object> Clone() const override;
+
+    /// The dimension times the width: the count is deliberately ignored.
+    int GetValueSize(const void* value, int count) const override;
+
+    /// Every element becomes a copy of the first initial one.
+    void* NewValue(const void* initial, int count) const override;
+
+    /// Decimal; 8-bit integers deliberately as the single character, although they are read as
+    /// numbers.
+    int GetValueAsString(const void* value, std::string& text, int index) const override;
+
+    /// Decimal within 32 bits for every width, converted to the element type.
+    int GetValueFromString(const char* text, void* value, int index) const override;
+
+private:
+    using ScalarType<Element>::At;
+};
+
+extern template class IntType<std::int8_t>;
+extern template class IntType<std::uint8_t>;
+extern template class IntType<std::int16_t>;
+extern template class IntType<std::uint16_t>;
+extern template class IntType<std::int32_t>;
+extern template class IntType<std::uint32_t>;
+extern template class IntType<std::int64_t>;
+extern template class IntType<std::uint64_t>;
+
+} // namespace Kor

@@ -1,0 +1,85 @@
+#pragma once
+
+#include <cstdlib>
+#include <cstring>
+#include <new>
+
+#include "types/BinaryPacker.h"
+#include "types/Type.h"
+
+namespace Kor {
+
+/// Memory for the elements of a value, with a NUL byte behind the last: an enumeration compares
+/// value blocks with names. Throws std::bad_alloc; freed by std::free.
+inline void* AllocateElements(int count, size_t width) {
+    const size_t size = static_cast<size_t>(count) * width;
+    auto* block = static_cast<char*>(std::malloc(size + 1));
+    if (!block)
+        throw std::bad_alloc();
+    block[size] = '\0';
+    return block;
+}
+
+/// What all types with plain contiguous elements share.
+template <class Element> class ScalarType : public Type {
+public:
+    using Type::Type;
+
+    void DeleteValue(void* value, int) const override { std::free(value); }
+
+    int CompareValues(const void* a, const void* b, int count) const override {
+        if (!a || !b)
+            return (a ? 1 : 0) - (b ? 1 : 0);
+        for (int i = 0; i < count; ++i) {
+            if (At(a, i) < At(b, i))
+                return -1;
+            if (At(b, i) < At(a, i))
+                return 1;
+        }
+        return 0;
+    }
+
+    /// A bound of zero deliberately is no bound: a range of 0 to 10 checks only the upper end.
+    bool IsValueValid(const void* value, const void* minimum, const void* maximum,
+                      int count) const override {
+        if (!value)
+            return false;
+        for (int i = 0; i < count; ++i) {
+            const Element element = At(value, i);
+            const Element low = minimum ? At(minimum, i) : Element();
+            const Element high = maximum ? At(maximum, i) : Element();
+            if ((IsBound(low) && low > element) || (IsBound(high) && high < element))
+                return false;
+        }
+        return true;
+    }
+
+    int WriteValueToBinary(const void* value, int count, void* buffer,
+                           int bufferSize) const override {
+        constexpr int kWidth = static_cast<int>(sizeof(Element));
+        if (!buffer || bufferSize < 0)
+            return 0;
+        BinaryPacker packer(buffer, bufferSize);
+        if (GetDimension() == 0)
+            packer.WriteCount(GetAlignment(), count);
+        for (int i = 0; i < count && packer.GetRemaining() >= kWidth; ++i) {
+            const Element element = value ? At(value, i) : Element();
+            packer.WriteBytes(&element, kWidth);
+            packer.PadBeyond(GetAlignment());
+        }
+        return packer.GetPosition();
+    }
+
+protected:
+    ScalarType(const ScalarType&) = default;
+
+    static const Element& At(const void* value, int index) {
+        return static_cast<const Element*>(value)[index];
+    }
+    static Element& At(void* value, int index) { return static_cast<Element*>(value)[index]; }
+
+    /// Writing a number's zero test as two comparisons keeps a NaN from becoming a bound.
+    static bool IsBound(Element bound) { return bound < Element() || bound > Element(); }
+};
+
+} // namespace Kor

@@ -1,0 +1,184 @@
+#include "types/Type.h"
+
+#include <algorithm>
+
+// Registered types are sorted by name and counted by file: only their manager can follow a change.
+#include "manager/TemplateManager.h"
+
+#include "core/Names.h"
+#include "xml/XMLWriter.h"
+
+namespace Kor {
+
+Type::Type(std::string_view name, int dimension, int alignment)
+    : dimension_(dimension), alignment_(alignment) {
+    const size_t dot = name.rfind('.');
+    const bool qualified = dot != std::string_view::npos && dot > 0;
+    const std::string_view shortName = qualified ? name.substr(dot + 1) : name;
+    if (!IsValidName(shortName))
+        return;
+    NamedObject::StoreName(shortName);
+    if (qualified)
+        packageName_ = name.substr(0, dot);
+    Type::UpdateFullName();
+}
+
+Type::Type(const Type& other)
+    : NamedObject(other), base_(other.base_), fileName_(other.fileName_),
+      packageName_(other.packageName_), fullName_(other.fullName_), dimension_(other.dimension_),
+      alignment_(other.alignment_) {}
+
+Type::~Type() = default;
+
+bool Type::SetName(const char* name) {
+    const std::string_view text = TextOf(name);
+    const size_t dot = text.rfind('.');
+    if (dot != std::string_view::npos && dot > 0)
+        return StoreName(text.substr(0, dot), text.substr(dot + 1));
+    return StoreName(packageName_, text);
+}
+
+bool Type::StoreName(std::string_view packageName, std::string_view name) {
+    if (!IsValidName(name))
+        return false;
+    std::string newPackage(packageName);
+    LeaveSortedLists();
+    NamedObject::StoreName(name);
+    packageName_.swap(newPackage);
+    UpdateFullName();
+    EnterSortedLists();
+    return true;
+}
+
+void Type::SetPackageName(std::string_view packageName) {
+    std::string newPackage(packageName);
+    LeaveSortedLists();
+    packageName_.swap(newPackage);
+    UpdateFullName();
+    EnterSortedLists();
+}
+
+void Type::UpdateFullName() {
+    std::string fullName(packageName_);
+    if (!fullName.empty())
+        fullName += '.';
+    fullName += GetNameView();
+    fullName_.swap(fullName);
+}
+
+void Type::LeaveSortedLists() {
+    if (registered_)
+        TemplateManager::Get()->Unlist(*this);
+}
+
+void Type::EnterSortedLists() {
+    if (registered_)
+        TemplateManager::Get()->List(*this);
+}
+
+void Type::SetFileName(std::string_view fileName) {
+    TemplateManager* manager = TemplateManager::Get();
+    const std::string oldFileName = fileName_;
+    StoreFileName(std::string(fileName));
+    if (!manager)
+        return;
+    if (manager->GetTypesByFileName(oldFileName, nullptr, 0) == 0)
+        manager->RemoveLoadedFile(oldFileName);
+    manager->AddLoadedFile(fileName_);
+}
+
+void Type::SetSearchPath(std::string_view path) {
+    std::string fileName(path);
+    if (!fileName.empty() && fileName.back() != '\\')
+        fileName += '\\';
+    for (const char c : packageName_)
+        fileName += c == '.' ? '\\' : c;
+    if (!packageName_.empty())
+        fileName += '\\';
+    if (fileName_.empty())
+        fileName.append(GetNameView()).append(".template");
+    else
+        fileName.append(fileName_, fileName_.rfind('\\') + 1); // npos + 1 is the whole name
+    StoreFileName(std::move(fileName));
+}
+
+void Type::StoreFileName(std::string fileName) {
+    if (registered_)
+        TemplateManager::Get()->UnlistFile(*this);
+    fileName_.swap(fileName);
+    if (registered_)
+        TemplateManager::Get()->ListFile(*this);
+}
+
+void Type::CollectPackages(std::set<std::string>& packages) const {
+    // Base types may form a long chain, or by mistake a circle: a second pointer moves at half
+    // the speed and is met again in a circle.
+    const Type* slow = this;
+    bool moveSlow = false;
+    for (const Type* type = this; type; type = type->GetBaseType()) {
+        packages.insert(type->GetPackageName());
+        if (moveSlow)
+            slow = slow->GetBaseType();
+        moveSlow = !moveSlow;
+        if (type->GetBaseType() == slow)
+            return;
+    }
+}
+
+const Type* Type::FollowCarriers() const {
+    const Type* slow = this;
+    bool moveSlow = false;
+    const Type* type = this;
+    while (const Type* next = type->GetValueCarrier()) {
+        type = next;
+        if (moveSlow)
+            slow = slow->GetValueCarrier();
+        moveSlow = !moveSlow;
+        if (type == slow)
+            return nullptr;
+    }
+    return type == this ? nullptr : type;
+}
+
+bool Type::RefersTo(const Type* other, const char* fileName) const {
+    if (other != this && (!other || other != GetBaseType()))
+        return false;
+    return !fileName || !EqualsIgnoreCase(fileName_, fileName);
+}
+
+void Type::WriteToXML(XMLWriter& writer) const {
+    if (*GetComment())
+        writer.WriteComment(GetComment());
+    writer.StartElement("type");
+    writer.WriteAttribute("name", GetNameView());
+    if (base_)
+        writer.WriteAttribute("type", base_->GetFullName());
+    if (dimension_ != 1)
+        writer.WriteAttribute("dim", dimension_);
+    writer.EndElement();
+}
+
+void Type::WriteValueToXML(const void* value, int count, XMLWriter& writer) const {
+    if (count < 1 || !value)
+        return;
+    std::string text;
+    if (count == 1) {
+        GetValueAsString(value, text, 0);
+        writer.WriteAttribute("value", text);
+        return;
+    }
+    for (int i = 0; i < count; ++i) {
+        text.clear();
+        GetValueAsString(value, text, i);
+        writer.StartElement("value");
+        writer.WriteText(text);
+        writer.EndElement();
+    }
+}
+
+void Type::ReleaseUse() {
+    if (--useCount_ <= 0 && ownedByUsers_ && !registered_)
+        delete this;
+}
+
+} // namespace Kor

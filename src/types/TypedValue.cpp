@@ -1,0 +1,26 @@
+#include "types/TypedValue.h"
+
+#include <utility>
+
+#include "types/Type.h"
+
+namespace Kor {
+
+void TypedValue::Adopt(Type* type, void* block, int count) {
+    if (block && block == block_)
+        return;
+    Clear();
+    if (!block || !type)
+        return;
+    type_.Reset(type);
+    block_ = block;
+    count_ = count;
+}
+
+void TypedValue::Clear() {
+    if (void* block = std::exchange(block_, nullptr))
+        type_->DeleteValue(block, count_);
+    type_.Reset(nullptr);
+}
+
+} // namespace Kor
