@@ -44,7 +44,7 @@ gcovr_report() {
     gcovr --root . --add-tracefile "$report/coverage.json" "$@"
 }
 gcovr_report --sort-uncovered --txt "$report/lines.txt"
-gcovr_report --sort-uncovered --txt-branch --txt "$report/branches.txt"
+gcovr_report --sort-uncovered --branches --txt "$report/branches.txt"
 say "Lines"
 cat "$report/lines.txt"
 say "Branches"
