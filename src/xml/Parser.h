@@ -48,6 +48,9 @@ protected:
     /// Adds a block behind the token, which may move; false at the end of the source.
     bool ReadBlock();
 
+    /// The line in which the current token begins.
+    int GetTokenLine() const;
+
     /// Puts a NUL byte in a taken byte's place without losing count of the lines.
     void Terminate(char* place);
 
@@ -57,9 +60,14 @@ protected:
     char* end_ = nullptr;      ///< The end of what was read ahead.
     bool sawNul_ = false;      ///< Whether the source held a NUL byte so far.
 
+    static size_t Distance(const char* begin, const char* end) {
+        return static_cast<size_t>(end - begin);
+    }
+
 private:
     void MoveTokenToFront();
-    void MakeRoom();
+    void Grow(size_t capacity);
+    void Rebase(char* front);
     void CountLinesBefore(const char* place) const;
 
     const char* sourceName_ = "";
@@ -71,7 +79,7 @@ private:
 
     // Lines are counted when somebody asks or the bytes leave the buffer, not byte by byte.
     mutable const char* counted_ = nullptr;
-    mutable int lineNumber_ = 1;
+    mutable unsigned lineNumber_ = 1;
 };
 
 } // namespace Kor

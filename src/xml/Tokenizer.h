@@ -29,8 +29,7 @@ private:
     enum class Kind { kBlank, kNewline, kSingle, kWord, kOther };
 
     static Kind KindOf(char c);
-    void ReadRun();
-    void Flush();
+    void Flush(Kind kind);
 
     ITokenSink* sink_ = nullptr;
 };

@@ -27,13 +27,14 @@ public:
 private:
     bool ReadHeader();
     bool ReadContent();
-    bool ReadText();
-    bool ReadTag();
-    bool ReadComment();
-    bool ReadStartTag();
+    bool HandleText();
+    bool HandleTag();
+    bool HandleStartTag();
     void ReadAttributes(char* at);
-    char* ReadAttribute(char* at);
-    std::string_view Decode(char* begin, char* end);
+    char* ReadAttribute(char* at, bool decode);
+    char* StopAttributes(const char* message) const;
+    std::string_view CutAtNul(char* begin, char* end) const;
+    std::string_view Decode(char* begin, char* end) const;
     bool Start(std::string_view name);
     bool Close(std::string_view name);
     std::string_view GetInnermost() const;

@@ -52,7 +52,6 @@ private:
     void BreakLine();
     void Put(std::string_view text);
     void PutEscaped(std::string_view text);
-    void FlushWhenFull();
 
     ByteSink* sink_ = nullptr;
     bool tagOpen_ = false;

@@ -1,0 +1,133 @@
+#include "xml/Parser.h"
+
+#include "core/ByteStreams.h"
+#include "core/IErrorListener.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+
+namespace Kor {
+
+namespace {
+
+constexpr size_t kWordSize = sizeof(uint64_t);
+constexpr uint64_t kEachByte = 0x0101010101010101u;
+
+/// How many of the eight bytes are newlines: each leaves a bit in its byte, summed up by a product.
+unsigned CountNewlinesInWord(const char* bytes) {
+    uint64_t word = 0;
+    std::memcpy(&word, bytes, kWordSize);
+    word ^= kEachByte * '\n';
+    const uint64_t lowBits = kEachByte * 0x7f;
+    const uint64_t others = ((word & lowBits) + lowBits) | word;
+    return static_cast<unsigned>(((~others >> 7 & kEachByte) * kEachByte) >> 56);
+}
+
+unsigned CountNewlines(const char* begin, const char* end) {
+    unsigned count = 0;
+    for (; static_cast<size_t>(end - begin) >= kWordSize; begin += kWordSize)
+        count += CountNewlinesInWord(begin);
+    return count + static_cast<unsigned>(std::count(begin, end, '\n'));
+}
+
+} // namespace
+
+Parser::Parser(size_t blockSize) : blockSize_(std::max<size_t>(blockSize, 1)) {}
+
+Parser::~Parser() = default;
+
+int Parser::GetLineNumber() const {
+    CountLinesBefore(position_);
+    return static_cast<int>(lineNumber_);
+}
+
+int Parser::GetTokenLine() const {
+    CountLinesBefore(tokenBegin_);
+    return static_cast<int>(lineNumber_);
+}
+
+void Parser::Report(int level, const std::string& message) const {
+    if (errorListener_)
+        errorListener_->AddErrorItem(level, sourceName_, GetLineNumber(), message.c_str());
+}
+
+void Parser::Begin(const char* sourceName, ByteSource& source) {
+    sourceName_ = sourceName ? sourceName : "";
+    source_ = &source;
+    if (!buffer_)
+        Grow(blockSize_);
+    tokenBegin_ = tokenEnd_ = position_ = end_ = buffer_.get();
+    counted_ = position_;
+    lineNumber_ = 1;
+    sawNul_ = false;
+}
+
+bool Parser::ReadUntil(char terminator) {
+    tokenBegin_ = position_;
+    char* from = position_;
+    for (;;) {
+        auto* hit = static_cast<char*>(std::memchr(from, terminator, Distance(from, end_)));
+        if (hit) {
+            tokenEnd_ = hit;
+            position_ = hit + 1;
+            return true;
+        }
+        const size_t searched = Distance(tokenBegin_, end_);
+        position_ = end_;
+        if (!ReadBlock())
+            return false;
+        from = tokenBegin_ + searched;
+    }
+}
+
+bool Parser::ReadBlock() {
+    MoveTokenToFront();
+    const size_t used = Distance(buffer_.get(), end_);
+    if (used > capacity_ / 2)
+        Grow(capacity_ * 2);
+    const size_t taken = source_->Read(end_, std::min(blockSize_, capacity_ - used));
+    if (!sawNul_)
+        sawNul_ = std::memchr(end_, '\0', taken) != nullptr;
+    end_ += taken;
+    return taken > 0;
+}
+
+void Parser::Terminate(char* place) {
+    if (*place == '\n' && place >= counted_)
+        ++lineNumber_;
+    *place = '\0';
+}
+
+void Parser::MoveTokenToFront() {
+    CountLinesBefore(tokenBegin_);
+    Rebase(buffer_.get());
+}
+
+void Parser::Grow(size_t capacity) {
+    std::unique_ptr<char[]> bigger(new char[capacity]);
+    if (buffer_)
+        Rebase(bigger.get());
+    buffer_ = std::move(bigger);
+    capacity_ = capacity;
+}
+
+void Parser::Rebase(char* front) {
+    const size_t counted = Distance(tokenBegin_, counted_);
+    const size_t taken = Distance(tokenBegin_, position_);
+    const size_t kept = Distance(tokenBegin_, end_);
+    std::memmove(front, tokenBegin_, kept);
+    tokenBegin_ = front;
+    counted_ = front + counted;
+    position_ = front + taken;
+    end_ = front + kept;
+}
+
+void Parser::CountLinesBefore(const char* place) const {
+    if (counted_ >= place)
+        return;
+    lineNumber_ += CountNewlines(counted_, place);
+    counted_ = place;
+}
+
+} // namespace Kor

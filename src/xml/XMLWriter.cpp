@@ -1,0 +1,181 @@
+#include "xml/XMLWriter.h"
+
+#include "core/ByteStreams.h"
+#include "core/NumberText.h"
+
+#include <array>
+
+namespace Kor {
+
+namespace {
+
+constexpr size_t kBlockSize = 64 * 1024;
+
+/// What stands for a byte in a text; empty for a byte that stands for itself.
+std::string_view GetEscape(char c) {
+    switch (c) {
+    case '"':
+        return "&quot;";
+    case '&':
+        return "&amp;";
+    case '\'':
+        return "&apos;";
+    case '<':
+        return "&lt;";
+    case '>':
+        return "&gt;";
+    default:
+        return {};
+    }
+}
+
+/// The bytes that end a run of plain ones, the NUL byte among them.
+constexpr std::array<bool, 256> MakeSpecialBytes() {
+    std::array<bool, 256> special{};
+    for (const char c : {'\0', '"', '&', '\'', '<', '>'})
+        special[static_cast<unsigned char>(c)] = true;
+    return special;
+}
+
+constexpr std::array<bool, 256> kSpecialBytes = MakeSpecialBytes();
+
+size_t CountPlainBytes(std::string_view text) {
+    size_t count = 0;
+    while (count < text.size() && !kSpecialBytes[static_cast<unsigned char>(text[count])])
+        ++count;
+    return count;
+}
+
+} // namespace
+
+XMLWriter::~XMLWriter() {
+    Close();
+}
+
+void XMLWriter::AddIndent(int levels) {
+    if (levels > 0)
+        openNames_.insert(openNames_.end(), static_cast<size_t>(levels), "");
+}
+
+void XMLWriter::Open(ByteSink& sink, bool writeHeader) {
+    Close();
+    sink_ = &sink;
+    tagOpen_ = hasChildren_ = failed_ = false;
+    if (writeHeader)
+        Put("<?xml version='1.0' encoding='UTF-8'?>");
+}
+
+void XMLWriter::StartElement(const char* name) {
+    CloseTag();
+    BreakLine();
+    openNames_.push_back(name ? name : "");
+    Put("<");
+    Put(openNames_.back());
+    tagOpen_ = true;
+    hasChildren_ = false;
+}
+
+void XMLWriter::WriteAttribute(const char* name, std::string_view value) {
+    if (!tagOpen_)
+        return;
+    Put(" ");
+    Put(name ? name : "");
+    Put("='");
+    PutEscaped(value);
+    Put("'");
+}
+
+void XMLWriter::WriteAttribute(const char* name, int value) {
+    char text[kNumberTextCapacity];
+    WriteAttribute(name, std::string_view(text, FormatInteger(value, text, sizeof text)));
+}
+
+void XMLWriter::WriteAttribute(const char* name, double value) {
+    char text[kNumberTextCapacity];
+    WriteAttribute(name, std::string_view(text, FormatDouble(value, text, sizeof text)));
+}
+
+void XMLWriter::WriteText(std::string_view text) {
+    CloseTag();
+    PutEscaped(text);
+}
+
+// A comment deliberately does not count as a child: an element that holds nothing else gets its end
+// tag right behind it.
+void XMLWriter::WriteComment(std::string_view text) {
+    CloseTag();
+    BreakLine();
+    Put("<!--");
+    PutEscaped(text);
+    Put("-->");
+}
+
+void XMLWriter::EndElement() {
+    if (openNames_.empty())
+        return;
+    const char* name = openNames_.back();
+    openNames_.pop_back();
+    if (tagOpen_) {
+        Put("/>");
+    } else {
+        if (hasChildren_)
+            BreakLine();
+        Put("</");
+        Put(name);
+        Put(">");
+    }
+    tagOpen_ = false;
+    hasChildren_ = true;
+}
+
+bool XMLWriter::Close() {
+    if (!sink_) {
+        openNames_.clear();
+        return !failed_;
+    }
+    while (!openNames_.empty())
+        EndElement();
+    Flush();
+    sink_ = nullptr;
+    return !failed_;
+}
+
+void XMLWriter::Flush() {
+    if (sink_ && !failed_ && !buffer_.empty())
+        failed_ = !sink_->Write(buffer_);
+    buffer_.clear();
+}
+
+void XMLWriter::CloseTag() {
+    if (tagOpen_)
+        Put(">");
+    tagOpen_ = false;
+}
+
+void XMLWriter::BreakLine() {
+    Put("\n");
+    for (size_t i = 0; i < openNames_.size(); ++i)
+        Put("\t");
+}
+
+void XMLWriter::Put(std::string_view text) {
+    if (!sink_)
+        return;
+    buffer_.append(text);
+    if (buffer_.size() >= kBlockSize)
+        Flush();
+}
+
+void XMLWriter::PutEscaped(std::string_view text) {
+    for (;;) {
+        const size_t plain = CountPlainBytes(text);
+        Put(text.substr(0, plain));
+        text.remove_prefix(plain);
+        if (text.empty() || text.front() == '\0')
+            return;
+        Put(GetEscape(text.front()));
+        text.remove_prefix(1);
+    }
+}
+
+} // namespace Kor
