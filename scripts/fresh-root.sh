@@ -96,7 +96,7 @@ done
 in_root() {
     env -i "${environment[@]}" chroot "$freshRoot" /bin/sh -c "$1" </dev/null
 }
-in_root 'git clone -q /root/ovicore.bundle /root/ovicore'
+in_root 'git clone -q -c advice.detachedHead=false /root/ovicore.bundle /root/ovicore'
 
 say "Running $command"
 result=0
