@@ -4,13 +4,14 @@
 # usage: scripts/setup.sh [--build|--test|--ci]
 #   --build  compiler, build system, and what the command line tool uses (the default)
 #   --test   also what the tests need
-#   --ci     also what linting, sanitizing, measuring coverage and the benchmarks need
+#   --ci     also what linting, sanitizing, measuring coverage, the benchmarks and the build for
+#            Windows need
 set -euo pipefail
 
 buildPackages=(g++ cmake ninja-build libcli11-dev nlohmann-json3-dev)
 testPackages=(libgtest-dev libgmock-dev python3 binutils pkgconf)
 ciPackages=(git clang clang-format clang-tidy libclang-rt-14-dev gcovr
-    libbenchmark-dev libpugixml-dev libexpat1-dev)
+    libbenchmark-dev libpugixml-dev libexpat1-dev g++-mingw-w64-x86-64-posix)
 
 packages=("${buildPackages[@]}")
 case ${1:---build} in

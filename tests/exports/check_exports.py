@@ -32,10 +32,19 @@ def committed_names(path):
 
 
 def built_names(nm, library):
+    if library.suffix.lower() == ".dll":
+        return dll_names(nm, library)
     command = [nm, "-D", "--defined-only", "--format=posix", str(library)]
     output = subprocess.run(command, capture_output=True, text=True, check=True).stdout
     names = {line.split()[0].split("@")[0] for line in output.splitlines() if line.strip()}
     return names - LINKER_SYMBOLS
+
+
+def dll_names(objdump, library):
+    command = [objdump, "-p", str(library)]
+    output = subprocess.run(command, capture_output=True, text=True, check=True).stdout
+    table = output.partition("[Ordinal/Name Pointer] Table")[2]
+    return set(re.findall(r"^\s*\[ *\d+\] (?:\+base\[ *\d+\]\s+\w+ )?(\w+)$", table, re.MULTILINE))
 
 
 def declared_names(folder):
@@ -57,7 +66,7 @@ def compare(left, right, left_title, right_title):
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__.split("\n")[0])
-    parser.add_argument("--nm", default="nm")
+    parser.add_argument("--nm", default="nm", help="nm, or objdump for a DLL")
     parser.add_argument("--library", type=Path, required=True)
     parser.add_argument("--list", type=Path, required=True)
     parser.add_argument("--headers", type=Path, required=True)
