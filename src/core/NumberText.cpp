@@ -54,6 +54,14 @@ bool IsHexadecimal(std::string_view text) {
     return IsHexDigit(ByteAt(text, 2)) || (ByteAt(text, 2) == '.' && IsHexDigit(ByteAt(text, 3)));
 }
 
+/// The text without a hexadecimal exponent of two signs, which some libraries read all the same.
+std::string_view CutDoublySignedExponent(std::string_view text) {
+    const size_t exponentAt = std::min(text.find_first_of("pP"), text.size());
+    const bool doublySigned =
+        ByteAt(text, exponentAt + 1) == '+' && ByteAt(text, exponentAt + 2) == '-';
+    return doublySigned ? text.substr(0, exponentAt) : text;
+}
+
 /// Whether a number that is out of range is so for being too large: whether its first digit other
 /// than 0 stands, its exponent applied, before the point.
 bool IsTooLarge(std::string_view number, bool hexadecimal) {
@@ -115,7 +123,7 @@ double ParseDouble(std::string_view text) {
     const bool negative = TakeSign(text);
     const bool hexadecimal = IsHexadecimal(text);
     if (hexadecimal)
-        text.remove_prefix(2);
+        text = CutDoublySignedExponent(text.substr(2));
     double magnitude = 0;
     if (ByteAt(text, 0) == '-' || !ParseMagnitude(text, hexadecimal, magnitude))
         return 0; // std::from_chars would take a second sign
