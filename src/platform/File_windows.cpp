@@ -1,0 +1,187 @@
+#include "platform/File.h"
+
+#include "core/Names.h"
+#include "platform/FileNames.h"
+#include "platform/WideText_windows.h"
+
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#define WIN32_LEAN_AND_MEAN
+#include <windows.h>
+
+#include <algorithm>
+
+namespace Kor {
+
+namespace {
+
+constexpr size_t kMaxTransfer = size_t{1} << 30; // the system counts in 32 bits
+constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+/// An open file, closed with its owner.
+class Handle {
+public:
+    explicit Handle(HANDLE value = INVALID_HANDLE_VALUE) : value_(value) {}
+    Handle(Handle&& other) noexcept : value_(other.value_) { other.value_ = INVALID_HANDLE_VALUE; }
+    Handle& operator=(Handle&&) = delete;
+    ~Handle() { Close(); }
+
+    HANDLE Get() const { return value_; }
+    bool IsOpen() const { return value_ != INVALID_HANDLE_VALUE; }
+
+    bool Close() {
+        const bool closed = !IsOpen() || CloseHandle(value_);
+        value_ = INVALID_HANDLE_VALUE;
+        return closed;
+    }
+
+private:
+    HANDLE value_;
+};
+
+Handle OpenFile(const std::wstring& path, DWORD access, DWORD share, DWORD disposition) {
+    return Handle(CreateFileW(path.c_str(), access, share, nullptr, disposition,
+                              FILE_ATTRIBUTE_NORMAL, nullptr));
+}
+
+class WindowsInputFile : public InputFile {
+public:
+    explicit WindowsInputFile(Handle file) : file_(std::move(file)) {}
+
+    size_t Read(char* buffer, size_t capacity) override {
+        const auto wanted = static_cast<DWORD>(std::min(capacity, kMaxTransfer));
+        DWORD taken = 0;
+        return ReadFile(file_.Get(), buffer, wanted, &taken, nullptr) ? taken : 0;
+    }
+
+private:
+    Handle file_;
+};
+
+class WindowsOutputFile : public OutputFile {
+public:
+    /// Without a temporary path the target itself is open.
+    WindowsOutputFile(Handle file, std::wstring temporary, std::wstring target)
+        : file_(std::move(file)), temporary_(std::move(temporary)), target_(std::move(target)) {}
+
+    ~WindowsOutputFile() override {
+        file_.Close(); // an open file could not be deleted
+        if (!temporary_.empty())
+            DeleteFileW(temporary_.c_str());
+    }
+
+    bool Write(std::string_view bytes) override {
+        while (!failed_ && !bytes.empty()) {
+            const auto wanted = static_cast<DWORD>(std::min(bytes.size(), kMaxTransfer));
+            DWORD taken = 0;
+            failed_ = !WriteFile(file_.Get(), bytes.data(), wanted, &taken, nullptr) || taken == 0;
+            bytes.remove_prefix(taken);
+        }
+        return !failed_ && file_.IsOpen();
+    }
+
+    bool Commit() override {
+        bool done = file_.IsOpen() && !failed_;
+        if (done && !temporary_.empty())
+            done = FlushFileBuffers(file_.Get());
+        done = file_.Close() && done;
+        if (done && !temporary_.empty()) {
+            constexpr DWORD kFlags = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
+            done = MoveFileExW(temporary_.c_str(), target_.c_str(), kFlags);
+            if (done)
+                temporary_.clear();
+        }
+        return done;
+    }
+
+private:
+    Handle file_;
+    std::wstring temporary_;
+    std::wstring target_;
+    bool failed_ = false;
+};
+
+/// The path of an open file behind all links; the given one when the system cannot tell.
+std::wstring GetFinalPath(const Handle& file, const std::wstring& given) {
+    const DWORD size = GetFinalPathNameByHandleW(file.Get(), nullptr, 0, FILE_NAME_NORMALIZED);
+    std::wstring path(size, L'\0');
+    const DWORD length =
+        GetFinalPathNameByHandleW(file.Get(), path.data(), size, FILE_NAME_NORMALIZED);
+    if (length == 0 || length >= size)
+        return given;
+    path.resize(length);
+    return path;
+}
+
+/// Gives the new file the access rights of the old one, as far as the system allows.
+void CopyPermissions(const std::wstring& old, const std::wstring& file) {
+    DWORD size = 0;
+    GetFileSecurityW(old.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
+    std::string descriptor(size, '\0');
+    if (GetFileSecurityW(old.c_str(), DACL_SECURITY_INFORMATION, descriptor.data(), size, &size))
+        SetFileSecurityW(file.c_str(), DACL_SECURITY_INFORMATION, descriptor.data());
+}
+
+std::unique_ptr<OutputFile> CreateBeside(const std::wstring& target, bool exists) {
+    constexpr int kMaxTries = 100;
+    const size_t nameAt = target.find_last_of(L"\\/:") + 1;
+    for (int i = 0; i < kMaxTries; ++i) {
+        const std::wstring temporary =
+            target.substr(0, nameAt) + ToWide(MakeTemporaryName(GetCurrentProcessId()));
+        Handle file = OpenFile(temporary, GENERIC_WRITE, 0, CREATE_NEW);
+        if (file.IsOpen()) {
+            if (exists)
+                CopyPermissions(target, temporary);
+            return std::make_unique<WindowsOutputFile>(std::move(file), temporary, target);
+        }
+        if (GetLastError() != ERROR_FILE_EXISTS)
+            break;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+std::unique_ptr<InputFile> InputFile::Open(const char* path) {
+    // Other programs may go on reading, writing and replacing the file.
+    Handle file =
+        OpenFile(ToWidePath(std::string(TextOf(path))), GENERIC_READ, kShareAll, OPEN_EXISTING);
+    return file.IsOpen() ? std::make_unique<WindowsInputFile>(std::move(file)) : nullptr;
+}
+
+std::unique_ptr<OutputFile> OutputFile::Create(const char* path) {
+    const std::wstring given = ToWidePath(std::string(TextOf(path)));
+    // Opening what is there tells whether it may be written, and finds directories out.
+    Handle old = OpenFile(given, GENERIC_WRITE, kShareAll, OPEN_EXISTING);
+    if (!old.IsOpen())
+        return GetLastError() == ERROR_FILE_NOT_FOUND ? CreateBeside(given, false) : nullptr;
+    if (GetFileType(old.Get()) != FILE_TYPE_DISK)
+        return std::make_unique<WindowsOutputFile>(std::move(old), std::wstring(), given);
+    const std::wstring target = GetFinalPath(old, given);
+    old.Close();
+    return CreateBeside(target, true);
+}
+
+bool ListDirectory(const std::string& directory, bool files, bool directories,
+                   std::vector<std::string>& names) {
+    names.clear();
+    const bool ended = directory.empty() || directory.back() == '\\' || directory.back() == '/';
+    WIN32_FIND_DATAW entry;
+    const HANDLE search =
+        FindFirstFileW(ToWidePath(directory + (ended ? "*.*" : "\\*.*")).c_str(), &entry);
+    if (search == INVALID_HANDLE_VALUE)
+        return false;
+    // The names come in the directory's own code page, so that both together are valid again.
+    const unsigned codePage = GetCodePageOf(directory);
+    do {
+        const bool isDirectory = (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+        if (entry.cFileName[0] != L'.' && (isDirectory ? directories : files))
+            names.push_back(FromWide(entry.cFileName, codePage));
+    } while (FindNextFileW(search, &entry));
+    FindClose(search);
+    SortFileNames(names);
+    return true;
+}
+
+} // namespace Kor
