@@ -11,7 +11,7 @@ set -euo pipefail
 buildPackages=(g++ cmake ninja-build libcli11-dev nlohmann-json3-dev)
 testPackages=(libgtest-dev libgmock-dev python3 binutils pkgconf)
 ciPackages=(git clang clang-format clang-tidy libclang-rt-14-dev gcovr
-    libbenchmark-dev libpugixml-dev libexpat1-dev g++-mingw-w64-x86-64-posix)
+    libbenchmark-dev libpugixml-dev libexpat1-dev g++-mingw-w64-x86-64-posix wine64)
 
 packages=("${buildPackages[@]}")
 case ${1:---build} in

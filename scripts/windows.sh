@@ -17,13 +17,18 @@ python3 "$rootDir/tests/exports/check_exports.py" --nm x86_64-w64-mingw32-objdum
     --library "$rootDir/build/windows/OviCore.dll" \
     --list "$rootDir/src/api/exported-symbols.txt" --headers "$rootDir/include/ovi"
 
-wine=$(command -v wine || command -v wine64 || true)
+# Debian's package wine64 alone puts the program nowhere on the path.
+wine=$(PATH=$PATH:/usr/lib/wine command -v wine64 || true)
 if [[ -z $wine ]]; then
-    echo "Wine is not installed: the host was built, not run."
+    echo "Wine is not installed (Debian package: wine64): the host was built, not run."
     exit 0
 fi
 say "Running the example host with Wine"
+export WINEPREFIX=$rootDir/build/windows/wine WINEDEBUG=-all
 output=$rootDir/build/windows/host-output
+rm -rf "$output"
 mkdir -p "$output"
 cp "$rootDir/build/windows/OviCore.dll" "$rootDir/build/windows/examples/"
-(cd "$rootDir" && "$wine" build/windows/examples/ovi_host.exe examples build/windows/host-output)
+cd "$rootDir"
+"$wine" build/windows/examples/ovi_host.exe examples build/windows/host-output ||
+    fail "the example host, on Windows"
