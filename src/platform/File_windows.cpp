@@ -169,7 +169,7 @@ bool ListDirectory(const std::string& directory, bool files, bool directories,
     const bool ended = directory.empty() || directory.back() == '\\' || directory.back() == '/';
     WIN32_FIND_DATAW entry;
     const HANDLE search =
-        FindFirstFileW(ToWidePath(directory + (ended ? "*.*" : "\\*.*")).c_str(), &entry);
+        FindFirstFileW(ToWidePath(directory + (ended ? "*" : "\\*")).c_str(), &entry);
     if (search == INVALID_HANDLE_VALUE)
         return false;
     // The names come in the directory's own code page, so that both together are valid again.
