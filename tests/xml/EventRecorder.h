@@ -79,10 +79,13 @@ inline Events ReadInBlocks(std::string_view text, size_t blockSize,
     return events;
 }
 
+/// Blocks so small that every token lies across their ends, and a larger one.
+constexpr size_t kBlockSizes[] = {1, 2, 3, 7, 4096};
+
 /// The events of a text, which must be the same for every size of block.
 inline Events Read(std::string_view text, size_t refuseAfter = std::string::npos) {
     const Events events = ReadInBlocks(text, Parser::kDefaultBlockSize, refuseAfter);
-    for (const size_t blockSize : {1, 2, 3, 7, 4096}) {
+    for (const size_t blockSize : kBlockSizes) {
         EXPECT_EQ(ReadInBlocks(text, blockSize, refuseAfter), events)
             << "in blocks of " << blockSize;
     }

@@ -32,7 +32,7 @@ Tokens SplitInBlocks(std::string_view text, size_t blockSize) {
 
 Tokens Split(std::string_view text) {
     const Tokens tokens = SplitInBlocks(text, Parser::kDefaultBlockSize);
-    for (const size_t blockSize : {1, 2, 3, 7, 4096})
+    for (const size_t blockSize : {size_t{1}, size_t{2}, size_t{3}, size_t{7}, size_t{4096}})
         EXPECT_EQ(SplitInBlocks(text, blockSize), tokens) << "in blocks of " << blockSize;
     return tokens;
 }

@@ -227,7 +227,8 @@ TEST(XMLParser, ForgetsTheLastDocumentWhenItReadsAnother) {
     XMLParser parser(3);
     parser.SetXMLListener(&recorder);
     parser.SetErrorListener(&recorder);
-    MemorySource first("\n\n<?xml?>\0\n<a>"s);
+    const std::string firstText = "\n\n<?xml?>\0\n<a>"s;
+    MemorySource first(firstText);
     EXPECT_TRUE(parser.Parse("test.xml", first));
     MemorySource second("<?xml?></a>x<");
     EXPECT_FALSE(parser.Parse("test.xml", second));
@@ -264,7 +265,7 @@ private:
 } // namespace
 
 TEST(XMLParser, KnowsTheCurrentLineAtEveryEvent) {
-    for (const size_t blockSize : {1, 2, 3, 7, 4096}) {
+    for (const size_t blockSize : kBlockSizes) {
         XMLParser parser(blockSize);
         LineRecorder recorder(parser);
         parser.SetXMLListener(&recorder);
