@@ -30,6 +30,9 @@ public:
     /// The padding that the position needs for an alignment.
     int PaddingFor(int alignment) const;
 
+    /// Counts bytes that somebody else wrote at the position.
+    void Skip(int size) { position_ += size; }
+
     void WriteBytes(const void* bytes, int size);
     void WriteInt(std::int32_t number) { WriteBytes(&number, sizeof number); }
 

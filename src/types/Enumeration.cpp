@@ -57,6 +57,12 @@ int Enumeration::RemoveItem(EnumerationItem* item) {
     return index;
 }
 
+void Enumeration::CollectUsedTypes(std::vector<Type*>& types) const {
+    Type::CollectUsedTypes(types);
+    for (const EnumerationItem* item : items_)
+        item->CollectUsedTypes(types);
+}
+
 int Enumeration::GetValueSize(const void* value, int count) const {
     const Type* carrier = FollowCarriers();
     return carrier ? carrier->GetValueSize(value, count) : 0;

@@ -52,6 +52,7 @@ public:
                            int bufferSize) const override;
     void WriteValueToXML(const void* value, int count, XMLWriter& writer) const override;
 
+    void CollectUsedTypes(std::vector<Type*>& types) const override;
     Type* GetValueCarrier() const override { return GetBaseType(); }
 
     /// Called by an item around a change of its name.

@@ -49,6 +49,14 @@ void EnumerationItem::SetValue(const void* value) {
     value_.Adopt(valueType_.Get(), copy, count);
 }
 
+void EnumerationItem::CollectUsedTypes(std::vector<Type*>& types) const {
+    Type::CollectUsedTypes(types);
+    for (Type* used : {valueType_.Get(), value_.GetType()}) {
+        if (used)
+            types.push_back(used);
+    }
+}
+
 void EnumerationItem::LeaveSortedLists() {
     if (enumeration_)
         enumeration_->Unlist(*this);

@@ -43,6 +43,7 @@ public:
                            int bufferSize) const override;
     void WriteValueToXML(const void* value, int count, XMLWriter& writer) const override;
 
+    void CollectUsedTypes(std::vector<Type*>& types) const override;
     Type* GetValueCarrier() const override { return valueType_.Get(); }
 
     /// The enumeration that lists the item and follows its name, or null.

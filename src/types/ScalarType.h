@@ -25,6 +25,14 @@ template <class Element> class ScalarType : public Type {
 public:
     using Type::Type;
 
+    void* CopyValue(const void* value, int count) const override {
+        if (!value || count < 1)
+            return nullptr;
+        void* block = AllocateElements(count, sizeof(Element));
+        std::memcpy(block, value, static_cast<size_t>(count) * sizeof(Element));
+        return block;
+    }
+
     void DeleteValue(void* value, int) const override { std::free(value); }
 
     int CompareValues(const void* a, const void* b, int count) const override {

@@ -140,6 +140,11 @@ const Type* Type::FollowCarriers() const {
     return type == this ? nullptr : type;
 }
 
+void Type::CollectUsedTypes(std::vector<Type*>& types) const {
+    if (base_)
+        types.push_back(base_.Get());
+}
+
 bool Type::RefersTo(const Type* other, const char* fileName) const {
     if (other != this && (!other || other != GetBaseType()))
         return false;

@@ -3,6 +3,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "core/NamedObject.h"
 #include "types/TypeRef.h"
@@ -79,6 +80,9 @@ public:
     /// A new block of `count` elements from `initial`, or of zeroes without it; null below 1.
     virtual void* NewValue(const void* initial, int count) const = 0;
 
+    /// A new block with all elements of another one, also where NewValue would repeat the first.
+    virtual void* CopyValue(const void* value, int count) const { return NewValue(value, count); }
+
     /// Frees a block that NewValue of the same type made with the same count.
     virtual void DeleteValue(void* value, int count) const = 0;
 
@@ -103,6 +107,13 @@ public:
 
     /// The type that holds this one's values where another does (a base type), else null.
     virtual Type* GetValueCarrier() const { return nullptr; }
+
+    /// The type whose own rules the value blocks follow: this one, or the end of its chain of
+    /// carriers; null when that chain runs in a circle.
+    const Type* GetStorageType() const { return GetValueCarrier() ? FollowCarriers() : this; }
+
+    /// Adds every type that this one refers to for its values, once for each reference.
+    virtual void CollectUsedTypes(std::vector<Type*>& types) const;
 
     // -- use and ownership ----------------------------------------------------------------------
 

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "core/CompactString.h"
+#include "instances/Instance.h"
+
+namespace Kor {
+
+/// An instance at the top of a scene; it may refer to a file.
+class Asset : public Instance {
+public:
+    static constexpr int kClassId = kAssetClass;
+
+    explicit Asset(std::string_view name) : Instance(name) {}
+    ~Asset() override;
+
+    int GetClass() const override { return kClassId; }
+    bool ImplementsClass(int id) const override {
+        return id == kClassId || Instance::ImplementsClass(id);
+    }
+
+    /// A value that the library holds for the host.
+    void* GetAssetNode() const { return assetNode_; }
+
+    /// The file the asset refers to, or "".
+    const char* GetReference() const { return reference_.CStr(); }
+
+    /// Replaces the reference; with `announce`, events go out and the references to files are
+    /// counted.
+    void SetReference(std::string_view reference, bool announce);
+
+    /// Whether the asset manager lists the asset and therefore owns it.
+    bool IsListed() const { return listed_; }
+    void SetListed(bool listed) { listed_ = listed; }
+
+protected:
+    void LeaveSortedLists() override;
+    void EnterSortedLists() override;
+
+private:
+    void* assetNode_ = nullptr;
+    CompactString reference_;
+    bool listed_ = false;
+};
+
+} // namespace Kor

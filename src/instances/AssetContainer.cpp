@@ -1,0 +1,57 @@
+#include "instances/AssetContainer.h"
+
+#include "core/Names.h"
+
+namespace Kor {
+
+AssetContainer::~AssetContainer() {
+    AssetContainer::Clear();
+}
+
+int AssetContainer::CreateAsset(const char* name) {
+    if (!IsValidName(TextOf(name)) || assets_.Find(TextOf(name)) >= 0)
+        return -1;
+    auto asset = std::make_unique<Asset>(TextOf(name));
+    const int index = AddAsset(asset.get());
+    asset.release();
+    return index;
+}
+
+int AssetContainer::AddAsset(Asset* asset) {
+    dirty_ = true;
+    Asset* replaced = nullptr;
+    const int index = assets_.Insert(asset, &replaced);
+    if (replaced)
+        replaced->SetListed(false);
+    asset->SetListed(true);
+    return index;
+}
+
+void AssetContainer::Unlist(Asset& asset) {
+    NoteFreedName(asset.GetNameView());
+    assets_.RemoveExactly(&asset);
+}
+
+int AssetContainer::RemoveAsset(Asset* asset) {
+    dirty_ = true;
+    NoteFreedName(asset->GetNameView());
+    if (asset->IsListed()) {
+        asset->SetListed(false);
+        return assets_.Remove(asset);
+    }
+    const int index = assets_.Find(asset->GetKey());
+    if (Asset* namesake = assets_.GetAt(index)) {
+        namesake->SetListed(false);
+        assets_.Remove(namesake);
+    }
+    return index;
+}
+
+void AssetContainer::Clear() {
+    while (Asset* last = assets_.TakeLast()) {
+        last->SetListed(false);
+        delete last;
+    }
+}
+
+} // namespace Kor

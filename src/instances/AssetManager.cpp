@@ -1,0 +1,153 @@
+#include "instances/AssetManager.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <memory>
+
+#include "core/ErrorManager.h"
+#include "core/Names.h"
+#include "core/NumberText.h"
+#include "notify/NotificationManager.h"
+#include "platform/File.h"
+#include "xml/XMLInstanceListener.h"
+#include "xml/XMLParser.h"
+#include "xml/XMLWriter.h"
+
+namespace Kor {
+
+namespace {
+
+constexpr std::string_view kGeneratedName = "Asset";
+
+void Announce(Asset* asset, int event, void* argument) {
+    if (NotificationManager* notifications = NotificationManager::Get())
+        notifications->NotifyInstance(asset, event, argument);
+}
+
+} // namespace
+
+std::string ForceSceneExtension(const char* path) {
+    std::string result(TextOf(path));
+    const size_t dot = result.rfind('.');
+    if (dot != std::string::npos && dot > 0)
+        result.erase(dot);
+    return result + ".asset";
+}
+
+// -- scenes ---------------------------------------------------------------------------------------
+
+bool AssetManager::NewScene() {
+    Clear();
+    lowestFreeNumber_ = 1;
+    SetDirty(false);
+    return true;
+}
+
+bool AssetManager::LoadScene(const char* path) {
+    const std::string fileName = ForceSceneExtension(path);
+    const auto file = InputFile::Open(fileName.c_str());
+    if (!file) {
+        std::fprintf(stderr, "Unable to open file '%s'\n", fileName.c_str());
+        return false;
+    }
+    return ReadScene(fileName.c_str(), *file);
+}
+
+bool AssetManager::ReadScene(const char* sourceName, ByteSource& source) {
+    XMLParser parser;
+    XMLInstanceListener listener(parser);
+    parser.SetXMLListener(&listener);
+    parser.SetErrorListener(ErrorManager::Get());
+    return parser.Parse(sourceName, source);
+}
+
+bool AssetManager::SaveScene(const char* path) {
+    const std::string fileName = ForceSceneExtension(path);
+    const auto file = OutputFile::Create(fileName.c_str());
+    if (file && WriteScene(*file) && file->Commit())
+        return true;
+    if (ErrorManager* errors = ErrorManager::Get())
+        errors->AddErrorItem(kError, fileName.c_str(), -1, "Unable to open file for writing");
+    return false;
+}
+
+bool AssetManager::WriteScene(ByteSink& sink) {
+    XMLWriter writer;
+    writer.Open(sink, true);
+    writer.StartElement("assets");
+    for (const Asset* asset : GetAssets().Snapshot())
+        asset->WriteToXML(writer);
+    writer.EndElement();
+    return writer.Close();
+}
+
+// -- file references ------------------------------------------------------------------------------
+
+bool AssetManager::ReferenceFile(Asset& asset, const std::string& file) {
+    const auto [entry, entered] = fileReferences_.emplace(file, 0);
+    ++entry->second;
+    if (entered) {
+        std::string name = file;
+        Announce(&asset, kReferenceFile, name.data());
+    }
+    return entered;
+}
+
+bool AssetManager::UnreferenceFile(Asset& asset, const std::string& file) {
+    const auto entry = fileReferences_.find(file);
+    if (entry == fileReferences_.end() || --entry->second != 0)
+        return false;
+    std::string name = file;
+    Announce(&asset, kUnreferenceFile, name.data());
+    return true;
+}
+
+// -- assets ---------------------------------------------------------------------------------------
+
+Asset* AssetManager::NewAsset(const char* name) {
+    const std::string given = name ? std::string(name) : FindFreeName();
+    if (!IsValidName(given) || GetAsset(given))
+        return nullptr;
+    auto created = std::make_unique<Asset>(given);
+    int index = AddAsset(created.get());
+    Asset* asset = created.release();
+    Announce(asset, kAssetAdded, &index);
+    return asset;
+}
+
+std::string AssetManager::FindFreeName() {
+    std::string name;
+    do {
+        name.assign(kGeneratedName).append(std::to_string(lowestFreeNumber_));
+    } while (GetAsset(name) && ++lowestFreeNumber_);
+    return name;
+}
+
+void AssetManager::NoteFreedName(std::string_view name) {
+    if (name.size() > kGeneratedName.size() &&
+        name.compare(0, kGeneratedName.size(), kGeneratedName) == 0) {
+        const int number = ParseInt(name.data() + kGeneratedName.size());
+        lowestFreeNumber_ = std::min(lowestFreeNumber_, std::max(number, 1));
+    }
+}
+
+int AssetManager::AddAssetAndAnnounce(Asset* asset) {
+    int result = AddAsset(asset);
+    Announce(asset, kAssetAdded, &result);
+    return result;
+}
+
+int AssetManager::RemoveAssetAndAnnounce(Asset* asset) {
+    int result = RemoveAsset(asset);
+    Announce(asset, kAssetRemoved, &result);
+    return result;
+}
+
+void AssetManager::Terminate() {
+    if (--useCount_ > 0)
+        return;
+    delete this;
+    Forget();
+}
+
+} // namespace Kor

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <map>
+#include <string>
+
+#include "core/Singleton.h"
+#include "instances/AssetContainer.h"
+
+namespace Kor {
+
+class ByteSink;
+class ByteSource;
+
+/// The scene: its assets, its files, and how often assets refer to other files.
+class AssetManager : public AssetContainer, public Singleton<AssetManager> {
+public:
+    /// Deletes every asset and clears the dirty flag; always true.
+    virtual bool NewScene();
+
+    /// Reads a scene file (the extension is forced to "asset") into the current scene. A file that
+    /// cannot be opened is reported on the standard error stream alone.
+    virtual bool LoadScene(const char* path);
+    virtual bool ReadScene(const char* sourceName, ByteSource& source);
+
+    /// Writes the scene (the extension is forced to "asset"). The old file stays whole until the
+    /// new one is complete; failures are reported to the ErrorManager.
+    virtual bool SaveScene(const char* path);
+    virtual bool WriteScene(ByteSink& sink);
+
+    /// True when the file was not in the table yet; then "ReferenceFile" was sent. A file that was
+    /// let go stays in the table, so that later references deliberately send nothing.
+    virtual bool ReferenceFile(Asset& asset, const std::string& file);
+
+    /// True when this was the last reference; then "UnreferenceFile" was sent.
+    virtual bool UnreferenceFile(Asset& asset, const std::string& file);
+
+    /// A new asset, announced; without a name the first free one of Asset1, Asset2, ... Null when
+    /// the name is in use or breaks the name rule.
+    virtual Asset* NewAsset(const char* name);
+
+    /// As AddAsset and RemoveAsset, announced.
+    virtual int AddAssetAndAnnounce(Asset* asset);
+    virtual int RemoveAssetAndAnnounce(Asset* asset);
+
+    void Initialize() { ++useCount_; }
+    void Terminate();
+
+protected:
+    void NoteFreedName(std::string_view name) override;
+
+private:
+    friend class Singleton<AssetManager>;
+
+    AssetManager() = default;
+    ~AssetManager() override = default;
+
+    std::string FindFreeName();
+
+    int useCount_ = 0;
+    std::map<std::string, int> fileReferences_;
+    int lowestFreeNumber_ = 1; // all lower numbers are in use as Asset1, Asset2, ...
+};
+
+/// The path of a scene file: whatever follows the last "." becomes "asset", also where that dot
+/// deliberately belongs to a directory; a dot at the very start does not count.
+std::string ForceSceneExtension(const char* path);
+
+} // namespace Kor

@@ -1,0 +1,111 @@
+#pragma once
+
+#include <memory>
+
+#include "core/CompactString.h"
+#include "instances/PropertyInstance.h"
+#include "types/TypeRef.h"
+
+namespace Kor {
+
+class AttributeProperty;
+
+/// A typed value and its binding. The value comes into being when it is first asked for (from the
+/// property's default) or set.
+class AttributeInstance : public PropertyInstance {
+public:
+    static constexpr int kClassId = kAttributeInstanceClass;
+
+    AttributeInstance(Instance& instance, AttributeProperty& property);
+    ~AttributeInstance() override;
+
+    int GetClass() const override { return kClassId; }
+    bool ImplementsClass(int id) const override {
+        return id == kClassId || PropertyInstance::ImplementsClass(id);
+    }
+
+    const AttributeProperty& GetAttributeProperty() const;
+
+    // -- value ----------------------------------------------------------------------------------
+
+    /// The value block, made from the property's default when there is none yet; null without a
+    /// type.
+    virtual void* GetValue();
+
+    /// The value block as it is, perhaps null.
+    const void* GetStoredValue() const { return value_; }
+
+    /// Announces and stores a copy of the block, which may be the attribute's own. Does nothing
+    /// without a type.
+    void SetValue(const void* source);
+
+    /// Announces and stores texts, one an element; a value of variable length takes their number.
+    /// Elements without a text are the type's zero, texts without an element are ignored.
+    void SetValueFromTexts(const char* const* texts, int count);
+
+    /// Announces and stores an instance as an element of a template-typed value: the first replaces
+    /// the value, the others join it. False, leaving the instance to the caller, when the type
+    /// holds no instances or the dimension forbids that many.
+    bool SetNestedInstance(std::unique_ptr<Instance>& instance, int index);
+
+    /// The type whose rules the value block follows, and whether that is a template.
+    Type* GetType() const;
+    bool HoldsInstances() const;
+    Instance* GetNestedInstance(int index) const;
+
+    /// Number of elements. Setting another one drops the value; false when the type fixes it.
+    int GetDimension() const { return dimension_; }
+    bool SetDimension(int dimension);
+
+    // -- binding --------------------------------------------------------------------------------
+
+    const char* GetBinding() const { return binding_.CStr(); }
+
+    /// Announces the binding, then stores it as it was given.
+    void SetBinding(std::string_view binding);
+
+    // -- as every kind --------------------------------------------------------------------------
+
+    void WriteToXML(XMLWriter& writer) const override;
+
+    /// The start tag with what stands in front of the value, without the end.
+    void OpenInXML(XMLWriter& writer) const;
+
+    int GetBinarySize() const override;
+    int GetPadding(int offset) const override;
+
+    /// A value that was never read or set counts as invalid.
+    bool IsValid() const override;
+    int WriteToBinary(void* buffer, int bufferSize) const override;
+
+    /// Everything but the value, which may nest deeply and is copied by the instance.
+    void CopyFrom(const PropertyInstance& source) override;
+
+    /// Takes over a copy of a value that holds no instances.
+    void CopyPlainValue(AttributeInstance& source);
+
+    /// Takes over a block of this attribute's dimension, made by its type.
+    void AdoptValue(void* block);
+
+    /// Makes the value a block of as many null references as the dimension says.
+    void MakeEmptyNestedValue() { ResizeNested(dimension_); }
+    void StoreNestedInstance(std::unique_ptr<Instance> instance, int index);
+
+    /// Lets go of the nested instances' link to this attribute.
+    void OrphanNestedInstances();
+
+private:
+    void Announce(const void* source);
+    void LinkNestedInstance();
+    void RemoveNestedTemplates();
+    void AnnounceNestedTemplates();
+    void ResizeNested(int dimension);
+    void FreeValue();
+
+    int dimension_;
+    CompactString binding_;
+    void* value_ = nullptr;
+    TypeRef valueType_; // the type that made the block and therefore frees it
+};
+
+} // namespace Kor

@@ -1,0 +1,310 @@
+#include "instances/Instance.h"
+
+#include <algorithm>
+#include <limits>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "core/Names.h"
+#include "instances/Asset.h"
+#include "manager/RetiredSchema.h"
+#include "manager/TemplateManager.h"
+#include "notify/NotificationManager.h"
+
+namespace Kor {
+
+namespace {
+
+/// Instances whose values are gone. They are kept in reach, so that a schema that goes can take
+/// its links away from them.
+std::vector<Instance*>& Abandoned() {
+    static std::vector<Instance*> instances;
+    return instances;
+}
+
+} // namespace
+
+Instance::Instance(std::string_view name, Place place)
+    : NamedObject(name), freeStanding_(place == kFreeStanding) {
+    if (freeStanding_)
+        ++freeStandingCount_;
+}
+
+Instance::~Instance() {
+    if (abandoned_) {
+        auto& abandoned = Abandoned();
+        abandoned.erase(std::remove(abandoned.begin(), abandoned.end(), this), abandoned.end());
+    }
+    DeletePropertyInstances();
+    ReleaseTemplates();
+    BecomeValueElement();
+}
+
+bool Instance::SetName(const char* name) {
+    std::string proposed(TextOf(name));
+    Notify(kInstanceRenamed, proposed.data());
+    if (!IsValidName(TextOf(name)))
+        return false;
+    LeaveSortedLists();
+    StoreName(TextOf(name));
+    EnterSortedLists();
+    return true;
+}
+
+void Instance::Notify(int event, void* argument) {
+    if (NotificationManager* notifications = NotificationManager::Get())
+        notifications->NotifyInstance(this, event, argument);
+}
+
+// -- templates ------------------------------------------------------------------------------------
+
+int Instance::AddTemplate(Template* added, bool notify) {
+    Template* replaced = nullptr;
+    const int position = templates_.Insert(added, &replaced);
+    added->AddInstance();
+    if (replaced)
+        replaced->RemoveInstance();
+    if (notify)
+        Notify(kTemplateAdded, added);
+    AddPropertyInstances(added->GetInstanceProperties());
+    return position;
+}
+
+void Instance::AddPropertyInstances(const std::vector<Property*>& properties) {
+    if (!propertyInstances_.IsEmpty()) {
+        for (Property* property : properties)
+            AddPropertyInstance(*property, false);
+        return;
+    }
+    // The first template's properties come sorted and without duplicates.
+    propertyInstances_.Reserve(static_cast<int>(properties.size()));
+    for (Property* property : properties) {
+        if (auto created = property->CreateInstance(*this))
+            propertyInstances_.Append(created.release());
+    }
+}
+
+int Instance::RemoveTemplate(Template* removed, bool notify) {
+    const std::vector<Property*> properties(removed->GetOwnProperties().begin(),
+                                            removed->GetOwnProperties().end());
+    for (Property* property : properties)
+        RemovePropertyInstance(*property, notify);
+    const int position = templates_.Find(removed->GetKey());
+    if (position >= 0) {
+        templates_.GetAt(position)->RemoveInstance();
+        templates_.Remove(templates_.GetAt(position));
+    }
+    if (notify)
+        Notify(kTemplateRemoved, removed);
+    return position;
+}
+
+int Instance::UpdateTemplate(Template* old, bool notify) {
+    TemplateManager* manager = TemplateManager::Get();
+    Template* next = manager && old->GetVersion() < std::numeric_limits<int>::max()
+                         ? manager->GetTemplateVersion(old->GetFullName(), old->GetVersion() + 1)
+                         : nullptr;
+    const int place = templates_.Find(old->GetKey());
+    if (!next || place < 0)
+        return -1;
+    Template* listed = templates_.GetAt(place);
+    templates_.Remove(listed);
+    Template* replaced = nullptr;
+    const int inserted = templates_.Insert(next, &replaced);
+    next->AddInstance();
+    if (replaced)
+        replaced->RemoveInstance();
+    if (notify) {
+        const bool deprecated = next->GetVersionStatus() == VersionedObject::kDeprecated;
+        if (deprecated && old->GetVersionStatus() != VersionedObject::kDeprecated)
+            Notify(kTemplateDeprecated, nullptr);
+        Notify(kTemplateUpdated, old);
+        AnnounceDroppedProperties(*old, *next);
+    }
+    const std::vector<Property*> properties(next->GetOwnProperties().begin(),
+                                            next->GetOwnProperties().end());
+    for (Property* property : properties) {
+        if (property->GetVersion() == next->GetVersion())
+            UpdateProperty(*property, notify);
+    }
+    listed->RemoveInstance();
+    return inserted < 0 ? ~inserted : inserted;
+}
+
+/// Only told, not done: an update deliberately never deletes values.
+void Instance::AnnounceDroppedProperties(const Template& old, const Template& next) {
+    const std::vector<Property*> properties(old.GetOwnProperties().begin(),
+                                            old.GetOwnProperties().end());
+    for (Property* property : properties) {
+        if (!next.GetProperty(property->GetKey(), true))
+            Notify(kPropertyRemoved, property);
+    }
+}
+
+/// The property instance of the previous version is deliberately looked for under the short name,
+/// and keeps pointing to that version: the update only announces the change. The deprecation test
+/// deliberately mirrors the one for templates.
+void Instance::UpdateProperty(Property& property, bool notify) {
+    auto* previous = dynamic_cast<Property*>(property.GetPrevious());
+    PropertyInstance* found =
+        previous ? propertyInstances_.Get(previous->GetNameView()) : nullptr;
+    if (!found) {
+        AddPropertyInstance(property, notify);
+        return;
+    }
+    propertyInstances_.RemoveExactly(found);
+    const int oldStatus = found->GetProperty()->GetVersionStatus();
+    const int newStatus = property.GetVersionStatus();
+    int event = kPropertyUpdated;
+    if (oldStatus == VersionedObject::kDeprecated && newStatus != VersionedObject::kDeprecated)
+        event = kPropertyDeprecated;
+    else if (newStatus == VersionedObject::kRenamed)
+        event = kPropertyRenamed;
+    if (NotificationManager* notifications = NotificationManager::Get()) {
+        void* argument = event == kPropertyDeprecated ? nullptr : &property;
+        notifications->NotifyPropertyInstance(found, event, argument);
+    }
+    propertyInstances_.Insert(found);
+}
+
+Template* Instance::GetTemplate(std::string_view name) const {
+    TemplateManager* manager = TemplateManager::Get();
+    Template* known = manager ? manager->GetTemplate(name) : nullptr;
+    if (!known)
+        return nullptr;
+    if (known->GetLatestVersion() < 1)
+        return known;
+    Template* best = nullptr;
+    for (Template* candidate : templates_) {
+        const int version = candidate->GetVersion();
+        if (candidate->GetFullName() != name || version < 1 ||
+            version > known->GetLatestVersion())
+            continue;
+        if (!best || best->GetVersion() < version)
+            best = candidate;
+    }
+    return best;
+}
+
+Template* Instance::FindTemplateVersion(std::string_view name, int version) const {
+    std::string key(name);
+    key.append(1, '#').append(std::to_string(version));
+    return templates_.Get(key);
+}
+
+// -- property instances ---------------------------------------------------------------------------
+
+PropertyInstance* Instance::GetPropertyInstance(std::string_view fullName, bool create) {
+    PropertyInstance* found = propertyInstances_.Get(fullName);
+    if (found || !create)
+        return found;
+    TemplateManager* manager = TemplateManager::Get();
+    Property* property = manager ? manager->GetProperty(fullName) : nullptr;
+    return property ? AddPropertyInstance(*property, false) : nullptr;
+}
+
+PropertyInstance* Instance::AddPropertyInstance(Property& property, bool notify) {
+    if (PropertyInstance* existing = propertyInstances_.Get(property.GetFullName()))
+        return existing;
+    std::unique_ptr<PropertyInstance> created = property.CreateInstance(*this);
+    if (!created)
+        return nullptr;
+    propertyInstances_.Insert(created.get());
+    PropertyInstance* added = created.release();
+    if (notify)
+        Notify(kPropertyAdded, added);
+    return added;
+}
+
+int Instance::RemovePropertyInstance(Property& property, bool notify) {
+    PropertyInstance* found = propertyInstances_.Get(property.GetFullName());
+    if (!found)
+        return -1;
+    const int index = propertyInstances_.Remove(found);
+    if (notify)
+        Notify(kPropertyRemoved, found);
+    found->LeaveInstance();
+    delete found;
+    return index;
+}
+
+void Instance::ForgetPropertyInstance(PropertyInstance& propertyInstance) {
+    propertyInstances_.RemoveExactly(&propertyInstance);
+}
+
+bool Instance::IsPropertyInstanceValid(std::string_view fullName) const {
+    const PropertyInstance* found = propertyInstances_.Get(fullName);
+    return found && found->IsValid();
+}
+
+bool Instance::IsValid() const {
+    for (const Template* implemented : templates_) {
+        for (const Property* property : implemented->GetOwnProperties()) {
+            if (!IsPropertyInstanceValid(property->GetFullName()))
+                return false;
+        }
+    }
+    return true;
+}
+
+// -- place in other instances ---------------------------------------------------------------------
+
+void Instance::SetParentPropertyInstance(PropertyInstance* parent) {
+    parent_ = parent;
+    if (parent)
+        SetName(parent->GetName());
+}
+
+Asset* Instance::GetParentAsset() {
+    Instance* top = this;
+    while (top->parent_ && top->parent_->GetInstance())
+        top = top->parent_->GetInstance();
+    return ObjectCast<Asset>(top);
+}
+
+// -- lives ----------------------------------------------------------------------------------------
+
+void Instance::BecomeValueElement() {
+    if (!freeStanding_)
+        return;
+    freeStanding_ = false;
+    if (--freeStandingCount_ == 0)
+        RetiredSchema::Release();
+}
+
+void Instance::Abandon() {
+    if (abandoned_)
+        return;
+    Abandoned().push_back(this);
+    abandoned_ = true;
+}
+
+// Stripping an instance abandons those nested in its values, which then follow in the same loop.
+void Instance::StripAbandoned() {
+    auto& abandoned = Abandoned();
+    while (!abandoned.empty()) {
+        Instance* instance = abandoned.back();
+        abandoned.pop_back();
+        instance->abandoned_ = false;
+        instance->DeletePropertyInstances();
+        instance->ReleaseTemplates();
+    }
+}
+
+void Instance::DeletePropertyInstances() {
+    const SortedObjectList<PropertyInstance> all = std::move(propertyInstances_);
+    propertyInstances_.Clear();
+    for (PropertyInstance* propertyInstance : all) {
+        propertyInstance->LeaveInstance();
+        delete propertyInstance;
+    }
+}
+
+void Instance::ReleaseTemplates() {
+    for (Template* implemented : templates_)
+        implemented->RemoveInstance();
+    templates_.Clear();
+}
+
+} // namespace Kor

@@ -1,0 +1,141 @@
+#pragma once
+
+#include <memory>
+
+#include "core/NamedObject.h"
+#include "core/SortedObjectList.h"
+#include "instances/PropertyInstance.h"
+#include "schema/Template.h"
+
+namespace Kor {
+
+class Asset;
+
+/// An object built from templates, each in one exact version, with one property instance for every
+/// property that these define, inherited ones included. Deleting an instance sends no events.
+class Instance : public NamedObject {
+public:
+    static constexpr int kClassId = kInstanceClass;
+
+    enum Place {
+        kFreeStanding, ///< An asset, or an instance that the host holds.
+        kInsideValue,  ///< An element of a template-typed value.
+    };
+
+    explicit Instance(std::string_view name, Place place = kFreeStanding);
+    ~Instance() override;
+
+    int GetClass() const override { return kClassId; }
+    bool ImplementsClass(int id) const override {
+        return id == kClassId || NamedObject::ImplementsClass(id);
+    }
+
+    /// Announces the name before the name rule is applied, also one that is then refused.
+    bool SetName(const char* name) override;
+
+    /// Writes the instance and all that is nested in its values.
+    void WriteToXML(XMLWriter& writer) const override;
+
+    // -- templates ------------------------------------------------------------------------------
+
+    /// The position, or the complement of the position of the entry that was overwritten. The
+    /// event goes out before the property instances exist; they come without events.
+    int AddTemplate(Template* added, bool notify);
+
+    /// The position the template had, or the complement of its insertion point. Property instances
+    /// of its own properties go; those of inherited ones deliberately stay.
+    int RemoveTemplate(Template* removed, bool notify);
+
+    /// Moves to the next version and gives its position; -1, changing nothing, when there is none
+    /// or the template is not implemented. Values are never deleted.
+    int UpdateTemplate(Template* old, bool notify);
+
+    /// The highest implemented version of that full name that is not newer than the latest known.
+    Template* GetTemplate(std::string_view name) const;
+    Template* GetTemplateAt(int index) const { return templates_.GetAt(index); }
+    int GetTemplateCount() const { return templates_.GetCount(); }
+    Template* FindTemplateVersion(std::string_view name, int version) const;
+
+    // -- property instances ---------------------------------------------------------------------
+
+    /// The property instance of that full name; with `create`, one is made when the template
+    /// manager knows the property. It then belongs to no implemented template.
+    PropertyInstance* GetPropertyInstance(std::string_view fullName, bool create);
+
+    PropertyInstance* AddPropertyInstance(Property& property, bool notify);
+    int RemovePropertyInstance(Property& property, bool notify);
+    bool IsPropertyInstanceValid(std::string_view fullName) const;
+    const SortedObjectList<PropertyInstance>& GetPropertyInstances() const {
+        return propertyInstances_;
+    }
+
+    /// Whether the own properties of all implemented templates are valid; inherited properties are
+    /// deliberately not looked at.
+    virtual bool IsValid() const;
+
+    // -- packed form ----------------------------------------------------------------------------
+
+    /// The sum of the templates' value sizes; may make property instances, and is deliberately not
+    /// in general the number of bytes that WriteToBinary uses.
+    unsigned GetSize();
+    unsigned WriteToBinary(void* buffer, unsigned bufferSize);
+
+    // -- place in other instances ---------------------------------------------------------------
+
+    PropertyInstance* GetParentPropertyInstance() const { return parent_; }
+
+    /// Setting a parent announces a renaming to the parent's (always empty) name, which is then
+    /// refused: kept so because hosts listen for it.
+    void SetParentPropertyInstance(PropertyInstance* parent);
+
+    /// The asset at the top of the chain of parents, or null.
+    Asset* GetParentAsset();
+
+    /// Sets the parent without announcing anything.
+    void AttachSilently(PropertyInstance& parent);
+
+    /// A copy with everything but the parent, its nested instances copied too; silent.
+    std::unique_ptr<Instance> CopyForValue();
+
+    // -- lives ----------------------------------------------------------------------------------
+
+    /// Makes a free-standing instance an element of a value.
+    void BecomeValueElement();
+
+    /// Called when the value that held the instance is gone while the instance deliberately stays.
+    void Abandon();
+
+    /// Takes templates and property instances away from all abandoned instances, so that the
+    /// schema can go.
+    static void StripAbandoned();
+
+    /// Free-standing instances alive: while there are any, a terminated schema is kept for them.
+    static int CountFreeStanding() { return freeStandingCount_; }
+
+    /// Called by a property instance that is deleted by hand.
+    void ForgetPropertyInstance(PropertyInstance& propertyInstance);
+
+protected:
+    /// Called around a change of the name, so that lists sorted by it stay sorted.
+    virtual void LeaveSortedLists() {}
+    virtual void EnterSortedLists() {}
+
+private:
+    void AddPropertyInstances(const std::vector<Property*>& properties);
+    void DeletePropertyInstances();
+    void ReleaseTemplates();
+    void Notify(int event, void* argument);
+    void AnnounceDroppedProperties(const Template& old, const Template& next);
+    void UpdateProperty(Property& property, bool notify);
+    void CopyShallow(const Instance& source);
+
+    SortedObjectList<Template> templates_;
+    SortedObjectList<PropertyInstance> propertyInstances_;
+    PropertyInstance* parent_ = nullptr;
+    bool freeStanding_;
+    bool abandoned_ = false;
+
+    static inline int freeStandingCount_ = 0;
+};
+
+} // namespace Kor

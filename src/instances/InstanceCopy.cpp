@@ -1,0 +1,71 @@
+// Copies of instances inside values. The nested instances are copied from a list of pending pairs,
+// so that the depth of nesting does not matter.
+
+#include <utility>
+#include <vector>
+
+#include "instances/AttributeInstance.h"
+#include "instances/Instance.h"
+#include "schema/Property.h"
+
+namespace Kor {
+
+namespace {
+
+using Pending = std::vector<std::pair<Instance*, Instance*>>;
+
+/// Gives an attribute copies of another one's nested instances and enters them as pending.
+void CopyNested(const AttributeInstance& source, AttributeInstance& copy, Pending& pending) {
+    if (!source.GetStoredValue())
+        return;
+    copy.MakeEmptyNestedValue();
+    for (int i = 0; i < source.GetDimension(); ++i) {
+        Instance* nested = source.GetNestedInstance(i);
+        if (!nested)
+            continue;
+        auto made = std::make_unique<Instance>(nested->GetNameView(), Instance::kInsideValue);
+        pending.emplace_back(nested, made.get());
+        made->AttachSilently(copy);
+        copy.StoreNestedInstance(std::move(made), i);
+    }
+}
+
+} // namespace
+
+void Instance::AttachSilently(PropertyInstance& parent) {
+    parent_ = &parent;
+}
+
+void Instance::CopyShallow(const Instance& source) {
+    StoreName(source.GetNameView());
+    CopyTexts(source);
+    templates_ = source.templates_;
+    for (Template* implemented : templates_)
+        implemented->AddInstance();
+}
+
+std::unique_ptr<Instance> Instance::CopyForValue() {
+    auto root = std::make_unique<Instance>(GetNameView(), kInsideValue);
+    Pending pending{{this, root.get()}};
+    while (!pending.empty()) {
+        const auto [source, copy] = pending.back();
+        pending.pop_back();
+        copy->CopyShallow(*source);
+        for (PropertyInstance* original : source->propertyInstances_) {
+            PropertyInstance* made = original->GetProperty()->CreateInstance(*copy).release();
+            copy->propertyInstances_.Append(made);
+            made->CopyFrom(*original);
+            auto* attribute = ObjectCast<AttributeInstance>(original);
+            if (!attribute)
+                continue;
+            auto* madeAttribute = static_cast<AttributeInstance*>(made);
+            if (attribute->HoldsInstances())
+                CopyNested(*attribute, *madeAttribute, pending);
+            else
+                madeAttribute->CopyPlainValue(*attribute);
+        }
+    }
+    return root;
+}
+
+} // namespace Kor

@@ -1,0 +1,155 @@
+// The template manager's search paths and the packages below them.
+
+#include <algorithm>
+
+#include "core/ErrorManager.h"
+#include "core/Names.h"
+#include "manager/TemplateManager.h"
+#include "platform/File.h"
+#include "xml/XMLParser.h"
+#include "xml/XMLTemplateListener.h"
+
+namespace Kor {
+
+namespace {
+
+constexpr std::string_view kExtension = ".template";
+
+std::string WithBackslash(std::string_view path) {
+    std::string result(path);
+    if (!result.empty() && result.back() != '\\')
+        result += '\\';
+    return result;
+}
+
+std::string Replaced(std::string_view text, char from, char to) {
+    std::string result(text);
+    std::replace(result.begin(), result.end(), from, to);
+    return result;
+}
+
+bool IsTemplateFile(std::string_view name) {
+    return name.size() > kExtension.size() &&
+           EqualsIgnoreCase(name.substr(name.size() - kExtension.size()), kExtension);
+}
+
+} // namespace
+
+const char* TemplateManager::GetSearchPathAt(int index) const {
+    return index >= 0 && index < GetSearchPathCount()
+               ? searchPaths_[static_cast<size_t>(index)].c_str()
+               : "";
+}
+
+int TemplateManager::AddSearchPath(std::string_view path, bool load) {
+    const std::string added = WithBackslash(path);
+    const auto same = [&added](const std::string& other) { return EqualsIgnoreCase(other, added); };
+    const auto found = std::find_if(searchPaths_.begin(), searchPaths_.end(), same);
+    const auto index = static_cast<int>(found - searchPaths_.begin());
+    if (found != searchPaths_.end())
+        return index;
+    searchPaths_.push_back(added);
+    if (load) {
+        SortedStringList packages;
+        FindPackages(added, packages);
+        for (const std::string& package : packages)
+            LoadPackage(package);
+    }
+    return ~index;
+}
+
+int TemplateManager::RemoveSearchPath(std::string_view path) {
+    const std::string removed = WithBackslash(path);
+    const auto same = [&removed](const std::string& other) {
+        return EqualsIgnoreCase(other, removed);
+    };
+    const auto found = std::find_if(searchPaths_.begin(), searchPaths_.end(), same);
+    const auto index = static_cast<int>(found - searchPaths_.begin());
+    if (found == searchPaths_.end())
+        return ~index;
+    searchPaths_.erase(found);
+    return index;
+}
+
+/// Every directory at every depth is a package. One that cannot be listed ends the search.
+bool TemplateManager::FindPackages(const std::string& root, SortedStringList& packages) const {
+    std::vector<std::string> pending{std::string()};
+    while (!pending.empty()) {
+        const std::string relative = std::move(pending.back());
+        pending.pop_back();
+        std::vector<std::string> names;
+        if (!ListDirectory(root + relative, false, true, names))
+            return false;
+        for (auto name = names.rbegin(); name != names.rend(); ++name) {
+            std::string directory = relative.empty() ? *name : relative + '\\' + *name;
+            packages.Insert(Replaced(directory, '\\', '.'));
+            pending.push_back(std::move(directory));
+        }
+    }
+    return true;
+}
+
+bool TemplateManager::EnumeratePackages(bool loadedOnly, SortedStringList& packages) const {
+    if (loadedOnly) {
+        packages = packages_;
+        return false;
+    }
+    bool listed = false;
+    for (const std::string& path : searchPaths_)
+        listed = FindPackages(path, packages) || listed;
+    return listed;
+}
+
+bool TemplateManager::LoadPackage(std::string_view name) {
+    if (packages_.Contains(name))
+        return true;
+    const std::string relative = Replaced(name, '.', '\\');
+    const std::vector<std::string> paths = searchPaths_;
+    for (const std::string& path : paths) {
+        // Entered first, so that packages may use each other in a circle.
+        packages_.Insert(name);
+        if (LoadPackageDirectory(path + relative))
+            return true;
+        packages_.Remove(name);
+    }
+    return false;
+}
+
+/// Subdirectories are packages of their own.
+bool TemplateManager::LoadPackageDirectory(const std::string& directory) {
+    std::vector<std::string> names;
+    if (!ListDirectory(directory, true, false, names))
+        return false;
+    XMLParser parser;
+    parser.SetErrorListener(ErrorManager::Get());
+    for (const std::string& name : names) {
+        if (!IsTemplateFile(name))
+            continue;
+        const std::string path = WithBackslash(directory) + name;
+        // Every file starts with a fresh state, also within one package.
+        XMLTemplateListener listener(parser);
+        parser.SetXMLListener(&listener);
+        if (!LoadTemplateFile(path.c_str(), &parser)) {
+            RemoveLoadedFile(path);
+            return false;
+        }
+    }
+    return true;
+}
+
+bool TemplateManager::LoadTemplate(std::string_view name, const SortedStringList* prefixes) {
+    const std::string file = Replaced(name, '.', '\\') + std::string(kExtension);
+    const std::vector<std::string> paths = searchPaths_;
+    for (const std::string& path : paths) {
+        if (LoadTemplateFile((path + file).c_str()))
+            return true;
+        for (int i = 0; prefixes && i < prefixes->GetCount(); ++i) {
+            const std::string directory = WithBackslash(Replaced(prefixes->GetAt(i), '.', '\\'));
+            if (LoadTemplateFile((path + directory + file).c_str()))
+                return true;
+        }
+    }
+    return false;
+}
+
+} // namespace Kor

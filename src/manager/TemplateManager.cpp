@@ -1,0 +1,400 @@
+#include "manager/TemplateManager.h"
+
+#include <algorithm>
+#include <cstdint>
+
+#include "core/Names.h"
+#include "core/NumberText.h"
+#include "instances/Instance.h"
+#include "manager/RetiredSchema.h"
+#include "types/BoolType.h"
+#include "types/FloatType.h"
+#include "types/IntType.h"
+#include "types/StringType.h"
+
+namespace Kor {
+
+namespace {
+
+std::string ToLower(std::string_view text) {
+    std::string lower(text);
+    std::transform(lower.begin(), lower.end(), lower.begin(), ToLowerAscii);
+    return lower;
+}
+
+} // namespace
+
+// -- life -----------------------------------------------------------------------------------------
+
+TemplateManager::TemplateManager() {
+    auto root = std::make_unique<Template>("Object", 1, 1);
+    root_ = root.get();
+    Registered(root.get(), templates_.Insert(root.get()), nullptr);
+    root.release();
+    RegisterBuiltInTypes();
+}
+
+void TemplateManager::RegisterBuiltInTypes() {
+    AddType(new BoolType("BOOL", 1, 1));
+    AddType(new IntType<std::int8_t>("INT8", 1, 1));
+    AddType(new IntType<std::uint8_t>("UINT8", 1, 1));
+    AddType(new IntType<std::int16_t>("INT16", 1, 2));
+    AddType(new IntType<std::uint16_t>("UINT16", 1, 2));
+    AddType(new IntType<std::int32_t>("INT32", 1, 4));
+    AddType(new IntType<std::uint32_t>("UINT32", 1, 4));
+    AddType(new IntType<std::int64_t>("INT64", 1, 8));
+    AddType(new IntType<std::uint64_t>("UINT64", 1, 8));
+    AddType(new FloatType<float>("FLOAT", 1, 4));
+    AddType(new FloatType<double>("DOUBLE", 1, 8));
+    // Void and reference are deliberately plain text types that differ only in name.
+    AddType(new StringType("VOID", 1, 4));
+    AddType(new StringType("STRING", 1, 4));
+    AddType(new StringType("REFERENCE", 1, 4));
+}
+
+TemplateManager::~TemplateManager() {
+    std::vector<Template*> templates = templates_.Snapshot();
+    if (!root_->IsRegistered()) // another template took its key
+        templates.insert(templates.begin(), root_);
+    RetiredSchema::Retire(
+        RetiredSchema(std::move(templates), enumerations_.Snapshot(), types_.Snapshot()));
+}
+
+/// The pointer is deliberately forgotten first: whoever asks for the manager while it is being
+/// destroyed gets a new, empty one instead of the dying one.
+void TemplateManager::Terminate() {
+    if (--useCount_ > 0)
+        return;
+    Forget();
+    delete this;
+}
+
+/// What leaving a registry means: a file without definitions counts as unloaded.
+void TemplateManager::Unregistered(Type* type) {
+    UnlistFile(*type);
+    type->SetRegistered(false);
+    if (!FindFile(type->GetFileName()))
+        RemoveLoadedFile(type->GetFileName());
+}
+
+/// Removal goes by key: where another object has it, that one is taken out.
+template <class T> int TemplateManager::Remove(ObjectRegistry<T>& registry, T* object) {
+    T* entry = registry.Contains(object) ? object : registry.Get(object->GetKey());
+    if (!entry)
+        return registry.Find(object->GetKey());
+    const int index = registry.Remove(entry);
+    Unregistered(entry);
+    return index;
+}
+
+// -- templates ------------------------------------------------------------------------------------
+
+Template* TemplateManager::GetTemplateVersion(std::string_view name, unsigned version) const {
+    char digits[16];
+    key_.assign(name).append(1, '#').append(digits,
+                                            FormatInteger(version, digits, sizeof digits));
+    return templates_.Get(key_);
+}
+
+Template* TemplateManager::GetTemplate(std::string_view name) const {
+    Template* first = GetTemplateVersion(name, 1);
+    if (!first || first->IsRecycled() || first->GetLatestVersion() == 1)
+        return first;
+    return GetTemplateVersion(name, static_cast<unsigned>(first->GetLatestVersion()));
+}
+
+/// All versions that exist, ascending.
+std::vector<Template*> TemplateManager::GetVersions(std::string_view name) const {
+    std::string prefix(name);
+    prefix += '#';
+    const int found = templates_.Find(prefix);
+    std::vector<Template*> versions;
+    for (int i = found < 0 ? ~found : found; i < templates_.GetCount(); ++i) {
+        Template* version = templates_.GetAt(i);
+        if (version->GetKey().compare(0, prefix.size(), prefix) != 0)
+            break;
+        versions.push_back(version);
+    }
+    std::sort(versions.begin(), versions.end(), [](const Template* a, const Template* b) {
+        return a->GetVersion() < b->GetVersion();
+    });
+    return versions;
+}
+
+Template* TemplateManager::CreateTemplate(std::string_view name) {
+    if (!IsValidFullName(name))
+        return nullptr;
+    if (Template* existing = GetTemplate(name)) {
+        if (existing->IsRecycled()) {
+            existing->BeginRedefinition();
+            existing->SetLatestVersion(1);
+            existing->SetRecycled(false);
+            if (existing != root_)
+                existing->AddParent(root_);
+        }
+        return existing;
+    }
+    auto created = std::make_unique<Template>(name, 1, 1);
+    if (AddTemplate(created.get()) >= 0)
+        return created.release();
+    Remove(templates_, created.get());
+    return nullptr;
+}
+
+Template* TemplateManager::CreateTemplateVersion(std::string_view name, int version) {
+    Template* existing = version >= 0 ? GetTemplateVersion(name, static_cast<unsigned>(version))
+                                      : nullptr;
+    if (existing && (!existing->IsRecycled() || version == 1))
+        return existing;
+    if (version - 1 < 1)
+        return nullptr;
+    std::vector<Template*> versions = GetVersions(name);
+    const auto above = std::find_if(versions.begin(), versions.end(), [version](Template* other) {
+        return other->GetVersion() >= version;
+    });
+    if (above == versions.begin() || (*(above - 1))->GetVersion() < 1)
+        return nullptr;
+    const Template& source = **(above - 1);
+    Template* created = existing;
+    if (existing) {
+        existing->BeginRedefinition();
+        existing->BecomeVersionOf(source);
+        existing->SetRecycled(false);
+    } else {
+        auto copy = Template::MakeVersion(source, version);
+        Registered(copy.get(), templates_.Insert(copy.get()), nullptr);
+        created = copy.release();
+        versions.push_back(created);
+    }
+    if (version > created->GetLatestVersion()) {
+        for (Template* other : versions) {
+            if (other->GetVersion() >= 1 && other->GetVersion() <= version)
+                other->SetLatestVersion(version);
+        }
+    }
+    return created;
+}
+
+bool TemplateManager::HasNewerProperty(const Template& version, const Property& property) const {
+    const Property* found = version.GetProperty(property.GetKey(), true);
+    return found && found->GetVersion() > property.GetVersion();
+}
+
+Template* TemplateManager::AddPropertyFromVersion(std::string_view name, Property* property,
+                                                  bool* refused) {
+    Template* own = CreateTemplateVersion(name, property->GetVersion());
+    bool ownRefused = !own;
+    if (own)
+        own->AddProperty(property, -1, &ownRefused);
+    if (refused)
+        *refused = ownRefused;
+    if (!own || ownRefused)
+        return own;
+    for (Template* later : GetVersions(name)) {
+        const bool listed = later->GetVersion() > own->GetVersion() &&
+                            later->GetVersion() <= own->GetLatestVersion() && !later->IsRecycled();
+        if (!listed)
+            continue;
+        if (HasNewerProperty(*later, *property))
+            break;
+        later->AddProperty(property, -1);
+    }
+    return own;
+}
+
+Template* TemplateManager::RemovePropertyFromVersion(std::string_view name, Property* property) {
+    Template* own = CreateTemplateVersion(name, property->GetVersion());
+    if (!own || own->RemoveProperty(property) < 0)
+        return own;
+    for (Template* later : GetVersions(name)) {
+        if (later->GetVersion() <= own->GetVersion() ||
+            later->GetVersion() > own->GetLatestVersion())
+            continue;
+        const Property* found = later->GetProperty(property->GetKey(), true);
+        if (!found || found->GetVersion() > property->GetVersion())
+            break;
+        later->RemoveProperty(property);
+    }
+    return own;
+}
+
+Template* TemplateManager::AddParentFromVersion(std::string_view name, int version,
+                                                Template* parent) {
+    Template* own = CreateTemplateVersion(name, version);
+    if (!own)
+        return nullptr;
+    own->AddParent(parent);
+    for (Template* later : GetVersions(name)) {
+        if (later->GetVersion() > version && later->GetVersion() <= own->GetLatestVersion() &&
+            !later->IsRecycled())
+            later->AddParent(parent);
+    }
+    return own;
+}
+
+int TemplateManager::AddTemplate(Template* added) {
+    Template* replaced = nullptr;
+    const int result = Registered(added, templates_.Insert(added, &replaced), replaced);
+    if (result >= 0 && added->GetParentCount() == 0 && added != root_)
+        added->AddParent(root_);
+    return result;
+}
+
+int TemplateManager::RemoveTemplate(Template* removed) {
+    // The root is what everything falls back to: it stays.
+    return removed == root_ ? -1 : Remove(templates_, removed);
+}
+
+Property* TemplateManager::GetProperty(std::string_view fullName) const {
+    const size_t hash = fullName.find('#');
+    const size_t dot = fullName.find('.', hash == std::string_view::npos ? 0 : hash);
+    if (dot == std::string_view::npos)
+        return nullptr;
+    const Template* owner = nullptr;
+    if (hash != std::string_view::npos) {
+        const std::string version(fullName.substr(hash + 1, dot - hash - 1));
+        owner = GetTemplateVersion(fullName.substr(0, hash),
+                                   static_cast<unsigned>(ParseInt(version.c_str())));
+    } else {
+        owner = GetTemplate(fullName.substr(0, dot));
+    }
+    return owner ? owner->GetProperty(fullName.substr(dot + 1), true) : nullptr;
+}
+
+// -- enumerations and plain types -----------------------------------------------------------------
+
+Enumeration* TemplateManager::GetEnumeration(std::string_view name) const {
+    return enumerations_.Get(name);
+}
+
+int TemplateManager::AddEnumeration(Enumeration* enumeration) {
+    Enumeration* replaced = nullptr;
+    const int result = enumerations_.Insert(enumeration, &replaced);
+    return Registered(enumeration, result, replaced);
+}
+
+int TemplateManager::RemoveEnumeration(Enumeration* enumeration) {
+    return Remove(enumerations_, enumeration);
+}
+
+int TemplateManager::AddType(Type* type) {
+    if (auto* added = ObjectCast<Template>(type))
+        return AddTemplate(added);
+    if (auto* enumeration = ObjectCast<Enumeration>(type))
+        return AddEnumeration(enumeration);
+    Type* replaced = nullptr;
+    const int result = types_.Insert(type, &replaced);
+    return Registered(type, result, replaced);
+}
+
+int TemplateManager::RemoveType(Type* type) {
+    if (auto* removed = ObjectCast<Template>(type))
+        return RemoveTemplate(removed);
+    if (auto* enumeration = ObjectCast<Enumeration>(type))
+        return RemoveEnumeration(enumeration);
+    return Remove(types_, type);
+}
+
+Type* TemplateManager::FindExactly(std::string_view name) const {
+    if (Type* type = GetType(name))
+        return type;
+    if (Type* enumeration = GetEnumeration(name))
+        return enumeration;
+    return GetTemplate(name);
+}
+
+Type* TemplateManager::ResolveType(std::string_view name, const SortedStringList& prefixes) const {
+    for (const std::string& prefix : prefixes) {
+        // A plain comparison: a name that merely begins like a package is taken as complete.
+        const bool complete = name.compare(0, prefix.size(), prefix) == 0;
+        std::string composed;
+        if (!complete)
+            composed.append(prefix).append(1, '.').append(name);
+        if (Type* type = FindExactly(complete ? name : std::string_view(composed)))
+            return type;
+    }
+    return nullptr;
+}
+
+int TemplateManager::GetTypesByFileName(std::string_view fileName, Type** found,
+                                        int capacity) const {
+    const auto* types = FindFile(fileName);
+    if (!types)
+        return 0;
+    const auto count = static_cast<int>(types->size());
+    if (!found || capacity <= 0)
+        return count;
+    const auto rank = [](const Type* type) {
+        if (ObjectCast<Template>(type))
+            return 1;
+        return ObjectCast<Enumeration>(type) ? 2 : 0;
+    };
+    std::vector<Type*> sorted(types->begin(), types->end());
+    std::sort(sorted.begin(), sorted.end(), [&rank](const Type* a, const Type* b) {
+        return rank(a) != rank(b) ? rank(a) < rank(b) : a->GetKey() < b->GetKey();
+    });
+    std::copy_n(sorted.begin(), std::min(count, capacity), found);
+    return count;
+}
+
+// -- registration ---------------------------------------------------------------------------------
+
+/// What entering a registry means for the object and for the one it replaced, if any.
+int TemplateManager::Registered(Type* type, int result, Type* replaced) {
+    if (replaced && replaced != type) {
+        UnlistFile(*replaced);
+        replaced->SetRegistered(false);
+    }
+    type->TakeFromUsers();
+    type->SetRegistered(true);
+    ListFile(*type);
+    return result;
+}
+
+const std::unordered_set<Type*>* TemplateManager::FindFile(std::string_view fileName) const {
+    const auto found = typesByFile_.find(ToLower(fileName));
+    return found == typesByFile_.end() ? nullptr : &found->second;
+}
+
+void TemplateManager::ListFile(Type& type) {
+    typesByFile_[ToLower(type.GetFileName())].insert(&type);
+}
+
+void TemplateManager::UnlistFile(Type& type) {
+    const auto found = typesByFile_.find(ToLower(type.GetFileName()));
+    if (found == typesByFile_.end())
+        return;
+    found->second.erase(&type);
+    if (found->second.empty())
+        typesByFile_.erase(found);
+}
+
+void TemplateManager::Unlist(Type& type) {
+    if (auto* listed = ObjectCast<Template>(&type))
+        templates_.RemoveExactly(listed);
+    else if (auto* enumeration = ObjectCast<Enumeration>(&type))
+        enumerations_.RemoveExactly(enumeration);
+    else
+        types_.RemoveExactly(&type);
+}
+
+void TemplateManager::List(Type& type) {
+    if (auto* listed = ObjectCast<Template>(&type))
+        templates_.Place(listed);
+    else if (auto* enumeration = ObjectCast<Enumeration>(&type))
+        enumerations_.Place(enumeration);
+    else
+        types_.Place(&type);
+}
+
+// -- loaded files ---------------------------------------------------------------------------------
+
+void TemplateManager::AddLoadedFile(std::string_view path) {
+    loadedFiles_.Insert(path);
+}
+
+void TemplateManager::RemoveLoadedFile(std::string_view path) {
+    loadedFiles_.Remove(path);
+}
+
+} // namespace Kor

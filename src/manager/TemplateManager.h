@@ -1,0 +1,192 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+#include "core/ObjectRegistry.h"
+#include "core/Singleton.h"
+#include "core/SortedObjectList.h"
+#include "core/SortedStringList.h"
+#include "schema/LOD.h"
+#include "schema/Template.h"
+#include "types/Enumeration.h"
+
+namespace Kor {
+
+class ByteSource;
+class XMLParser;
+
+/// The registry of the schema: templates in all their versions, plain types, enumerations, levels
+/// of detail, anchor types; and the files and packages they come from. It owns the templates,
+/// enumerations and types registered with it. What `Remove...` takes out belongs to the caller.
+class TemplateManager : public Singleton<TemplateManager> {
+public:
+    // -- templates ------------------------------------------------------------------------------
+
+    /// The latest version of a template; version 1 alone while that is recycled. Null when version
+    /// 1 or the latest version is missing.
+    virtual Template* GetTemplate(std::string_view name) const;
+    virtual Template* GetTemplateVersion(std::string_view name, unsigned version) const;
+    virtual int GetTemplateCount() const { return templates_.GetCount(); }
+    virtual Template* GetTemplateAt(int index) const { return templates_.GetAt(index); }
+
+    /// The template of that name, no longer recycled, or a new version 1. Null for an invalid name,
+    /// and when version 1 exists while its latest version is missing: then version 1 has been
+    /// replaced and is lost, which callers must expect.
+    virtual Template* CreateTemplate(std::string_view name);
+
+    /// The version, made as a copy of the nearest lower one when missing; null without any.
+    virtual Template* CreateTemplateVersion(std::string_view name, int version);
+
+    /// Adds the property to its own version and to all later ones up to the first that has a newer
+    /// property of that name. Null when there is no such version; `refused` tells a property that
+    /// its own version did not take.
+    virtual Template* AddPropertyFromVersion(std::string_view name, Property* property,
+                                             bool* refused = nullptr);
+
+    /// Takes the property out of its version and of the later ones, up to the first that lacks it
+    /// (adding deliberately goes on there).
+    virtual Template* RemovePropertyFromVersion(std::string_view name, Property* property);
+    virtual Template* AddParentFromVersion(std::string_view name, int version, Template* parent);
+
+    /// The list's result. A new template without parents gets the root as its parent.
+    virtual int AddTemplate(Template* added);
+    virtual int RemoveTemplate(Template* removed);
+    virtual Template* GetRoot() const { return root_; }
+
+    /// The property of "Template.Property" or "Template#Version.Property", inherited ones included.
+    virtual Property* GetProperty(std::string_view fullName) const;
+
+    // -- enumerations and plain types -----------------------------------------------------------
+
+    virtual int GetEnumerationCount() const { return enumerations_.GetCount(); }
+    virtual Enumeration* GetEnumerationAt(int index) const { return enumerations_.GetAt(index); }
+    virtual Enumeration* GetEnumeration(std::string_view name) const;
+    virtual int AddEnumeration(Enumeration* enumeration);
+    virtual int RemoveEnumeration(Enumeration* enumeration);
+
+    /// A plain type by its full name; templates and enumerations are not found here.
+    virtual Type* GetType(std::string_view name) const { return types_.Get(name); }
+    virtual int GetTypeCount() const { return types_.GetCount(); }
+    virtual Type* GetTypeAt(int index) const { return types_.GetAt(index); }
+
+    /// The number of plain types, templates and enumerations of a file, whatever the case of its
+    /// name; the first `capacity` of them, in that order, go to `found`.
+    virtual int GetTypesByFileName(std::string_view fileName, Type** found, int capacity) const;
+
+    /// The plain type, enumeration or template of that name with one of the prefixes.
+    virtual Type* ResolveType(std::string_view name, const SortedStringList& prefixes) const;
+
+    /// Adds or removes by class: a template, an enumeration, or a plain type.
+    virtual int AddType(Type* type);
+    virtual int RemoveType(Type* type);
+
+    // -- levels of detail and anchor types (referenced, not owned) ------------------------------
+
+    virtual int GetLODCount() const { return lods_.GetCount(); }
+    virtual LOD* GetLODAt(int index) const { return lods_.GetAt(index); }
+    virtual LOD* GetLOD(std::string_view name) const { return lods_.Get(name); }
+    virtual int AddLOD(LOD* lod) { return lods_.Insert(lod); }
+    virtual int RemoveLOD(LOD* lod) { return lods_.Remove(lod); }
+    virtual int GetAnchorTypeCount() const { return anchorTypes_.GetCount(); }
+    virtual NamedObject* GetAnchorTypeAt(int index) const { return anchorTypes_.GetAt(index); }
+    virtual NamedObject* GetAnchorType(std::string_view name) const {
+        return anchorTypes_.Get(name);
+    }
+    virtual int AddAnchorType(NamedObject* type) { return anchorTypes_.Insert(type); }
+    virtual int RemoveAnchorType(NamedObject* type) { return anchorTypes_.Remove(type); }
+
+    // -- template files -------------------------------------------------------------------------
+
+    /// Reads a file with the given reader, or with one of its own; true without reading when the
+    /// file is loaded already.
+    virtual bool LoadTemplateFile(const char* path, XMLParser* reader = nullptr);
+    virtual bool LoadTemplateStream(const char* path, ByteSource& source, XMLParser* reader);
+
+    /// Deletes what the file defined, except what is still referred to: that stays, recycled. True
+    /// when the last object handled was deleted.
+    virtual bool UnloadTemplateFile(std::string_view path);
+
+    /// Writes all definitions of a file to `output`, or to the file itself without one.
+    virtual bool SaveTemplateFile(const char* fileName, const char* output);
+
+    virtual void AddLoadedFile(std::string_view path);
+    virtual void RemoveLoadedFile(std::string_view path);
+    const SortedStringList& GetLoadedFiles() const { return loadedFiles_; }
+
+    // -- search paths and packages --------------------------------------------------------------
+
+    virtual int GetSearchPathCount() const { return static_cast<int>(searchPaths_.size()); }
+
+    /// With its trailing backslash; "" out of range.
+    virtual const char* GetSearchPathAt(int index) const;
+
+    /// The index of an equal path (without regard to case), or the complement of the new index.
+    /// With `load`, all packages below a new path are loaded.
+    virtual int AddSearchPath(std::string_view path, bool load);
+
+    /// The index removed, or the complement of the number of paths. Nothing is unloaded.
+    virtual int RemoveSearchPath(std::string_view path);
+
+    /// The names of all packages below the search paths; true when one path could be listed. The
+    /// loaded ones alone are listed too, but deliberately with the result false.
+    virtual bool EnumeratePackages(bool loadedOnly, SortedStringList& packages) const;
+
+    /// Loads all template files of a package directory below the first search path that has it.
+    virtual bool LoadPackage(std::string_view name);
+
+    /// Loads the file that holds a template by its full name; the prefixes are tried after the
+    /// name itself.
+    virtual bool LoadTemplate(std::string_view name, const SortedStringList* prefixes);
+
+    // -- lives ----------------------------------------------------------------------------------
+
+    void Initialize() { ++useCount_; }
+    void Terminate();
+
+    // -- called by types around changes of their names and files --------------------------------
+
+    void Unlist(Type& type);
+    void List(Type& type);
+    void UnlistFile(Type& type);
+    void ListFile(Type& type);
+
+private:
+    friend class Singleton<TemplateManager>;
+    using FileIndex = std::unordered_map<std::string, std::unordered_set<Type*>>;
+
+    TemplateManager();
+    virtual ~TemplateManager();
+
+    void RegisterBuiltInTypes();
+    std::vector<Template*> GetVersions(std::string_view name) const;
+    int Registered(Type* type, int result, Type* replaced);
+    void Unregistered(Type* type);
+    void ForgetLoadedFile(std::string_view path);
+    std::vector<Type*> GetDefinitionsToUnload(std::string_view path) const;
+    template <class T> int Remove(ObjectRegistry<T>& registry, T* object);
+    bool FindPackages(const std::string& root, SortedStringList& packages) const;
+    bool LoadPackageDirectory(const std::string& directory);
+    const std::unordered_set<Type*>* FindFile(std::string_view fileName) const;
+    Type* FindExactly(std::string_view name) const;
+    bool HasNewerProperty(const Template& version, const Property& property) const;
+
+    ObjectRegistry<Template> templates_;
+    ObjectRegistry<Enumeration> enumerations_;
+    ObjectRegistry<Type> types_;
+    SortedObjectList<LOD> lods_;
+    SortedObjectList<NamedObject> anchorTypes_;
+    Template* root_ = nullptr;
+    SortedStringList packages_;
+    SortedStringList loadedFiles_;
+    std::vector<std::string> searchPaths_;
+    FileIndex typesByFile_; // under the file names in lower case
+    int useCount_ = 0;
+    mutable std::string key_; // room for composed keys, so that lookups allocate nothing
+};
+
+} // namespace Kor

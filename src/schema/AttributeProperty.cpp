@@ -1,0 +1,90 @@
+#include "schema/AttributeProperty.h"
+
+// A property makes its own value side; the instances' headers know the schema, not the reverse.
+#include "instances/AttributeInstance.h"
+
+#include "schema/Template.h"
+#include "types/CustomType.h"
+#include "types/Type.h"
+#include "xml/XMLTemplateWriter.h"
+
+namespace Kor {
+
+AttributeProperty::AttributeProperty(const AttributeProperty& source)
+    : Property(source), autoBind_(source.autoBind_) {
+    Type* type = source.GetType();
+    if (!type)
+        return;
+    if (type->IsLeftToUsers())
+        type = static_cast<Type*>(type->Clone().release());
+    SetType(type);
+    for (TypedValue* value : {&default_, &minimum_, &maximum_})
+        Store(*value, type->NewValue(nullptr, type->GetDimension()));
+}
+
+std::unique_ptr<Object> AttributeProperty::Clone() const {
+    return std::unique_ptr<Object>(new AttributeProperty(*this));
+}
+
+void AttributeProperty::WriteToXML(XMLWriter& writer) const {
+    XMLTemplateWriter(writer).WriteAttribute(*this);
+}
+
+bool AttributeProperty::SetType(Type* type) {
+    if (type && !reference_ && GetOwner() && ObjectCast<Template>(type) &&
+        type->RefersTo(GetOwner(), nullptr))
+        return false;
+    if (type_ && type_.Get() != type && type_->GetUseCount() == 1)
+        type_->TakeFromUsers();
+    type_.Reset(type);
+    if (type && type->GetClass() == CustomType::kClassId)
+        type->LeaveToUsers();
+    return true;
+}
+
+void AttributeProperty::Store(TypedValue& slot, void* value) {
+    const int count = type_ ? type_->GetDimension() : 0;
+    if (value == slot.Get())
+        return;
+    slot.Clear();
+    slot.Adopt(type_.Get(), value, count);
+}
+
+bool AttributeProperty::IsValueValid(const void* value) const {
+    return type_ &&
+           type_->IsValueValid(value, minimum_.Get(), maximum_.Get(), type_->GetDimension());
+}
+
+void AttributeProperty::CollectPackages(std::set<std::string>& packages) const {
+    if (type_ && !reference_)
+        type_->CollectPackages(packages);
+}
+
+int AttributeProperty::GetValueSize() const {
+    return type_ ? type_->GetValueSize(nullptr, type_->GetDimension()) : 0;
+}
+
+int AttributeProperty::GetPadding(int offset) const {
+    const int alignment = type_ ? type_->GetAlignment() : 1;
+    const int over = alignment > 1 ? offset % alignment : 0;
+    return over == 0 ? 0 : alignment - over;
+}
+
+bool AttributeProperty::RefersTo(const Type* type, const char* excludedFile) const {
+    return type_ && !reference_ && type_->RefersTo(type, excludedFile);
+}
+
+const Type* AttributeProperty::GetContainedType() const {
+    return reference_ ? nullptr : type_.Get();
+}
+
+std::unique_ptr<PropertyInstance> AttributeProperty::CreateInstance(Instance& instance) {
+    return std::make_unique<AttributeInstance>(instance, *this);
+}
+
+int AttributeProperty::WriteValueToBinary(const void* value, int count, void* buffer,
+                                          int bufferSize) const {
+    return type_ ? type_->WriteValueToBinary(value, count, buffer, bufferSize) : 0;
+}
+
+} // namespace Kor

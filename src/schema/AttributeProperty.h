@@ -1,0 +1,74 @@
+#pragma once
+
+#include "schema/Property.h"
+#include "types/TypeRef.h"
+#include "types/TypedValue.h"
+
+namespace Kor {
+
+/// A property that holds typed data, with a default, optional bounds, a reference flag and a
+/// host-side binding text.
+class AttributeProperty : public Property {
+public:
+    static constexpr int kClassId = kAttributePropertyClass;
+
+    AttributeProperty(std::string_view name, int version) : Property(name, version) {}
+
+    int GetClass() const override { return kClassId; }
+    bool ImplementsClass(int id) const override {
+        return id == kClassId || Property::ImplementsClass(id);
+    }
+    std::unique_ptr<Object> Clone() const override;
+    void WriteToXML(XMLWriter& writer) const override;
+
+    Type* GetType() const { return type_.Get(); }
+
+    /// False, changing nothing, when the owner would come to contain itself; a property marked as
+    /// a reference is never refused. An unregistered custom type then belongs to the properties
+    /// that use it; the type it replaces goes back to the caller. Values stay as they are.
+    bool SetType(Type* type);
+
+    /// True: the property holds a reference to an object of the type rather than a value of it.
+    bool IsReference() const { return reference_; }
+    void SetReference(bool reference) { reference_ = reference; }
+
+    /// The values, blocks of the type that is set when they are handed over; owned.
+    void* GetDefaultValue() const { return default_.Get(); }
+    void* GetMinValue() const { return minimum_.Get(); }
+    void* GetMaxValue() const { return maximum_.Get(); }
+    void SetDefaultValue(void* value) { Store(default_, value); }
+    void SetMinValue(void* value) { Store(minimum_, value); }
+    void SetMaxValue(void* value) { Store(maximum_, value); }
+
+    /// Whether the value lies within the bounds by the type's rules; false without a type.
+    bool IsValueValid(const void* value) const;
+
+    const char* GetAutoBind() const { return autoBind_.CStr(); }
+    void SetAutoBind(std::string_view text) { autoBind_.Assign(text); }
+
+    void CollectPackages(std::set<std::string>& packages) const override;
+    int GetValueSize() const override;
+    int GetPadding(int offset) const override;
+    bool RefersTo(const Type* type, const char* excludedFile) const override;
+    const Type* GetContainedType() const override;
+    std::unique_ptr<PropertyInstance> CreateInstance(Instance& instance) override;
+    int WriteValueToBinary(const void* value, int count, void* buffer,
+                           int bufferSize) const override;
+
+protected:
+    /// The copy has the type (a clone of its own where the type belongs to the property) and fresh
+    /// values: deliberately the type's initial value each, not the source's.
+    AttributeProperty(const AttributeProperty& source);
+
+private:
+    void Store(TypedValue& slot, void* value);
+
+    TypeRef type_;
+    bool reference_ = false;
+    TypedValue default_;
+    TypedValue minimum_;
+    TypedValue maximum_;
+    CompactString autoBind_;
+};
+
+} // namespace Kor

@@ -1,0 +1,114 @@
+#pragma once
+
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/Lockable.h"
+#include "core/NamedObject.h"
+#include "core/SortedObjectList.h"
+#include "core/VersionedObject.h"
+#include "schema/Command.h"
+
+namespace Kor {
+
+class Instance;
+class PropertyInstance;
+class Template;
+class Type;
+
+/// A member that a template declares: what all kinds of properties share.
+class Property : public NamedObject, public VersionedObject, public Lockable {
+public:
+    static constexpr int kClassId = kPropertyClass;
+
+    /// Takes itself out of the templates that list it. The commands are deliberately not deleted.
+    ~Property() override;
+
+    int GetClass() const override { return kClassId; }
+    bool ImplementsClass(int id) const override {
+        return id == kClassId || NamedObject::ImplementsClass(id);
+    }
+    std::unique_ptr<Object> Clone() const override = 0;
+
+    /// The templates that list the property follow its new name; the full name deliberately stays
+    /// as it is until the owner is set again.
+    bool SetName(const char* name) override;
+
+    // -- owner ----------------------------------------------------------------------------------
+
+    /// "Owner.name" (the owner's short name), or the name alone while there is no owner.
+    const std::string& GetFullName() const { return fullName_; }
+
+    /// The template version that introduced the property, or null.
+    Template* GetOwner() const { return owner_; }
+    void SetOwner(Template* owner);
+
+    // -- commands -------------------------------------------------------------------------------
+
+    /// The index, or the complement of the index of the command of that name that was overwritten
+    /// (and is neither deleted nor returned).
+    int AddCommand(Command* command) { return commands_.Insert(command); }
+    int RemoveCommand(Command* command) { return commands_.Remove(command); }
+    int GetCommandCount() const { return commands_.GetCount(); }
+    Command* GetCommandAt(int index) const { return commands_.GetAt(index); }
+
+    // -- what the kinds refine ------------------------------------------------------------------
+
+    /// Adds the packages of the types that the declaration needs.
+    virtual void CollectPackages(std::set<std::string>&) const {}
+
+    /// Bytes of one value as declared.
+    virtual int GetValueSize() const = 0;
+
+    /// The padding in front of a value at an offset.
+    virtual int GetPadding(int) const { return 0; }
+
+    /// Whether the property's type depends on `type`, seen from outside the given file.
+    virtual bool RefersTo(const Type*, const char*) const { return false; }
+
+    /// The type whose values are part of the owner's values; null when there is none.
+    virtual const Type* GetContainedType() const { return nullptr; }
+
+    /// Makes the value side of this property inside an instance.
+    virtual std::unique_ptr<PropertyInstance> CreateInstance(Instance& instance) = 0;
+
+    virtual int WriteValueToBinary(const void* value, int count, void* buffer,
+                                   int bufferSize) const = 0;
+
+    virtual void UpdateFullName();
+
+    // -- use ------------------------------------------------------------------------------------
+
+    /// Whether a property instance refers to this property.
+    bool IsInUse() const { return useCount_ > 0; }
+    void AddUse() { ++useCount_; }
+    void ReleaseUse() { --useCount_; }
+
+    /// Kept by the templates that list the property.
+    void AddHolder(Template* holder) { holders_.push_back(holder); }
+    void RemoveHolder(Template* holder);
+
+    /// The template that frees this copy although its version keeps it from being the owner.
+    Template* GetKeeper() const { return keeper_; }
+    void SetKeeper(Template* keeper) { keeper_ = keeper; }
+
+protected:
+    Property(std::string_view name, int version);
+
+    /// The copy succeeds the source, has copies of its commands, and no owner.
+    Property(const Property& source);
+
+    void StoreFullName(std::string fullName);
+
+private:
+    std::string fullName_;
+    Template* owner_ = nullptr;
+    Template* keeper_ = nullptr;
+    SortedObjectList<Command> commands_;
+    std::vector<Template*> holders_;
+    int useCount_ = 0;
+};
+
+} // namespace Kor

@@ -1,0 +1,305 @@
+#include "schema/Template.h"
+
+#include <algorithm>
+
+// The root, to which templates without parents fall back, is the manager's.
+#include "manager/TemplateManager.h"
+
+#include "core/Names.h"
+#include "schema/SchemaRevision.h"
+#include "xml/XMLTemplateWriter.h"
+
+namespace Kor {
+
+Template::Template(std::string_view name, int dimension, int alignment)
+    : Type(name, dimension, alignment), VersionedObject(1) {
+    Template::UpdateFullName();
+}
+
+Template::Template(const Template& source, AsVersion version)
+    : Type(source), VersionedObject(source), latestVersion_(source.latestVersion_) {
+    VersionedObject::SetVersion(version.version);
+    Template::UpdateFullName();
+}
+
+Template::~Template() {
+    // A dying manager is out of reach already: then nobody falls back to its root.
+    TemplateManager* manager = TemplateManager::Exists() ? TemplateManager::Get() : nullptr;
+    Clear(manager ? manager->GetRoot() : nullptr);
+}
+
+std::unique_ptr<Object> Template::Clone() const {
+    return MakeVersion(*this, GetVersion());
+}
+
+std::unique_ptr<Template> Template::MakeVersion(const Template& source, int version) {
+    std::unique_ptr<Template> copy(new Template(source, AsVersion{version}));
+    copy->CopyParentsAndProperties(source);
+    return copy;
+}
+
+void Template::BecomeVersionOf(const Template& source) {
+    SetPrevious(const_cast<Template*>(&source));
+    SetVersionStatus(source.GetVersionStatus());
+    CopyTexts(source);
+    latestVersion_ = source.latestVersion_;
+    CopyParentsAndProperties(source);
+    SetFileName(source.GetFileName());
+}
+
+/// Copies are made by the source's version: where that is not this template's, nobody owns them.
+void Template::CopyParentsAndProperties(const Template& source) {
+    for (Template* parent : source.parents_)
+        AddParent(parent);
+    int position = 0;
+    for (const Property* property : source.propertiesByName_) {
+        auto* copy = static_cast<Property*>(property->Clone().release());
+        copy->SetKeeper(this);
+        copy->AddHolder(this);
+        propertiesByName_.Insert(copy);
+        properties_.insert(properties_.begin() + position++, copy);
+        if (copy->GetVersion() == source.GetVersion())
+            copy->SetOwner(this);
+    }
+    SchemaRevision::Advance();
+}
+
+void Template::WriteToXML(XMLWriter& writer) const {
+    XMLTemplateWriter(writer).WriteTemplate(*this);
+}
+
+// -- key and version ------------------------------------------------------------------------------
+
+void Template::SetVersion(int version) {
+    LeaveSortedLists();
+    VersionedObject::SetVersion(version);
+    UpdateFullName();
+    EnterSortedLists();
+}
+
+void Template::UpdateFullName() {
+    Type::UpdateFullName();
+    std::string key = GetFullName();
+    key.append(1, '#').append(std::to_string(GetVersion()));
+    key_.swap(key);
+    SchemaRevision::Advance();
+}
+
+void Template::LeaveSortedLists() {
+    Type::LeaveSortedLists();
+    for (Template* parent : parents_)
+        parent->children_.RemoveExactly(this);
+    for (Template* child : children_.Snapshot())
+        child->parents_.RemoveExactly(this);
+}
+
+void Template::EnterSortedLists() {
+    for (Template* parent : parents_)
+        parent->children_.Place(this);
+    for (Template* child : children_.Snapshot())
+        child->parents_.Place(this);
+    Type::EnterSortedLists();
+}
+
+// -- parents and children -------------------------------------------------------------------------
+
+int Template::AddParent(Template* parent) {
+    if (parent == this || parent->IsDescendantOf(this))
+        return -1;
+    TemplateManager* manager = TemplateManager::Get();
+    Template* root = manager ? manager->GetRoot() : nullptr;
+    if (parents_.GetCount() == 1 && parents_.GetAt(0) == root)
+        UnlinkParent(root);
+    SchemaRevision::Advance();
+    Template* replaced = nullptr;
+    const int result = parents_.Insert(parent, &replaced);
+    if (result >= 0)
+        parent->LinkChild(this);
+    else if (replaced != parent)
+        parent->unlistedChildren_.push_back(this);
+    return result;
+}
+
+void Template::LinkChild(Template* child) {
+    Template* replaced = nullptr;
+    children_.Insert(child, &replaced);
+    if (replaced && replaced != child)
+        unlistedChildren_.push_back(replaced);
+}
+
+void Template::UnlinkChild(Template* child) {
+    const auto unlisted = std::find(unlistedChildren_.begin(), unlistedChildren_.end(), child);
+    if (unlisted != unlistedChildren_.end())
+        unlistedChildren_.erase(unlisted);
+    else
+        children_.RemoveExactly(child);
+}
+
+void Template::UnlinkParent(Template* parent) {
+    if (parents_.RemoveExactly(parent))
+        parent->UnlinkChild(this);
+    SchemaRevision::Advance();
+}
+
+int Template::RemoveParent(Template* parent) {
+    const int index = parents_.Find(parent->GetKey());
+    if (index >= 0)
+        UnlinkParent(parents_.GetAt(index));
+    TemplateManager* manager = TemplateManager::Get();
+    Template* root = manager ? manager->GetRoot() : nullptr;
+    if (parents_.IsEmpty() && root && parent != root)
+        AddParent(root);
+    return index;
+}
+
+void Template::DropParents() {
+    while (!parents_.IsEmpty())
+        UnlinkParent(parents_.GetAt(parents_.GetCount() - 1));
+}
+
+void Template::DropChildren(Template* fallback) {
+    std::vector<Template*> children = children_.Snapshot();
+    children.insert(children.begin(), unlistedChildren_.begin(), unlistedChildren_.end());
+    children_.Clear();
+    unlistedChildren_.clear();
+    for (auto child = children.rbegin(); child != children.rend(); ++child) {
+        (*child)->parents_.RemoveExactly(this);
+        if ((*child)->parents_.IsEmpty() && fallback && fallback != this && *child != fallback)
+            (*child)->AddParent(fallback);
+    }
+}
+
+// -- properties -----------------------------------------------------------------------------------
+
+int Template::AddProperty(Property* property, int position, bool* refused) {
+    Property* existing = propertiesByName_.Get(property->GetKey());
+    const bool containsItself = property->RefersTo(this, nullptr);
+    const bool duplicate = existing && existing->GetVersion() == GetVersion();
+    if (refused)
+        *refused = containsItself || duplicate || existing == property;
+    if (containsItself || duplicate || existing == property)
+        return -1;
+    if (existing && GetVersion() < existing->GetVersion()) {
+        VersionedObject* older = existing->GetPrevious();
+        existing->SetPrevious(property);
+        property->SetPrevious(older == property ? nullptr : older);
+    } else if (existing) {
+        property->SetPrevious(existing);
+    }
+    if (property->GetVersion() == GetVersion())
+        property->SetOwner(this);
+    const int result = propertiesByName_.Insert(property);
+    const auto count = static_cast<int>(properties_.size());
+    const int place = position < 0 || position > count ? count : position;
+    properties_.insert(properties_.begin() + place, property);
+    property->AddHolder(this);
+    SchemaRevision::Advance();
+    return result;
+}
+
+int Template::RemoveProperty(Property* property) {
+    SchemaRevision::Advance();
+    const int named = propertiesByName_.Find(property->GetKey());
+    if (named >= 0)
+        propertiesByName_.Remove(propertiesByName_.GetAt(named));
+    if (property->GetKeeper() == this)
+        property->SetKeeper(nullptr);
+    const auto declared = std::find(properties_.begin(), properties_.end(), property);
+    if (declared == properties_.end())
+        return -1;
+    const auto index = static_cast<int>(declared - properties_.begin());
+    properties_.erase(declared);
+    property->RemoveHolder(this);
+    return index;
+}
+
+void Template::ForgetProperty(Property& property) {
+    propertiesByName_.RemoveExactly(&property);
+    const auto declared = std::find(properties_.begin(), properties_.end(), &property);
+    if (declared != properties_.end())
+        properties_.erase(declared);
+    property.RemoveHolder(this);
+    SchemaRevision::Advance();
+}
+
+/// Deletes the own properties from last to first in name order, older definitions included.
+void Template::DropProperties(bool keepUsed) {
+    std::vector<Property*> owned;
+    for (Property* property : properties_) {
+        if (property->GetOwner() == this || property->GetKeeper() == this)
+            owned.push_back(property);
+    }
+    std::stable_sort(owned.begin(), owned.end(), [](const Property* a, const Property* b) {
+        return a->GetKey() < b->GetKey();
+    });
+    const std::vector<Property*> listed = properties_;
+    for (Property* property : listed)
+        property->RemoveHolder(this);
+    propertiesByName_.Clear();
+    properties_.clear();
+    for (auto property = owned.rbegin(); property != owned.rend(); ++property) {
+        if (keepUsed && (*property)->IsInUse())
+            retiredProperties_.emplace_back(*property);
+        else
+            delete *property;
+    }
+    SchemaRevision::Advance();
+}
+
+// -- views ----------------------------------------------------------------------------------------
+
+int Template::CreateView(std::string_view name) {
+    return IsValidName(name) ? AddView(new View(name, this)) : -1;
+}
+
+int Template::AddView(View* view) {
+    const int result = views_.Insert(view);
+    if (result >= 0)
+        view->SetTemplate(this);
+    return result;
+}
+
+int Template::RemoveView(View* view) {
+    const int index = views_.Remove(view);
+    if (index >= 0)
+        view->SetTemplate(nullptr);
+    return index;
+}
+
+void Template::DropViews() {
+    for (View* view : views_)
+        delete view;
+    views_.Clear();
+}
+
+// -- lives ----------------------------------------------------------------------------------------
+
+void Template::Clear(Template* fallback) {
+    DropViews();
+    DropParents();
+    DropChildren(fallback);
+    DropProperties(false);
+}
+
+void Template::BeginRedefinition() {
+    DropViews();
+    DropParents();
+    DropProperties(true);
+    const auto unused = std::remove_if(
+        retiredProperties_.begin(), retiredProperties_.end(),
+        [](const std::unique_ptr<Property>& property) { return !property->IsInUse(); });
+    retiredProperties_.erase(unused, retiredProperties_.end());
+}
+
+bool Template::IsUsedByInstances() const {
+    const auto inUse = [](const auto& property) { return property->IsInUse(); };
+    return instanceCount_ > 0 || std::any_of(properties_.begin(), properties_.end(), inUse) ||
+           std::any_of(retiredProperties_.begin(), retiredProperties_.end(), inUse);
+}
+
+void Template::CollectPackages(std::set<std::string>& packages) const {
+    for (const Property* property : propertiesByName_)
+        property->CollectPackages(packages);
+}
+
+} // namespace Kor

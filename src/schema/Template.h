@@ -1,0 +1,223 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/ObjectRegistry.h"
+#include "core/SortedObjectList.h"
+#include "core/VersionedObject.h"
+#include "schema/Property.h"
+#include "schema/View.h"
+#include "types/Type.h"
+
+namespace Kor {
+
+/// One version of a class of scene objects: parents, properties, views. A template is itself a
+/// type; its values are arrays of references to Instance objects.
+class Template : public Type, public VersionedObject {
+public:
+    static constexpr int kClassId = kTemplateClass;
+
+    Template(std::string_view name, int dimension, int alignment);
+    ~Template() override;
+
+    int GetClass() const override { return kClassId; }
+    bool ImplementsClass(int id) const override {
+        return id == kClassId || Type::ImplementsClass(id);
+    }
+
+    /// A copy with the parents of this template and copies of its properties in name order. Views
+    /// and children are deliberately not copied.
+    std::unique_ptr<Object> Clone() const override;
+    void WriteToXML(XMLWriter& writer) const override;
+
+    // -- key and version ------------------------------------------------------------------------
+
+    /// The full name, "#", and the version in decimal, e.g. "geo.Mesh#2".
+    std::string_view GetKey() const override { return key_; }
+    void SetVersion(int version) override;
+
+    /// The highest version known for this name; kept equal on all versions by the manager.
+    int GetLatestVersion() const { return latestVersion_; }
+    void SetLatestVersion(int version) { latestVersion_ = version; }
+
+    /// A copy of another template as its successor of the given version. It is no child of the
+    /// source's parents under the source's key, but under its own.
+    static std::unique_ptr<Template> MakeVersion(const Template& source, int version);
+
+    /// Makes this (emptied) template once more a successor of another one.
+    void BecomeVersionOf(const Template& source);
+
+    // -- parents and children -------------------------------------------------------------------
+
+    /// The index; -1 when the parent is this template or descends from it; the complement of the
+    /// index when a parent with that key was overwritten (then no child link is added).
+    int AddParent(Template* parent);
+
+    /// The index the parent had, or a number below 0. A template without parents falls back to
+    /// the root, unless it is the root that was removed.
+    int RemoveParent(Template* parent);
+
+    int GetParentCount() const { return parents_.GetCount(); }
+    Template* GetParentAt(int index) const { return parents_.GetAt(index); }
+    Template* GetParent(std::string_view key) const { return parents_.Get(key); }
+    int GetChildCount() const { return children_.GetCount(); }
+    Template* GetChildAt(int index) const { return children_.GetAt(index); }
+    Template* GetChild(std::string_view key) const { return children_.Get(key); }
+
+    /// Whether `other` is a direct parent, by its key.
+    bool IsChildOf(const Template* other) const { return parents_.Find(other->GetKey()) >= 0; }
+
+    /// Whether `other` is a parent or an ancestor, by its key.
+    bool IsDescendantOf(const Template* other) const;
+
+    // -- properties -----------------------------------------------------------------------------
+
+    /// Adds at a position of the declaration order (below 0: at the end). The index by name; the
+    /// complement of the index when an older definition of that name gave way in the lookup (it
+    /// stays in the declaration order); -1 when refused, because the template would contain itself
+    /// or has a property of that name and version. `refused` tells that -1 from the complement of
+    /// the index 0.
+    int AddProperty(Property* property, int position, bool* refused = nullptr);
+
+    /// Takes whatever has the property's name out of the lookup, and exactly the given object out
+    /// of the declaration order; gives the position there, -1 without it. Nothing is deleted.
+    int RemoveProperty(Property* property);
+
+    /// Own properties by name: fewer than the declaration order holds once one was redefined.
+    int GetPropertyCount() const { return propertiesByName_.GetCount(); }
+    Property* GetPropertyByName(int index) const { return propertiesByName_.GetAt(index); }
+    const std::vector<Property*>& GetDeclaredProperties() const { return properties_; }
+    const SortedObjectList<Property>& GetOwnProperties() const { return propertiesByName_; }
+
+    /// The own property of that name, or the first that the parents have, in key order, depth first.
+    Property* GetProperty(std::string_view name, bool includeInherited) const;
+
+    /// All properties that an instance of this template has, inherited ones first where two share
+    /// a full name, sorted by full name. Valid until the schema changes.
+    const std::vector<Property*>& GetInstanceProperties() const;
+
+    // -- views ----------------------------------------------------------------------------------
+
+    /// Adds a new view of that name; -1 for an invalid name.
+    int CreateView(std::string_view name);
+
+    /// The index, or the complement of the index of the view of that name that was overwritten
+    /// (and is neither deleted nor unlinked).
+    int AddView(View* view);
+    int RemoveView(View* view);
+    int GetViewCount() const { return views_.GetCount(); }
+    View* GetViewAt(int index) const { return views_.GetAt(index); }
+    View* GetView(std::string_view name, bool includeInherited) const;
+
+    // -- the subtree, children in descending key order ------------------------------------------
+
+    /// 1 plus the children's counts: a template reached along two paths counts twice.
+    int GetDescendantCount() const;
+    Template* GetDescendantAt(int index);
+    Template* FindDescendant(std::string_view name);
+
+    // -- lives ----------------------------------------------------------------------------------
+
+    /// Deletes the views and the own properties and takes away all links; children left without a
+    /// parent fall back to `fallback`, when there is one.
+    void Clear(Template* fallback);
+
+    /// Prepares a recycled template for a new definition: what instances still use moves out of
+    /// sight, the rest goes.
+    void BeginRedefinition();
+
+    /// Whether a living instance implements the template or holds property instances of it.
+    bool IsUsedByInstances() const;
+    void AddInstance() { ++instanceCount_; }
+    void RemoveInstance() { --instanceCount_; }
+
+    // -- as a type ------------------------------------------------------------------------------
+
+    /// Forwards to the own properties; adds nothing of its own.
+    void CollectPackages(std::set<std::string>& packages) const override;
+
+    /// Whether the template, its base type, an ancestor or the type of a property is `other`; a
+    /// template of the excluded file never refers to anything.
+    bool RefersTo(const Type* other, const char* excludedFile) const override;
+
+    int GetValueSize(const void* value, int count) const override;
+
+    /// New instances of the template, or copies of the given ones (null stays null).
+    void* NewValue(const void* initial, int count) const override;
+
+    /// Deliberately frees neither the instances nor the array: hosts keep handles to them.
+    void DeleteValue(void* value, int count) const override;
+
+    /// By the instances' names, without regard to case.
+    int CompareValues(const void* a, const void* b, int count) const override;
+
+    /// Whether no element is null; bounds mean nothing here.
+    bool IsValueValid(const void* value, const void* minimum, const void* maximum,
+                      int count) const override;
+
+    /// The instance's name.
+    int GetValueAsString(const void* value, std::string& text, int index) const override;
+
+    /// Replaces the instance by a new one of the template named by the text, if there is one.
+    int GetValueFromString(const char* text, void* value, int index) const override;
+
+    int WriteValueToBinary(const void* value, int count, void* buffer,
+                           int bufferSize) const override;
+    void WriteValueToXML(const void* value, int count, XMLWriter& writer) const override;
+
+    // -- kept for Property, View and the walks --------------------------------------------------
+
+    void UnlistName(Property& property) { propertiesByName_.RemoveExactly(&property); }
+    void ListName(Property& property) { propertiesByName_.Place(&property); }
+    void ForgetProperty(Property& property);
+    bool ListsView(const View& view) const { return views_.Contains(&view); }
+    void UnlistView(View& view) { views_.RemoveExactly(&view); }
+    void ListView(View& view) { views_.Place(&view); }
+    const SortedObjectList<Template>& GetParents() const { return parents_; }
+    const ObjectRegistry<Template>& GetChildren() const { return children_; }
+
+    /// True for the first visit of this template in a walk.
+    bool Visit(std::uint64_t walk) const;
+
+protected:
+    void UpdateFullName() override;
+    void LeaveSortedLists() override;
+    void EnterSortedLists() override;
+
+private:
+    struct AsVersion {
+        int version;
+    };
+    Template(const Template& source, AsVersion version);
+
+    void CopyParentsAndProperties(const Template& source);
+    void LinkChild(Template* child);
+    void UnlinkChild(Template* child);
+    void UnlinkParent(Template* parent);
+    void DropParents();
+    void DropChildren(Template* fallback);
+    void DropViews();
+    void DropProperties(bool keepUsed);
+
+    std::string key_;
+    int latestVersion_ = 1;
+    SortedObjectList<Template> parents_;
+    ObjectRegistry<Template> children_;
+    /// Children whose entry in one of the two lists another object of the same key has taken: they
+    /// are not shown, but must learn of this template's end.
+    std::vector<Template*> unlistedChildren_;
+    SortedObjectList<Property> propertiesByName_;
+    std::vector<Property*> properties_;
+    /// Former properties that living property instances still refer to.
+    std::vector<std::unique_ptr<Property>> retiredProperties_;
+    SortedObjectList<View> views_;
+    int instanceCount_ = 0;
+
+    mutable std::vector<Property*> instanceProperties_;
+    mutable std::uint64_t instancePropertiesRevision_ = 0;
+    mutable std::uint64_t lastWalk_ = 0;
+};
+
+} // namespace Kor

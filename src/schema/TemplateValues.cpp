@@ -1,0 +1,130 @@
+// Templates as types: their values are arrays of references to instances.
+
+#include <algorithm>
+#include <cstdlib>
+#include <memory>
+#include <vector>
+
+#include "schema/Template.h"
+
+// A template makes and reads instances; their headers know the schema, not the reverse.
+#include "instances/Instance.h"
+#include "manager/TemplateManager.h"
+
+#include "core/Names.h"
+#include "schema/TemplateSize.h"
+#include "types/BinaryPacker.h"
+
+namespace Kor {
+
+namespace {
+
+Instance* At(const void* value, int index) {
+    return value ? static_cast<Instance* const*>(value)[index] : nullptr;
+}
+
+std::string_view NameOf(const Instance* instance) {
+    return instance ? instance->GetNameView() : std::string_view();
+}
+
+} // namespace
+
+void* Template::NewValue(const void* initial, int count) const {
+    if (count <= 0)
+        return nullptr;
+    std::vector<std::unique_ptr<Instance>> made(static_cast<size_t>(count));
+    for (int i = 0; i < count; ++i) {
+        auto& element = made[static_cast<size_t>(i)];
+        if (initial) {
+            element = At(initial, i) ? At(initial, i)->CopyForValue() : nullptr;
+        } else {
+            element = std::make_unique<Instance>("", Instance::kInsideValue);
+            element->AddTemplate(const_cast<Template*>(this), false);
+        }
+    }
+    auto* block = static_cast<Instance**>(std::malloc(made.size() * sizeof(Instance*)));
+    if (!block)
+        throw std::bad_alloc();
+    std::transform(made.begin(), made.end(), block, [](auto& element) { return element.release(); });
+    return block;
+}
+
+void Template::DeleteValue(void* value, int count) const {
+    // Nothing is freed, by intent. The instances only learn that nobody holds them any more, so
+    // that they do not keep a schema from being unloaded.
+    for (int i = 0; value && i < count; ++i) {
+        if (Instance* instance = At(value, i))
+            instance->Abandon();
+    }
+}
+
+int Template::CompareValues(const void* a, const void* b, int count) const {
+    for (int i = 0; i < count; ++i) {
+        if (const int order = CompareIgnoreCase(NameOf(At(a, i)), NameOf(At(b, i))))
+            return order;
+    }
+    return 0;
+}
+
+bool Template::IsValueValid(const void* value, const void*, const void*, int count) const {
+    if (!value)
+        return false;
+    for (int i = 0; i < count; ++i) {
+        if (!At(value, i))
+            return false;
+    }
+    return true;
+}
+
+int Template::GetValueAsString(const void* value, std::string& text, int index) const {
+    text = index >= 0 ? NameOf(At(value, index)) : std::string_view();
+    return static_cast<int>(text.size());
+}
+
+int Template::GetValueFromString(const char* text, void* value, int index) const {
+    const std::string_view name = TextOf(text);
+    TemplateManager* manager = TemplateManager::Get();
+    Template* type = manager ? manager->GetTemplate(name) : nullptr;
+    if (type && value && index >= 0) {
+        auto instance = std::make_unique<Instance>(name, Instance::kInsideValue);
+        instance->AddTemplate(type, true);
+        Instance*& element = static_cast<Instance**>(value)[index];
+        delete element;
+        element = instance.release();
+    }
+    return static_cast<int>(name.size());
+}
+
+int Template::GetValueSize(const void* value, int count) const {
+    return MeasureTemplateValue(*this, static_cast<Instance* const*>(value), count);
+}
+
+int Template::WriteValueToBinary(const void* value, int count, void* buffer,
+                                 int bufferSize) const {
+    if (!buffer || bufferSize < 0)
+        return 0;
+    BinaryPacker packer(buffer, bufferSize);
+    if (GetDimension() == 0) {
+        packer.PadWithin(GetAlignment());
+        packer.PadWithin(packer.GetRemaining() >= 4 ? 4 : 1);
+        if (packer.GetRemaining() >= 4)
+            packer.WriteInt(count);
+    }
+    for (int i = 0; i < count; ++i) {
+        if (Instance* instance = At(value, i)) {
+            const int size = std::max(packer.GetRemaining(), 0);
+            packer.Skip(static_cast<int>(instance->WriteToBinary(
+                static_cast<char*>(buffer) + packer.GetPosition(), static_cast<unsigned>(size))));
+        }
+    }
+    return packer.GetPosition();
+}
+
+void Template::WriteValueToXML(const void* value, int count, XMLWriter& writer) const {
+    for (int i = 0; i < count; ++i) {
+        if (const Instance* instance = At(value, i))
+            instance->WriteToXML(writer);
+    }
+}
+
+} // namespace Kor
