@@ -93,12 +93,6 @@ bool Parser::ReadBlock() {
     return taken > 0;
 }
 
-void Parser::Terminate(char* place) {
-    if (*place == '\n' && place >= counted_)
-        ++lineNumber_;
-    *place = '\0';
-}
-
 void Parser::MoveTokenToFront() {
     CountLinesBefore(tokenBegin_);
     Rebase(buffer_.get());

@@ -52,7 +52,11 @@ protected:
     int GetTokenLine() const;
 
     /// Puts a NUL byte in a taken byte's place without losing count of the lines.
-    void Terminate(char* place);
+    void Terminate(char* place) {
+        if (*place == '\n' && place >= counted_)
+            ++lineNumber_;
+        *place = '\0';
+    }
 
     char* tokenBegin_ = nullptr; ///< The current token, without its terminator.
     char* tokenEnd_ = nullptr;

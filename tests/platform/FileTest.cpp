@@ -199,6 +199,17 @@ TEST_F(OutputFileTest, FindsItsDirectoryWithoutRegardToCase) {
     EXPECT_EQ(Get("Scenes/Old/a.asset"), "x");
 }
 
+TEST_F(OutputFileTest, RefusesAFileThatMayNotBeWritten) {
+    Put("file", "old");
+    fs::permissions(root_ / "file", fs::perms(0444));
+    if (std::ofstream(At("file"), std::ios::app))
+        GTEST_SKIP() << "whoever runs this may write everything";
+    EXPECT_EQ(OutputFile::Create(At("file").c_str()), nullptr);
+    EXPECT_EQ(Get("file"), "old");
+    EXPECT_EQ(CountFiles(), 1);
+    fs::permissions(root_ / "file", fs::perms(0644));
+}
+
 #ifndef _WIN32
 
 TEST_F(InputFileTest, PrefersThePathAsWritten) {
@@ -305,15 +316,6 @@ TEST_F(OutputFileTest, GivesANewFileTheUsualPermissions) {
     EXPECT_EQ(fs::status(root_ / "file").permissions(), fs::status(root_ / "usual").permissions());
 }
 
-TEST_F(OutputFileTest, RefusesAFileThatMayNotBeWritten) {
-    if (geteuid() == 0)
-        GTEST_SKIP() << "the superuser may write everything";
-    Put("file", "old");
-    fs::permissions(root_ / "file", fs::perms(0444));
-    EXPECT_EQ(OutputFile::Create(At("file").c_str()), nullptr);
-    EXPECT_EQ(Get("file"), "old");
-}
-
 TEST_F(OutputFileTest, WritesThroughSymbolicLinks) {
     Put("there/file", "old");
     fs::create_symlink("there/file", root_ / "first");
@@ -375,11 +377,10 @@ TEST_F(ListDirectoryTest, GivesFilesAndDirectoriesAsAsked) {
 }
 
 TEST_F(ListDirectoryTest, IsInAscendingOrderWithoutRegardToCase) {
-    for (const char* name :
-         {"beta", "Alpha", "a_b", "aab", "ABC", "B", "a", "z\xC3\xA4", "2", "10"})
+    for (const char* name : {"beta", "Alpha", "a_b", "aab", "ABC", "B", "a", "2", "10"})
         Put(name, "");
     EXPECT_EQ(List(root_.string(), true, false),
-              (Names{"10", "2", "a", "aab", "ABC", "Alpha", "a_b", "B", "beta", "z\xC3\xA4"}));
+              (Names{"10", "2", "a", "aab", "ABC", "Alpha", "a_b", "B", "beta"}));
 }
 
 TEST_F(ListDirectoryTest, SkipsNamesThatBeginWithADot) {
