@@ -59,6 +59,15 @@ private:
     Handle file_;
 };
 
+/// Gives the new file the access rights of the old one, as far as the system allows.
+void CopyPermissions(const std::wstring& old, const std::wstring& file) {
+    DWORD size = 0;
+    GetFileSecurityW(old.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
+    std::string descriptor(size, '\0');
+    if (GetFileSecurityW(old.c_str(), DACL_SECURITY_INFORMATION, descriptor.data(), size, &size))
+        SetFileSecurityW(file.c_str(), DACL_SECURITY_INFORMATION, descriptor.data());
+}
+
 class WindowsOutputFile : public OutputFile {
 public:
     /// Without a temporary path the target itself is open.
@@ -87,6 +96,8 @@ public:
             done = FlushFileBuffers(file_.Get());
         done = file_.Close() && done;
         if (done && !temporary_.empty()) {
+            // Not earlier: they may forbid to take the temporary file away again.
+            CopyPermissions(target_, temporary_);
             constexpr DWORD kFlags = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
             done = MoveFileExW(temporary_.c_str(), target_.c_str(), kFlags);
             if (done)
@@ -114,16 +125,7 @@ std::wstring GetFinalPath(const Handle& file, const std::wstring& given) {
     return path;
 }
 
-/// Gives the new file the access rights of the old one, as far as the system allows.
-void CopyPermissions(const std::wstring& old, const std::wstring& file) {
-    DWORD size = 0;
-    GetFileSecurityW(old.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
-    std::string descriptor(size, '\0');
-    if (GetFileSecurityW(old.c_str(), DACL_SECURITY_INFORMATION, descriptor.data(), size, &size))
-        SetFileSecurityW(file.c_str(), DACL_SECURITY_INFORMATION, descriptor.data());
-}
-
-std::unique_ptr<OutputFile> CreateBeside(const std::wstring& target, bool exists) {
+std::unique_ptr<OutputFile> CreateBeside(const std::wstring& target) {
     constexpr int kMaxTries = 100;
     const size_t nameAt = target.find_last_of(L"\\/:") + 1;
     for (int i = 0; i < kMaxTries; ++i) {
@@ -131,8 +133,6 @@ std::unique_ptr<OutputFile> CreateBeside(const std::wstring& target, bool exists
             target.substr(0, nameAt) + ToWide(MakeTemporaryName(GetCurrentProcessId()));
         Handle file = OpenFile(temporary, GENERIC_WRITE, 0, CREATE_NEW);
         if (file.IsOpen()) {
-            if (exists)
-                CopyPermissions(target, temporary);
             return std::make_unique<WindowsOutputFile>(std::move(file), temporary, target);
         }
         if (GetLastError() != ERROR_FILE_EXISTS)
@@ -155,12 +155,12 @@ std::unique_ptr<OutputFile> OutputFile::Create(const char* path) {
     // Opening what is there tells whether it may be written, and finds directories out.
     Handle old = OpenFile(given, GENERIC_WRITE, kShareAll, OPEN_EXISTING);
     if (!old.IsOpen())
-        return GetLastError() == ERROR_FILE_NOT_FOUND ? CreateBeside(given, false) : nullptr;
+        return GetLastError() == ERROR_FILE_NOT_FOUND ? CreateBeside(given) : nullptr;
     if (GetFileType(old.Get()) != FILE_TYPE_DISK)
         return std::make_unique<WindowsOutputFile>(std::move(old), std::wstring(), given);
     const std::wstring target = GetFinalPath(old, given);
     old.Close();
-    return CreateBeside(target, true);
+    return CreateBeside(target);
 }
 
 bool ListDirectory(const std::string& directory, bool files, bool directories,

@@ -47,9 +47,12 @@ TEST(WideText, MakesLongPathsAbsoluteInTheFormWithoutALimit) {
 
 TEST(WideText, LetsFilesBeWrittenReadAndListedAtLongPaths) {
     const std::string name(100, 'x');
-    const std::string directory =
-        std::string(OVI_TEST_OUTPUT_DIR) + "/WideText/" + name + "/" + name + "/" + name;
-    fs::create_directories(fs::path(ToWidePath(directory)));
+    std::string directory = OVI_TEST_OUTPUT_DIR "/WideText";
+    fs::create_directories(directory);
+    for (int i = 0; i < 3; ++i) {
+        directory += "/" + name;
+        CreateDirectoryW(ToWidePath(directory).c_str(), nullptr);
+    }
     const std::string path = directory + "/file";
     const auto output = OutputFile::Create(path.c_str());
     ASSERT_TRUE(output && output->Write("text") && output->Commit());
