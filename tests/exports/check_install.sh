@@ -24,10 +24,15 @@ if grep -rIl -e "$work/first" -e "$buildDir" "$work/moved"; then
     fail "the files above contain an absolute path"
 fi
 
+mkdir "$work/headers"
+find "$work/moved/include/ovi" -name '*.h' -printf '#include "ovi/%f"\n' | sort \
+    >"$work/headers/all-headers.h"
+[[ -s $work/headers/all-headers.h ]] || fail "no header was installed"
+
 build_and_run() {
     local name=$1 packageDir=$2
     cmake -S "$consumerDir" -B "$work/$name" -G Ninja -DCMAKE_C_COMPILER="$compiler" \
-        -DOviCore_DIR="$packageDir" >"$work/$name.log"
+        -DOviCore_DIR="$packageDir" -DCONSUMER_HEADERS="$work/headers" >"$work/$name.log"
     cmake --build "$work/$name" >>"$work/$name.log" || fail "$(cat "$work/$name.log")"
     "$work/$name/consumer" || fail "the host built with $packageDir does not run"
 }
@@ -41,7 +46,7 @@ libDir=$(dirname "$(dirname "$pcFile")")
 if command -v pkg-config >/dev/null; then
     export PKG_CONFIG_PATH=${libDir}/pkgconfig
     read -ra flags <<<"$(pkg-config --cflags --libs ovicore)"
-    "$compiler" -std=c99 "$consumerDir/consumer.c" -o "$work/with-pkg-config" "${flags[@]}"
+    "$compiler" -std=c99 -I "$work/headers" "$consumerDir/consumer.c" -o "$work/with-pkg-config" "${flags[@]}"
     LD_LIBRARY_PATH=$libDir "$work/with-pkg-config" || fail "the host built with pkg-config"
 else
     echo "pkg-config is not installed: its file was not tried"

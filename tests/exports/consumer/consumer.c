@@ -1,5 +1,5 @@
-/* The smallest host: starts the library that the installed package gave it, uses it, and stops it. */
-#include "ovi/OviLibrary.h"
+/* The smallest host. The header that it includes is made by the test: all public headers. */
+#include "all-headers.h"
 
 int main(void) {
     Ovi_Initialize();
