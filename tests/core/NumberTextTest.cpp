@@ -202,6 +202,8 @@ TEST(NumberText, ReadsFormsAtTheEdgesAsStrtodDoes) {
                                          "0x1p-99999999999999999999",
                                          "0x" + nines,
                                          "0x" + nines + "p-1600",
+                                         "0x" + nines + "p-500",
+                                         "0x0." + zeros + "1p500",
                                          "0x0." + zeros + "1",
                                          "0x0." + zeros + "1p1610",
                                          "1e",
