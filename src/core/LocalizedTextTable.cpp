@@ -7,9 +7,9 @@
 namespace Kor {
 
 size_t LocalizedTextTable::LowerBound(std::string_view language) const {
-    const auto found =
-        std::lower_bound(entries_.begin(), entries_.end(), language,
-                         [](const Entry& entry, std::string_view key) { return entry.language < key; });
+    const auto found = std::lower_bound(
+        entries_.begin(), entries_.end(), language,
+        [](const Entry& entry, std::string_view key) { return entry.language < key; });
     return static_cast<size_t>(found - entries_.begin());
 }
 

@@ -34,8 +34,7 @@ template <class T> T* ObjectCast(Object* object) {
 }
 
 template <class T> const T* ObjectCast(const Object* object) {
-    return object && object->ImplementsClass(T::kClassId) ? static_cast<const T*>(object)
-                                                          : nullptr;
+    return object && object->ImplementsClass(T::kClassId) ? static_cast<const T*>(object) : nullptr;
 }
 
 } // namespace Kor

@@ -84,9 +84,11 @@ public:
         return index;
     }
 
-    /// Takes out this very object; false when another one, or none, has its key.
+    /// Takes out this very object, even where its key has changed meanwhile; false without it.
     bool RemoveExactly(const T* object) {
-        const Position at = PositionOf(object);
+        Position at = PositionOf(object);
+        if (!At(at))
+            at = Search(object);
         if (!At(at))
             return false;
         Erase(at);
@@ -168,6 +170,17 @@ private:
                 return at;
             ++at.offset;
             at = Normalized(at);
+        }
+        return {chunks_.size(), 0};
+    }
+
+    /// The place of this very object without trusting its key.
+    Position Search(const T* object) const {
+        for (size_t chunk = 0; chunk < chunks_.size(); ++chunk) {
+            const auto& entries = chunks_[chunk];
+            const auto found = std::find(entries.begin(), entries.end(), object);
+            if (found != entries.end())
+                return {chunk, static_cast<size_t>(found - entries.begin())};
         }
         return {chunks_.size(), 0};
     }

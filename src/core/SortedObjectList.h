@@ -69,12 +69,15 @@ public:
         return index;
     }
 
-    /// Takes out this very object; false when another one, or none, has its key.
+    /// Takes out this very object, even where its key has changed meanwhile; false without it.
     bool RemoveExactly(const T* object) {
         const int index = IndexOf(object);
-        if (index >= 0)
-            objects_.erase(objects_.begin() + index);
-        return index >= 0;
+        const auto at = index >= 0 ? objects_.begin() + index
+                                   : std::find(objects_.begin(), objects_.end(), object);
+        if (at == objects_.end())
+            return false;
+        objects_.erase(at);
+        return true;
     }
 
     /// The index of this very object, or -1.

@@ -212,7 +212,8 @@ void AttributeInstance::SetBinding(std::string_view binding) {
     NotificationManager* notifications = NotificationManager::Get();
     CompactString stored(binding);
     if (notifications && notifications->HasPropertyInstanceListeners()) {
-        std::string shown(binding); // callbacks get a text of their own: the caller's stays as given
+        std::string shown(
+            binding); // callbacks get a text of their own: the caller's stays as given
         notifications->NotifyPropertyInstance(this, kBindingChanged, shown.data());
     }
     binding_ = std::move(stored);

@@ -147,8 +147,7 @@ void Instance::AnnounceDroppedProperties(const Template& old, const Template& ne
 /// deliberately mirrors the one for templates.
 void Instance::UpdateProperty(Property& property, bool notify) {
     auto* previous = dynamic_cast<Property*>(property.GetPrevious());
-    PropertyInstance* found =
-        previous ? propertyInstances_.Get(previous->GetNameView()) : nullptr;
+    PropertyInstance* found = previous ? propertyInstances_.Get(previous->GetNameView()) : nullptr;
     if (!found) {
         AddPropertyInstance(property, notify);
         return;
@@ -178,8 +177,7 @@ Template* Instance::GetTemplate(std::string_view name) const {
     Template* best = nullptr;
     for (Template* candidate : templates_) {
         const int version = candidate->GetVersion();
-        if (candidate->GetFullName() != name || version < 1 ||
-            version > known->GetLatestVersion())
+        if (candidate->GetFullName() != name || version < 1 || version > known->GetLatestVersion())
             continue;
         if (!best || best->GetVersion() < version)
             best = candidate;

@@ -10,7 +10,7 @@
 #include "platform/File.h"
 #include "xml/XMLParser.h"
 #include "xml/XMLTemplateListener.h"
-#include "xml/XMLTemplateWriter.h"
+#include "xml/XMLTemplateFileWriter.h"
 
 namespace Kor {
 
@@ -172,9 +172,8 @@ std::vector<Type*> TemplateManager::GetDefinitionsToUnload(std::string_view path
             return 0;
         return ObjectCast<Enumeration>(type) ? 1 : 2;
     };
-    std::stable_sort(found.begin(), found.end(), [&rank](const Type* a, const Type* b) {
-        return rank(a) < rank(b);
-    });
+    std::stable_sort(found.begin(), found.end(),
+                     [&rank](const Type* a, const Type* b) { return rank(a) < rank(b); });
     return found;
 }
 

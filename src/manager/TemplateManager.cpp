@@ -54,10 +54,19 @@ void TemplateManager::RegisterBuiltInTypes() {
 
 TemplateManager::~TemplateManager() {
     std::vector<Template*> templates = templates_.Snapshot();
-    if (!root_->IsRegistered()) // another template took its key
-        templates.insert(templates.begin(), root_);
+    std::vector<Enumeration*> enumerations = enumerations_.Snapshot();
+    std::vector<Type*> types = types_.Snapshot();
+    for (Type* type : displaced_) {
+        type->SetDisplaced(false);
+        if (auto* displacedTemplate = ObjectCast<Template>(type))
+            templates.push_back(displacedTemplate);
+        else if (auto* enumeration = ObjectCast<Enumeration>(type))
+            enumerations.push_back(enumeration);
+        else
+            types.push_back(type);
+    }
     RetiredSchema::Retire(
-        RetiredSchema(std::move(templates), enumerations_.Snapshot(), types_.Snapshot()));
+        RetiredSchema(std::move(templates), std::move(enumerations), std::move(types)));
 }
 
 /// The pointer is deliberately forgotten first: whoever asks for the manager while it is being
@@ -91,8 +100,7 @@ template <class T> int TemplateManager::Remove(ObjectRegistry<T>& registry, T* o
 
 Template* TemplateManager::GetTemplateVersion(std::string_view name, unsigned version) const {
     char digits[16];
-    key_.assign(name).append(1, '#').append(digits,
-                                            FormatInteger(version, digits, sizeof digits));
+    key_.assign(name).append(1, '#').append(digits, FormatInteger(version, digits, sizeof digits));
     return templates_.Get(key_);
 }
 
@@ -103,7 +111,6 @@ Template* TemplateManager::GetTemplate(std::string_view name) const {
     return GetTemplateVersion(name, static_cast<unsigned>(first->GetLatestVersion()));
 }
 
-/// All versions that exist, ascending.
 std::vector<Template*> TemplateManager::GetVersions(std::string_view name) const {
     std::string prefix(name);
     prefix += '#';
@@ -142,8 +149,8 @@ Template* TemplateManager::CreateTemplate(std::string_view name) {
 }
 
 Template* TemplateManager::CreateTemplateVersion(std::string_view name, int version) {
-    Template* existing = version >= 0 ? GetTemplateVersion(name, static_cast<unsigned>(version))
-                                      : nullptr;
+    Template* existing =
+        version >= 0 ? GetTemplateVersion(name, static_cast<unsigned>(version)) : nullptr;
     if (existing && (!existing->IsRecycled() || version == 1))
         return existing;
     if (version - 1 < 1)
@@ -344,6 +351,12 @@ int TemplateManager::Registered(Type* type, int result, Type* replaced) {
     if (replaced && replaced != type) {
         UnlistFile(*replaced);
         replaced->SetRegistered(false);
+        replaced->SetDisplaced(true);
+        displaced_.insert(replaced);
+    }
+    if (type->IsDisplaced()) {
+        type->SetDisplaced(false);
+        displaced_.erase(type);
     }
     type->TakeFromUsers();
     type->SetRegistered(true);

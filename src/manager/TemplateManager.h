@@ -31,6 +31,9 @@ public:
     /// 1 or the latest version is missing.
     virtual Template* GetTemplate(std::string_view name) const;
     virtual Template* GetTemplateVersion(std::string_view name, unsigned version) const;
+
+    /// All versions that exist, ascending.
+    std::vector<Template*> GetVersions(std::string_view name) const;
     virtual int GetTemplateCount() const { return templates_.GetCount(); }
     virtual Template* GetTemplateAt(int index) const { return templates_.GetAt(index); }
 
@@ -155,6 +158,9 @@ public:
     void UnlistFile(Type& type);
     void ListFile(Type& type);
 
+    /// Called by a displaced type at its end.
+    void ForgetDisplaced(Type& type) { displaced_.erase(&type); }
+
 private:
     friend class Singleton<TemplateManager>;
     using FileIndex = std::unordered_map<std::string, std::unordered_set<Type*>>;
@@ -163,7 +169,6 @@ private:
     virtual ~TemplateManager();
 
     void RegisterBuiltInTypes();
-    std::vector<Template*> GetVersions(std::string_view name) const;
     int Registered(Type* type, int result, Type* replaced);
     void Unregistered(Type* type);
     void ForgetLoadedFile(std::string_view path);
@@ -184,7 +189,8 @@ private:
     SortedStringList packages_;
     SortedStringList loadedFiles_;
     std::vector<std::string> searchPaths_;
-    FileIndex typesByFile_; // under the file names in lower case
+    FileIndex typesByFile_;               // under the file names in lower case
+    std::unordered_set<Type*> displaced_; // types whose place another one took
     int useCount_ = 0;
     mutable std::string key_; // room for composed keys, so that lookups allocate nothing
 };

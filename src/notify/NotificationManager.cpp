@@ -31,10 +31,9 @@ NotificationManager::NotificationManager()
 
 NotificationManager::Records::iterator NotificationManager::Locate(Records& records,
                                                                    void* userData) {
-    return std::lower_bound(records.begin(), records.end(), userData,
-                            [](const Record& record, void* key) {
-                                return std::less<void*>()(record.userData, key);
-                            });
+    return std::lower_bound(
+        records.begin(), records.end(), userData,
+        [](const Record& record, void* key) { return std::less<void*>()(record.userData, key); });
 }
 
 bool NotificationManager::Register(Records& records, Callback callback, void* userData) {

@@ -64,6 +64,12 @@ void Template::CopyParentsAndProperties(const Template& source) {
     SchemaRevision::Advance();
 }
 
+void Template::Redeclare(std::string_view name, std::string_view packageName, Type* base) {
+    Type::Redeclare(name, packageName, base);
+    latestVersion_ = 1;
+    SetVersion(1);
+}
+
 void Template::WriteToXML(XMLWriter& writer) const {
     XMLTemplateWriter(writer).WriteTemplate(*this);
 }
@@ -88,7 +94,7 @@ void Template::UpdateFullName() {
 void Template::LeaveSortedLists() {
     Type::LeaveSortedLists();
     for (Template* parent : parents_)
-        parent->children_.RemoveExactly(this);
+        parent->TakeOutChild(this);
     for (Template* child : children_.Snapshot())
         child->parents_.RemoveExactly(this);
 }
@@ -132,7 +138,20 @@ void Template::UnlinkChild(Template* child) {
     if (unlisted != unlistedChildren_.end())
         unlistedChildren_.erase(unlisted);
     else
-        children_.RemoveExactly(child);
+        TakeOutChild(child);
+}
+
+/// A child that this one had pushed out of the list by having the same key returns to it.
+void Template::TakeOutChild(Template* child) {
+    if (!children_.RemoveExactly(child))
+        return;
+    const auto hidden =
+        std::find_if(unlistedChildren_.begin(), unlistedChildren_.end(),
+                     [child](const Template* other) { return other->GetKey() == child->GetKey(); });
+    if (hidden == unlistedChildren_.end())
+        return;
+    children_.Insert(*hidden);
+    unlistedChildren_.erase(hidden);
 }
 
 void Template::UnlinkParent(Template* parent) {

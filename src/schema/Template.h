@@ -46,6 +46,9 @@ public:
     /// source's parents under the source's key, but under its own.
     static std::unique_ptr<Template> MakeVersion(const Template& source, int version);
 
+    /// The new template is version 1 of its own name.
+    void Redeclare(std::string_view name, std::string_view packageName, Type* base) override;
+
     /// Makes this (emptied) template once more a successor of another one.
     void BecomeVersionOf(const Template& source);
 
@@ -91,7 +94,8 @@ public:
     const std::vector<Property*>& GetDeclaredProperties() const { return properties_; }
     const SortedObjectList<Property>& GetOwnProperties() const { return propertiesByName_; }
 
-    /// The own property of that name, or the first that the parents have, in key order, depth first.
+    /// The own property of that name, or the first that the parents have, in key order, depth
+    /// first.
     Property* GetProperty(std::string_view name, bool includeInherited) const;
 
     /// All properties that an instance of this template has, inherited ones first where two share
@@ -147,6 +151,9 @@ public:
     /// New instances of the template, or copies of the given ones (null stays null).
     void* NewValue(const void* initial, int count) const override;
 
+    /// A block of null references; null below 1.
+    static void* NewEmptyValue(int count);
+
     /// Deliberately frees neither the instances nor the array: hosts keep handles to them.
     void DeleteValue(void* value, int count) const override;
 
@@ -195,6 +202,7 @@ private:
     void CopyParentsAndProperties(const Template& source);
     void LinkChild(Template* child);
     void UnlinkChild(Template* child);
+    void TakeOutChild(Template* child);
     void UnlinkParent(Template* parent);
     void DropParents();
     void DropChildren(Template* fallback);

@@ -45,7 +45,17 @@ void* Template::NewValue(const void* initial, int count) const {
     auto* block = static_cast<Instance**>(std::malloc(made.size() * sizeof(Instance*)));
     if (!block)
         throw std::bad_alloc();
-    std::transform(made.begin(), made.end(), block, [](auto& element) { return element.release(); });
+    std::transform(made.begin(), made.end(), block,
+                   [](auto& element) { return element.release(); });
+    return block;
+}
+
+void* Template::NewEmptyValue(int count) {
+    if (count < 1)
+        return nullptr;
+    void* block = std::calloc(static_cast<size_t>(count), sizeof(Instance*));
+    if (!block)
+        throw std::bad_alloc();
     return block;
 }
 
@@ -99,8 +109,7 @@ int Template::GetValueSize(const void* value, int count) const {
     return MeasureTemplateValue(*this, static_cast<Instance* const*>(value), count);
 }
 
-int Template::WriteValueToBinary(const void* value, int count, void* buffer,
-                                 int bufferSize) const {
+int Template::WriteValueToBinary(const void* value, int count, void* buffer, int bufferSize) const {
     if (!buffer || bufferSize < 0)
         return 0;
     BinaryPacker packer(buffer, bufferSize);

@@ -23,9 +23,8 @@ bool Template::Visit(std::uint64_t walk) const {
 
 bool Template::IsDescendantOf(const Template* other) const {
     const std::string_view key = other->GetKey();
-    return WalkAncestors(this, [key](const Template& current) {
-        return current.GetParents().Find(key) >= 0;
-    });
+    return WalkAncestors(
+        this, [key](const Template& current) { return current.GetParents().Find(key) >= 0; });
 }
 
 Property* Template::GetProperty(std::string_view name, bool includeInherited) const {

@@ -1,6 +1,6 @@
 #include "types/Enumeration.h"
 
-#include "xml/XMLWriter.h"
+#include "xml/XMLTemplateWriter.h"
 
 namespace Kor {
 
@@ -28,15 +28,7 @@ std::unique_ptr<Object> Enumeration::Clone() const {
 }
 
 void Enumeration::WriteToXML(XMLWriter& writer) const {
-    if (*GetComment())
-        writer.WriteComment(GetComment());
-    writer.StartElement("enum");
-    writer.WriteAttribute("name", GetNameView());
-    if (GetBaseType())
-        writer.WriteAttribute("type", GetBaseType()->GetFullName());
-    for (const EnumerationItem* item : items_)
-        item->WriteToXML(writer);
-    writer.EndElement();
+    XMLTemplateWriter(writer).WriteEnumeration(*this);
 }
 
 int Enumeration::AddItem(EnumerationItem* item) {

@@ -1,7 +1,7 @@
 #include "types/EnumerationItem.h"
 
 #include "types/Enumeration.h"
-#include "xml/XMLWriter.h"
+#include "xml/XMLTemplateWriter.h"
 
 namespace Kor {
 
@@ -25,18 +25,13 @@ std::unique_ptr<Object> EnumerationItem::Clone() const {
 }
 
 void EnumerationItem::WriteToXML(XMLWriter& writer) const {
-    if (*GetComment())
-        writer.WriteComment(GetComment());
-    writer.StartElement("item");
-    writer.WriteAttribute("name", GetNameView());
-    writer.WriteAttribute("value", GetValueText());
-    writer.EndElement();
+    XMLTemplateWriter(writer).WriteItem(*this);
 }
 
 std::string EnumerationItem::GetValueText() const {
     std::string text;
     if (value_)
-        value_.GetType()->GetValueAsString(value_.Get(), text, 0);
+        text = value_.GetType()->GetReadableText(value_.Get(), 0);
     return text;
 }
 

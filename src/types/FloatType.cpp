@@ -16,7 +16,8 @@ template <class Element> Element Narrow(double number) {
         const auto nearest = static_cast<double>(std::numeric_limits<Element>::max());
         // Half a unit in the last place above the largest number still rounds down to it.
         if (std::abs(number) < nearest * (1 + std::numeric_limits<Element>::epsilon() / 4))
-            return std::copysign(std::numeric_limits<Element>::max(), static_cast<Element>(number > 0 ? 1 : -1));
+            return std::copysign(std::numeric_limits<Element>::max(),
+                                 static_cast<Element>(number > 0 ? 1 : -1));
         return number > 0 ? std::numeric_limits<Element>::infinity()
                           : -std::numeric_limits<Element>::infinity();
     }

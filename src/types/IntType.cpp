@@ -37,6 +37,11 @@ int IntType<Element>::GetValueAsString(const void* value, std::string& text, int
 }
 
 template <class Element>
+std::string IntType<Element>::GetReadableText(const void* value, int index) const {
+    return value && index >= 0 ? std::to_string(At(value, index)) : std::string();
+}
+
+template <class Element>
 int IntType<Element>::GetValueFromString(const char* text, void* value, int index) const {
     if (value && index >= 0)
         At(value, index) = static_cast<Element>(ParseInt(text));

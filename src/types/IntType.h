@@ -29,6 +29,9 @@ public:
     /// numbers.
     int GetValueAsString(const void* value, std::string& text, int index) const override;
 
+    /// Decimal for every width.
+    std::string GetReadableText(const void* value, int index) const override;
+
     /// Decimal within 32 bits for every width, converted to the element type.
     int GetValueFromString(const char* text, void* value, int index) const override;
 

@@ -6,6 +6,7 @@
 #include "manager/TemplateManager.h"
 
 #include "core/Names.h"
+#include "xml/XMLTemplateWriter.h"
 #include "xml/XMLWriter.h"
 
 namespace Kor {
@@ -28,7 +29,10 @@ Type::Type(const Type& other)
       packageName_(other.packageName_), fullName_(other.fullName_), dimension_(other.dimension_),
       alignment_(other.alignment_) {}
 
-Type::~Type() = default;
+Type::~Type() {
+    if (displaced_ && TemplateManager::Exists())
+        TemplateManager::Get()->ForgetDisplaced(*this);
+}
 
 bool Type::SetName(const char* name) {
     const std::string_view text = TextOf(name);
@@ -56,6 +60,13 @@ void Type::SetPackageName(std::string_view packageName) {
     packageName_.swap(newPackage);
     UpdateFullName();
     EnterSortedLists();
+}
+
+void Type::Redeclare(std::string_view name, std::string_view packageName, Type* base) {
+    StoreName(packageName, name);
+    StoreFileName(std::string());
+    SetComment({});
+    SetBaseType(base);
 }
 
 void Type::UpdateFullName() {
@@ -152,15 +163,7 @@ bool Type::RefersTo(const Type* other, const char* fileName) const {
 }
 
 void Type::WriteToXML(XMLWriter& writer) const {
-    if (*GetComment())
-        writer.WriteComment(GetComment());
-    writer.StartElement("type");
-    writer.WriteAttribute("name", GetNameView());
-    if (base_)
-        writer.WriteAttribute("type", base_->GetFullName());
-    if (dimension_ != 1)
-        writer.WriteAttribute("dim", dimension_);
-    writer.EndElement();
+    XMLTemplateWriter(writer).WriteType(*this);
 }
 
 void Type::WriteValueToXML(const void* value, int count, XMLWriter& writer) const {
@@ -173,12 +176,21 @@ void Type::WriteValueToXML(const void* value, int count, XMLWriter& writer) cons
         return;
     }
     for (int i = 0; i < count; ++i) {
-        text.clear();
+        text.clear(); // text types append
         GetValueAsString(value, text, i);
         writer.StartElement("value");
         writer.WriteText(text);
         writer.EndElement();
     }
+}
+
+std::string Type::GetReadableText(const void* value, int index) const {
+    const Type* storage = GetStorageType();
+    if (storage && storage != this)
+        return storage->GetReadableText(value, index);
+    std::string text;
+    GetValueAsString(value, text, index);
+    return text;
 }
 
 void Type::ReleaseUse() {

@@ -63,6 +63,9 @@ public:
     bool IsRecycled() const { return recycled_; }
     void SetRecycled(bool recycled) { recycled_ = recycled; }
 
+    /// Turns a clone into the declaration of a new type over its base: without comment and file.
+    virtual void Redeclare(std::string_view name, std::string_view packageName, Type* base);
+
     // -- dependencies ---------------------------------------------------------------------------
 
     /// Adds the packages that the type's declaration needs.
@@ -95,6 +98,10 @@ public:
     /// Writes the text of an element into `text` and returns its length.
     virtual int GetValueAsString(const void* value, std::string& text, int index) const = 0;
 
+    /// The text from which GetValueFromString makes the same element again, for template files:
+    /// unlike the other text, 8-bit integers as numbers too.
+    virtual std::string GetReadableText(const void* value, int index) const;
+
     /// Parses a text into an element.
     virtual int GetValueFromString(const char* text, void* value, int index) const = 0;
 
@@ -124,6 +131,11 @@ public:
     /// Whether the template manager has the type in a registry and therefore owns it.
     bool IsRegistered() const { return registered_; }
     void SetRegistered(bool registered) { registered_ = registered; }
+
+    /// Whether another object took the type's place in the registry: nobody else owns it then, so
+    /// the manager frees it in the end unless the host does so before.
+    bool IsDisplaced() const { return displaced_; }
+    void SetDisplaced(bool displaced) { displaced_ = displaced; }
 
     /// Hands an unregistered type to those who use it: the last user frees it.
     void LeaveToUsers() { ownedByUsers_ = !registered_; }
@@ -162,6 +174,7 @@ private:
     bool recycled_ = false;
     bool registered_ = false;
     bool ownedByUsers_ = false;
+    bool displaced_ = false;
 };
 
 } // namespace Kor

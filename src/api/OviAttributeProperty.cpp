@@ -1,0 +1,89 @@
+#include "ovi/attribute_property.h"
+
+#include "api/Barrier.h"
+#include "schema/AttributeProperty.h"
+#include "types/Type.h"
+
+using namespace Kor;
+using namespace Kor::Api;
+
+namespace {
+
+void* const kNoValue = nullptr;
+
+} // namespace
+
+OviAttributeProperty* OviAttributeProperty_New(const char* name, uint32_t version) {
+    return Guard(static_cast<OviAttributeProperty*>(nullptr), [=] {
+        return To<OviAttributeProperty>(
+            new AttributeProperty(Text(name), static_cast<int>(version)));
+    });
+}
+
+OviType* OviAttributeProperty_GetType(OviAttributeProperty* property) {
+    return With<AttributeProperty>(
+        property, static_cast<OviType*>(nullptr),
+        [](AttributeProperty& self) { return To<OviType>(self.GetType()); });
+}
+
+bool OviAttributeProperty_SetType(OviAttributeProperty* property, OviType* type) {
+    return With<AttributeProperty>(property, false, [type](AttributeProperty& self) {
+        Type* given = From<Type>(type);
+        return given || !type ? self.SetType(given) : false;
+    });
+}
+
+void* OviAttributeProperty_GetDefaultValue(OviAttributeProperty* property) {
+    return With<AttributeProperty>(property, kNoValue,
+                                   [](AttributeProperty& self) { return self.GetDefaultValue(); });
+}
+
+void OviAttributeProperty_SetDefaultValue(OviAttributeProperty* property, void* value) {
+    With<AttributeProperty>(property,
+                            [value](AttributeProperty& self) { self.SetDefaultValue(value); });
+}
+
+void* OviAttributeProperty_GetMinValue(OviAttributeProperty* property) {
+    return With<AttributeProperty>(property, kNoValue,
+                                   [](AttributeProperty& self) { return self.GetMinValue(); });
+}
+
+void OviAttributeProperty_SetMinValue(OviAttributeProperty* property, void* value) {
+    With<AttributeProperty>(property,
+                            [value](AttributeProperty& self) { self.SetMinValue(value); });
+}
+
+void* OviAttributeProperty_GetMaxValue(OviAttributeProperty* property) {
+    return With<AttributeProperty>(property, kNoValue,
+                                   [](AttributeProperty& self) { return self.GetMaxValue(); });
+}
+
+void OviAttributeProperty_SetMaxValue(OviAttributeProperty* property, void* value) {
+    With<AttributeProperty>(property,
+                            [value](AttributeProperty& self) { self.SetMaxValue(value); });
+}
+
+bool OviAttributeProperty_IsValueValid(OviAttributeProperty* property, const void* value) {
+    return With<AttributeProperty>(
+        property, false, [value](AttributeProperty& self) { return self.IsValueValid(value); });
+}
+
+bool OviAttributeProperty_IsReference(OviAttributeProperty* property) {
+    return With<AttributeProperty>(property, false,
+                                   [](AttributeProperty& self) { return self.IsReference(); });
+}
+
+void OviAttributeProperty_SetReference(OviAttributeProperty* property, bool reference) {
+    With<AttributeProperty>(property,
+                            [reference](AttributeProperty& self) { self.SetReference(reference); });
+}
+
+const char* OviAttributeProperty_GetAutoBind(OviAttributeProperty* property) {
+    return With<AttributeProperty>(property, "",
+                                   [](AttributeProperty& self) { return self.GetAutoBind(); });
+}
+
+void OviAttributeProperty_SetAutoBind(OviAttributeProperty* property, const char* text) {
+    With<AttributeProperty>(property,
+                            [text](AttributeProperty& self) { self.SetAutoBind(Text(text)); });
+}

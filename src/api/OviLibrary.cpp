@@ -1,0 +1,28 @@
+#include "ovi/library.h"
+
+#include "api/Barrier.h"
+#include "core/ErrorManager.h"
+#include "instances/AssetManager.h"
+#include "manager/TemplateManager.h"
+#include "notify/NotificationManager.h"
+
+using namespace Kor;
+using namespace Kor::Api;
+
+void Ovi_Initialize(void) {
+    WithManager<ErrorManager>([](ErrorManager& manager) { manager.Initialize(); });
+    WithManager<NotificationManager>([](NotificationManager& manager) { manager.Initialize(); });
+    WithManager<TemplateManager>([](TemplateManager& manager) { manager.Initialize(); });
+    WithManager<AssetManager>([](AssetManager& manager) { manager.Initialize(); });
+}
+
+void Ovi_Terminate(void) {
+    WithManager<AssetManager>([](AssetManager& manager) { manager.Terminate(); });
+    WithManager<TemplateManager>([](TemplateManager& manager) { manager.Terminate(); });
+    WithManager<NotificationManager>([](NotificationManager& manager) { manager.Terminate(); });
+    WithManager<ErrorManager>([](ErrorManager& manager) { manager.Terminate(); });
+}
+
+const char* Ovi_GetVersion(void) {
+    return OVI_VERSION_STRING;
+}

@@ -1,0 +1,69 @@
+#include "ovi/object.h"
+
+#include "api/Barrier.h"
+#include "core/Lockable.h"
+#include "manager/TemplateManager.h"
+#include "schema/Property.h"
+#include "schema/ViewItem.h"
+
+using namespace Kor;
+using namespace Kor::Api;
+
+namespace {
+
+/// Takes an object out of the registries that would otherwise keep pointing to it. Properties,
+/// property instances and assets do so themselves.
+void TakeFromOwner(Object* object) {
+    if (auto* type = ObjectCast<Type>(object); type && type->IsRegistered())
+        TemplateManager::Get()->RemoveType(type);
+    if (auto* item = ObjectCast<EnumerationItem>(object); item && item->GetEnumeration())
+        item->GetEnumeration()->RemoveItem(item);
+    if (auto* view = ObjectCast<View>(object); view && view->GetTemplate())
+        view->GetTemplate()->RemoveView(view);
+}
+
+Lockable* LockableOf(Object* object) {
+    if (auto* property = ObjectCast<Property>(object))
+        return property;
+    return ObjectCast<ViewItem>(object);
+}
+
+} // namespace
+
+void OviObject_Delete(OviObject* object) {
+    With<Object>(object, [](Object& target) {
+        if (TemplateManager::Exists() && &target == TemplateManager::Get()->GetRoot())
+            return; // what everything falls back to goes with the manager alone
+        TakeFromOwner(&target);
+        delete &target;
+    });
+}
+
+OviObject* OviObject_Clone(OviObject* object) {
+    return With<Object>(object, static_cast<OviObject*>(nullptr),
+                        [](Object& source) { return To<OviObject>(source.Clone().release()); });
+}
+
+int OviObject_GetClass(OviObject* object) {
+    return With<Object>(object, -1, [](Object& target) { return target.GetClass(); });
+}
+
+bool OviObject_ImplementsClass(OviObject* object, int classId) {
+    return With<Object>(object, false,
+                        [classId](Object& target) { return target.ImplementsClass(classId); });
+}
+
+OviLockable* OviObject_GetLockable(OviObject* object) {
+    return With<Object>(object, static_cast<OviLockable*>(nullptr), [](Object& target) {
+        return reinterpret_cast<OviLockable*>(LockableOf(&target));
+    });
+}
+
+int OviLockable_GetLockState(OviLockable* lockable) {
+    return lockable ? reinterpret_cast<Lockable*>(lockable)->GetLockState() : 0;
+}
+
+void OviLockable_SetLockState(OviLockable* lockable, int state) {
+    if (lockable)
+        reinterpret_cast<Lockable*>(lockable)->SetLockState(state);
+}

@@ -1,0 +1,41 @@
+#include "ovi/property.h"
+
+#include "api/Barrier.h"
+#include "schema/Property.h"
+#include "schema/Template.h"
+
+using namespace Kor;
+using namespace Kor::Api;
+
+const char* OviProperty_GetFullName(OviProperty* property) {
+    return With<Property>(property, "", [](Property& self) { return self.GetFullName().c_str(); });
+}
+
+OviTemplate* OviProperty_GetTemplate(OviProperty* property) {
+    return With<Property>(property, static_cast<OviTemplate*>(nullptr),
+                          [](Property& self) { return To<OviTemplate>(self.GetOwner()); });
+}
+
+int OviProperty_AddCommand(OviProperty* property, OviCommand* command) {
+    return With<Property>(property, -1, [command](Property& self) {
+        auto* added = From<Command>(command);
+        return added ? self.AddCommand(added) : -1;
+    });
+}
+
+int OviProperty_RemoveCommand(OviProperty* property, OviCommand* command) {
+    return With<Property>(property, -1, [command](Property& self) {
+        auto* removed = From<Command>(command);
+        return removed ? self.RemoveCommand(removed) : -1;
+    });
+}
+
+int OviProperty_GetCommandCount(OviProperty* property) {
+    return With<Property>(property, 0, [](Property& self) { return self.GetCommandCount(); });
+}
+
+OviCommand* OviProperty_GetCommandAt(OviProperty* property, int index) {
+    return With<Property>(property, static_cast<OviCommand*>(nullptr), [index](Property& self) {
+        return To<OviCommand>(self.GetCommandAt(index));
+    });
+}

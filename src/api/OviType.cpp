@@ -1,0 +1,101 @@
+#include "ovi/type.h"
+
+#include <cstring>
+
+#include "api/Barrier.h"
+#include "api/XMLText.h"
+#include "types/Type.h"
+
+using namespace Kor;
+using namespace Kor::Api;
+
+OviType* OviType_GetBaseType(OviType* type) {
+    return With<Type>(type, static_cast<OviType*>(nullptr),
+                      [](Type& self) { return To<OviType>(self.GetBaseType()); });
+}
+
+void OviType_SetBaseType(OviType* type, OviType* base) {
+    With<Type>(type, [base](Type& self) { self.SetBaseType(From<Type>(base)); });
+}
+
+int OviType_GetAlignment(OviType* type) {
+    return With<Type>(type, 0, [](Type& self) { return self.GetAlignment(); });
+}
+
+void OviType_SetAlignment(OviType* type, int alignment) {
+    With<Type>(type, [alignment](Type& self) { self.SetAlignment(alignment); });
+}
+
+int OviType_GetValueSize(OviType* type, const void* value, int count) {
+    return With<Type>(type, 0, [=](Type& self) { return self.GetValueSize(value, count); });
+}
+
+void* OviType_NewValue(OviType* type, const void* initial, int count) {
+    return With<Type>(type, static_cast<void*>(nullptr),
+                      [=](Type& self) { return self.NewValue(initial, count); });
+}
+
+void OviType_DeleteValue(OviType* type, void* value, int count) {
+    With<Type>(type, [=](Type& self) { self.DeleteValue(value, count); });
+}
+
+int OviType_CompareValues(OviType* type, const void* a, const void* b, int count) {
+    return With<Type>(type, 0, [=](Type& self) { return self.CompareValues(a, b, count); });
+}
+
+int OviType_GetValueAsString(OviType* type, const void* value, int index, char* buffer) {
+    return With<Type>(type, 0, [=](Type& self) {
+        std::string text;
+        const int length = value ? self.GetValueAsString(value, text, index) : 0;
+        if (buffer)
+            std::memcpy(buffer, text.data(), static_cast<size_t>(length));
+        return length;
+    });
+}
+
+int OviType_GetValueFromString(OviType* type, const char* text, void* value, int index) {
+    return With<Type>(
+        type, 0, [=](Type& self) { return self.GetValueFromString(Text(text), value, index); });
+}
+
+int OviType_WriteValueToBinary(OviType* type, const void* value, int count, void* buffer,
+                               int bufferSize) {
+    return With<Type>(type, 0, [=](Type& self) {
+        return self.WriteValueToBinary(value, count, buffer, bufferSize);
+    });
+}
+
+void OviType_WriteToXML(OviType* type, int indent, int* size, char* buffer) {
+    With<Type>(type, [=](Type& self) {
+        if (size)
+            CopyXMLText(GetXMLText(self, indent), size, buffer);
+    });
+}
+
+const char* OviType_GetFullName(OviType* type) {
+    return With<Type>(type, "", [](Type& self) { return self.GetFullName().c_str(); });
+}
+
+const char* OviType_GetFileName(OviType* type) {
+    return With<Type>(type, "", [](Type& self) { return self.GetFileName().c_str(); });
+}
+
+void OviType_SetFileName(OviType* type, const char* fileName) {
+    With<Type>(type, [fileName](Type& self) { self.SetFileName(Text(fileName)); });
+}
+
+const char* OviType_GetPackageName(OviType* type) {
+    return With<Type>(type, "", [](Type& self) { return self.GetPackageName().c_str(); });
+}
+
+void OviType_SetPackageName(OviType* type, const char* package) {
+    With<Type>(type, [package](Type& self) { self.SetPackageName(Text(package)); });
+}
+
+void OviType_SetSearchPath(OviType* type, const char* path) {
+    With<Type>(type, [path](Type& self) { self.SetSearchPath(Text(path)); });
+}
+
+bool OviType_IsRecycled(OviType* type) {
+    return With<Type>(type, false, [](Type& self) { return self.IsRecycled(); });
+}

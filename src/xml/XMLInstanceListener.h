@@ -1,0 +1,82 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "xml/IXMLListener.h"
+
+namespace Kor {
+
+class AssetManager;
+class AttributeInstance;
+class Instance;
+class PropertyInstance;
+class Template;
+class TemplateManager;
+class XMLParser;
+
+/// Turns the elements of a scene file into assets, templates and values.
+class XMLInstanceListener : public IXMLListener {
+public:
+    /// Takes source name, line and error listener from the parser.
+    explicit XMLInstanceListener(XMLParser& parser);
+
+    bool StartElement(std::string_view name, const XMLAttributes& attributes) override;
+    bool EndElement(std::string_view name) override;
+    bool Comment(std::string_view) override { return true; }
+    bool Characters(std::string_view text) override;
+
+private:
+    using Handler = bool (XMLInstanceListener::*)(const XMLAttributes&);
+    struct Element {
+        const char* name;
+        Handler start;
+        void (XMLInstanceListener::*end)();
+    };
+    static const Element* FindElement(std::string_view name);
+
+    /// An open instance, and the attribute around it that it is nested in, if any.
+    struct OpenInstance {
+        Instance* instance;
+        AttributeInstance* holder;
+        int indexInHolder;
+    };
+
+    // -- elements; false ends the reading -------------------------------------------------------
+    bool StartAsset(const XMLAttributes& attributes);
+    bool StartAssetRef(const XMLAttributes& attributes);
+    bool StartImplements(const XMLAttributes& attributes);
+    bool StartAttribute(const XMLAttributes& attributes);
+    bool StartValue(const XMLAttributes& attributes);
+    void EndAsset();
+    void EndAttribute();
+    void EndValue();
+    void EndNothing() {}
+
+    // -- parts of them --------------------------------------------------------------------------
+    void StartNested(const char* name);
+    bool HoldsInstances() const;
+    Template* FindTemplate(const char* name, const char* version);
+    PropertyInstance* FindPropertyInstance(const char* element, const XMLAttributes& attributes);
+    void SetLocks(PropertyInstance& propertyInstance, const XMLAttributes& attributes);
+    void SetCollectedValues();
+
+    void Error(const std::string& message);
+
+    /// Reports a structural error; false, ending the reading, when nobody listens.
+    bool Refuse(const std::string& message);
+
+    XMLParser& parser_;
+    AssetManager& assets_;
+    TemplateManager& templates_;
+    std::vector<OpenInstance> open_;
+    AttributeInstance* attribute_ = nullptr; // whose element is open
+    int nestedCount_ = 0;                    // instances met so far in it
+    int ignoredDepth_ = 0;                   // elements inside and with an ignored nested asset
+    bool valueOpen_ = false;
+    size_t valueCount_ = 0;
+    std::vector<std::string> values_; // kept to be used again; the first valueCount_ are those met
+};
+
+} // namespace Kor

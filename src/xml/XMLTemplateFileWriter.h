@@ -1,0 +1,34 @@
+#pragma once
+
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Kor {
+
+class ByteSink;
+class Template;
+class TemplateManager;
+class Type;
+class XMLWriter;
+
+/// Writes all definitions of a template file: plain types, enumerations, templates; in each group
+/// what others need first, otherwise in key order.
+class XMLTemplateFileWriter {
+public:
+    XMLTemplateFileWriter(const TemplateManager& manager, std::string_view fileName);
+
+    /// False when the sink failed.
+    bool Write(ByteSink& sink) const;
+
+private:
+    std::set<std::string> CollectUsedPackages() const;
+
+    std::vector<const Type*> plainTypes_;
+    std::vector<const Type*> enumerations_;
+    std::vector<const Type*> templates_; // latest versions
+    std::string package_;
+};
+
+} // namespace Kor

@@ -1,0 +1,94 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/SortedStringList.h"
+#include "xml/IXMLListener.h"
+
+namespace Kor {
+
+class AttributeProperty;
+class Enumeration;
+class NamedObject;
+class Property;
+class Template;
+class TemplateManager;
+class Type;
+class XMLParser;
+
+/// Turns the elements of a template file into schema objects. No fault stops the reading: a faulty
+/// element is reported and ignored, its children are still read.
+class XMLTemplateListener : public IXMLListener {
+public:
+    /// Takes source name, line and error listener from the parser.
+    explicit XMLTemplateListener(XMLParser& parser);
+
+    /// Reports the elements that are still open.
+    ~XMLTemplateListener() override;
+
+    bool StartElement(std::string_view name, const XMLAttributes& attributes) override;
+    bool EndElement(std::string_view name) override;
+    bool Comment(std::string_view text) override;
+    bool Characters(std::string_view text) override;
+
+private:
+    using Handler = void (XMLTemplateListener::*)(const XMLAttributes&);
+    struct Element {
+        const char* name;
+        Handler handler;
+    };
+    static const Element* FindElement(std::string_view name);
+
+    // -- elements -------------------------------------------------------------------------------
+    void StartTemplates(const XMLAttributes& attributes);
+    void StartUsing(const XMLAttributes& attributes);
+    void StartTemplate(const XMLAttributes& attributes);
+    void StartExtends(const XMLAttributes& attributes);
+    void StartAttribute(const XMLAttributes& attributes);
+    void StartAsset(const XMLAttributes& attributes);
+    void StartCommand(const XMLAttributes& attributes);
+    void StartEnum(const XMLAttributes& attributes);
+    void StartItem(const XMLAttributes& attributes);
+    void StartType(const XMLAttributes& attributes);
+    void StartText(const char* element, const XMLAttributes& attributes);
+    void StartLabel(const XMLAttributes& attributes) { StartText("label", attributes); }
+    void StartDescription(const XMLAttributes& attributes) { StartText("description", attributes); }
+    void Ignore(const XMLAttributes&) {}
+
+    // -- parts of them --------------------------------------------------------------------------
+    bool IsInsideTemplate(const char* element);
+    bool HasName(const char* element, const XMLAttributes& attributes);
+    void ReportInvalidName(const char* word, const char* name);
+    bool HasValidName(const char* word, const char* name);
+    void AddProperty(std::unique_ptr<Property> property);
+    Type* FindAttributeType(const char* name);
+    void SetAttributeType(AttributeProperty& attribute, const char* typeName);
+    void SetAttributeValues(AttributeProperty& attribute, const XMLAttributes& attributes);
+    Template* FindTemplateVersion(std::string_view name, int version) const;
+    std::string Qualify(std::string_view name) const;
+    void GiveComment(NamedObject& object) const;
+    void StoreText(bool isLabel);
+    NamedObject* GetTextOwner() const;
+    void ReportUnclosed(const char* kind, std::string_view name);
+
+    void Error(const std::string& message);
+    void Warn(const std::string& message);
+
+    XMLParser& parser_;
+    TemplateManager& manager_;
+    Template* template_ = nullptr;
+    Property* member_ = nullptr;
+    Enumeration* enumeration_ = nullptr;
+    std::string package_;
+    SortedStringList using_;
+    std::string comment_;
+    std::string text_;
+    std::string language_; // empty when no label or description is open; "-" for the default one
+    int skippedDepth_ = 0; // open templates inside and with a refused one; 0 when not skipping
+    std::vector<std::unique_ptr<Property>> refused_; // properties that no template took
+};
+
+} // namespace Kor

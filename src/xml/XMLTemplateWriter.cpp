@@ -1,0 +1,224 @@
+#include "xml/XMLTemplateWriter.h"
+
+#include <string>
+
+#include "instances/Asset.h"
+#include "manager/TemplateManager.h"
+#include "schema/AttributeProperty.h"
+#include "schema/Template.h"
+#include "types/Enumeration.h"
+#include "xml/VersionOrder.h"
+#include "xml/XMLWriter.h"
+
+namespace Kor {
+
+namespace {
+
+/// The instance that a default value of a template type begins with, or null.
+const Instance* GetDefaultInstance(const AttributeProperty& attribute) {
+    const Type* type = attribute.GetType();
+    const void* value = attribute.GetDefaultValue();
+    if (!type || !value || type->GetDimension() < 1 ||
+        !ObjectCast<Template>(type->GetStorageType()))
+        return nullptr;
+    return *static_cast<Instance* const*>(value);
+}
+
+/// The text of a value, or of the type's zero where a reader would otherwise stop too early.
+std::string TextOfValue(const Type& type, const void* value) {
+    if (value)
+        return type.GetReadableText(value, 0);
+    void* zero = type.NewValue(nullptr, type.GetDimension());
+    std::string text = zero ? type.GetReadableText(zero, 0) : std::string();
+    type.DeleteValue(zero, type.GetDimension());
+    return text;
+}
+
+bool AreEqual(const LocalizedTextTable& a, const LocalizedTextTable& b) {
+    bool equal = a.GetCount() == b.GetCount();
+    for (int i = 0; equal && i < a.GetCount(); ++i)
+        equal = a.GetAt(i).language == b.GetAt(i).language && a.GetAt(i).text == b.GetAt(i).text;
+    return equal;
+}
+
+bool HaveSameTexts(const NamedObject& a, const NamedObject& b) {
+    return AreEqual(a.GetLabels(), b.GetLabels()) &&
+           AreEqual(a.GetDescriptions(), b.GetDescriptions());
+}
+
+/// The registered versions below the given one, and that one.
+std::vector<const Template*> CollectVersions(const Template& latest) {
+    std::vector<const Template*> versions;
+    if (const TemplateManager* manager = TemplateManager::Get()) {
+        for (const Template* version : manager->GetVersions(latest.GetFullName())) {
+            if (version->GetVersion() < latest.GetVersion() && !version->IsRecycled())
+                versions.push_back(version);
+        }
+    }
+    versions.push_back(&latest);
+    return versions;
+}
+
+} // namespace
+
+// A reader gives its last comment to every object that follows, until certain elements end. An
+// object without a comment therefore sometimes needs an empty one in front.
+void XMLTemplateWriter::StartObject(const NamedObject& object, const char* element) {
+    if (*object.GetComment() || commentPending_)
+        writer_.WriteComment(object.GetComment());
+    commentPending_ = *object.GetComment() != '\0';
+    writer_.StartElement(element);
+}
+
+void XMLTemplateWriter::EndObject(bool dropsComment) {
+    writer_.EndElement();
+    if (dropsComment)
+        commentPending_ = false;
+}
+
+// -- types ----------------------------------------------------------------------------------------
+
+void XMLTemplateWriter::WriteType(const Type& type) {
+    StartObject(type, "type");
+    writer_.WriteAttribute("name", type.GetNameView());
+    if (type.GetBaseType())
+        writer_.WriteAttribute("type", type.GetBaseType()->GetFullName());
+    if (type.GetDimension() != 1)
+        writer_.WriteAttribute("dim", type.GetDimension());
+    EndObject(true);
+}
+
+void XMLTemplateWriter::WriteEnumeration(const Enumeration& enumeration) {
+    // An enumeration made from another one has its items from there.
+    if (ObjectCast<Enumeration>(enumeration.GetBaseType())) {
+        WriteType(enumeration);
+        return;
+    }
+    StartObject(enumeration, "enum");
+    writer_.WriteAttribute("name", enumeration.GetNameView());
+    if (enumeration.GetBaseType())
+        writer_.WriteAttribute("type", enumeration.GetBaseType()->GetFullName());
+    for (int i = 0; i < enumeration.GetItemCount(); ++i)
+        WriteItem(*enumeration.GetItemAt(i));
+    EndObject(false);
+}
+
+void XMLTemplateWriter::WriteItem(const EnumerationItem& item) {
+    StartObject(item, "item");
+    writer_.WriteAttribute("name", item.GetNameView());
+    writer_.WriteAttribute("value", item.GetValueText());
+    EndObject(true);
+}
+
+// -- templates ------------------------------------------------------------------------------------
+
+void XMLTemplateWriter::WriteTemplate(const Template& latest) {
+    if (latest.GetBaseType()) { // made from another template by a type element
+        WriteType(latest);
+        return;
+    }
+    const std::vector<const Template*> versions = CollectVersions(latest);
+    const Template& first = *versions.front();
+    // Later versions have the texts that were there when they were copied.
+    const bool copiedTexts = HaveSameTexts(first, latest);
+    StartObject(latest, "template");
+    const bool isShort = !inFile_ || latest.GetPackageName() == package_;
+    writer_.WriteAttribute("name",
+                           isShort ? latest.GetNameView() : std::string_view(latest.GetFullName()));
+    if (copiedTexts)
+        first.NamedObject::WriteToXML(writer_);
+    for (const VersionStep& step : OrderVersionSteps(versions)) {
+        if (step.property)
+            step.property->GetClass() == AttributeProperty::kClassId
+                ? WriteAttribute(static_cast<const AttributeProperty&>(*step.property))
+                : step.property->WriteToXML(writer_);
+        else
+            WriteParents(step);
+    }
+    if (!copiedTexts)
+        first.NamedObject::WriteToXML(writer_);
+    EndObject(false);
+}
+
+void XMLTemplateWriter::WriteParents(const VersionStep& step) {
+    const int version = step.version->GetVersion();
+    if (step.writesKnownParent) {
+        if (const Template* known = step.version->GetParentAt(0))
+            WriteParent(*known, version);
+        return;
+    }
+    for (const Template* parent : GetIntroducedParents(*step.version, step.lower))
+        WriteParent(*parent, version);
+}
+
+void XMLTemplateWriter::WriteParent(const Template& parent, int version) {
+    writer_.StartElement("extends");
+    writer_.WriteAttribute("template", parent.GetFullName());
+    if (parent.GetVersion() != 1)
+        writer_.WriteAttribute("templateVersion", parent.GetVersion());
+    if (version != 1)
+        writer_.WriteAttribute("version", version);
+    EndObject(true);
+}
+
+// -- properties -----------------------------------------------------------------------------------
+
+void XMLTemplateWriter::WriteAttribute(const AttributeProperty& attribute) {
+    StartObject(attribute, "attribute");
+    writer_.WriteAttribute("name", attribute.GetNameView());
+    // An attribute without a type still needs one to be read at all.
+    writer_.WriteAttribute("type", attribute.GetType() ? attribute.GetType()->GetFullName() : "");
+    if (attribute.GetVersion() != 1)
+        writer_.WriteAttribute("version", attribute.GetVersion());
+    if (attribute.IsReference())
+        writer_.WriteAttribute("reference", "true");
+    WriteValues(attribute);
+    if (*attribute.GetAutoBind())
+        writer_.WriteAttribute("autoBind", attribute.GetAutoBind());
+    WriteDefaultAsset(attribute);
+    attribute.NamedObject::WriteToXML(writer_);
+    for (int i = 0; i < attribute.GetCommandCount(); ++i)
+        WriteCommand(*attribute.GetCommandAt(i));
+    EndObject(false);
+}
+
+/// A reader takes a minimum only behind a default, and a maximum only behind a minimum.
+void XMLTemplateWriter::WriteValues(const AttributeProperty& attribute) {
+    const Type* type = attribute.GetType();
+    if (!type || type->GetDimension() < 1)
+        return;
+    if (ObjectCast<Template>(type->GetStorageType())) {
+        const Instance* instance = GetDefaultInstance(attribute);
+        if (instance && !ObjectCast<Asset>(instance) && *instance->GetName())
+            writer_.WriteAttribute("default", instance->GetNameView());
+        return;
+    }
+    const bool hasMaximum = attribute.GetMaxValue() != nullptr;
+    const bool hasMinimum = hasMaximum || attribute.GetMinValue();
+    if (hasMinimum || attribute.GetDefaultValue())
+        writer_.WriteAttribute("default", TextOfValue(*type, attribute.GetDefaultValue()));
+    if (hasMinimum)
+        writer_.WriteAttribute("min", TextOfValue(*type, attribute.GetMinValue()));
+    if (hasMaximum)
+        writer_.WriteAttribute("max", TextOfValue(*type, attribute.GetMaxValue()));
+}
+
+void XMLTemplateWriter::WriteDefaultAsset(const AttributeProperty& attribute) {
+    const auto* asset = ObjectCast<Asset>(GetDefaultInstance(attribute));
+    if (!asset)
+        return;
+    writer_.StartElement("asset");
+    writer_.WriteAttribute("name", asset->GetNameView());
+    if (*asset->GetReference())
+        writer_.WriteAttribute("reference", asset->GetReference());
+    EndObject(true);
+}
+
+void XMLTemplateWriter::WriteCommand(const Command& command) {
+    StartObject(command, "command");
+    writer_.WriteAttribute("execute", command.GetNameView());
+    writer_.WriteAttribute("notification", command.GetNotification());
+    EndObject(true);
+}
+
+} // namespace Kor

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+namespace Kor {
+
+class AttributeProperty;
+class ByteSink;
+class Command;
+class Enumeration;
+class EnumerationItem;
+class NamedObject;
+class Template;
+class TemplateManager;
+class Type;
+class XMLWriter;
+struct VersionStep;
+
+/// Writes schema objects as the elements of template files, so that reading them gives the same
+/// objects again.
+class XMLTemplateWriter {
+public:
+    explicit XMLTemplateWriter(XMLWriter& writer) : writer_(writer) {}
+
+    /// Says that this is a file of a package: names of other packages are written in full.
+    void SetPackage(std::string_view packageName) {
+        package_ = packageName;
+        inFile_ = true;
+    }
+
+    void WriteType(const Type& type);
+    void WriteEnumeration(const Enumeration& enumeration);
+    void WriteItem(const EnumerationItem& item);
+
+    /// All versions up to the given one: the parents and properties that each introduces.
+    void WriteTemplate(const Template& latest);
+    void WriteAttribute(const AttributeProperty& attribute);
+    void WriteCommand(const Command& command);
+
+private:
+    void StartObject(const NamedObject& object, const char* element);
+    void EndObject(bool dropsComment);
+    void WriteParents(const VersionStep& step);
+    void WriteParent(const Template& parent, int version);
+    void WriteValues(const AttributeProperty& attribute);
+    void WriteDefaultAsset(const AttributeProperty& attribute);
+
+    XMLWriter& writer_;
+    std::string_view package_;
+    bool inFile_ = false;
+    bool commentPending_ = false; // whether a reader would still give its last comment away
+};
+
+} // namespace Kor
