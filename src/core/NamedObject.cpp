@@ -9,7 +9,7 @@ namespace Kor {
 namespace {
 
 const LocalizedTextTable& NoTexts() {
-    static const LocalizedTextTable none;
+    static const auto& none = *new LocalizedTextTable(); // outlives all users at process exit
     return none;
 }
 

@@ -10,7 +10,7 @@ namespace Kor {
 namespace {
 
 std::vector<RetiredSchema>& Waiting() {
-    static std::vector<RetiredSchema> schemas;
+    static auto& schemas = *new std::vector<RetiredSchema>(); // outlives all users at process exit
     return schemas;
 }
 
