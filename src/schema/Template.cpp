@@ -7,9 +7,23 @@
 
 #include "core/Names.h"
 #include "schema/SchemaRevision.h"
+#include "schema/TemplateWalk.h"
 #include "xml/XMLTemplateWriter.h"
 
 namespace Kor {
+
+namespace {
+
+/// Takes one entry out of a list; false when it is not there.
+template <class T> bool TakeOut(std::vector<T*>& list, const T* entry) {
+    const auto found = std::find(list.begin(), list.end(), entry);
+    if (found == list.end())
+        return false;
+    list.erase(found);
+    return true;
+}
+
+} // namespace
 
 Template::Template(std::string_view name, int dimension, int alignment)
     : Type(name, dimension, alignment), VersionedObject(1) {
@@ -93,17 +107,24 @@ void Template::UpdateFullName() {
 
 void Template::LeaveSortedLists() {
     Type::LeaveSortedLists();
-    for (Template* parent : parents_)
-        parent->TakeOutChild(this);
-    for (Template* child : children_.Snapshot())
+    for (const auto* parents : {&parents_.GetAll(), &formerParents_}) {
+        for (Template* parent : *parents)
+            parent->UnlinkChild(this);
+    }
+    for (Template* child : GetAllChildren())
         child->parents_.RemoveExactly(this);
 }
 
 void Template::EnterSortedLists() {
-    for (Template* parent : parents_)
-        parent->children_.Place(this);
-    for (Template* child : children_.Snapshot())
-        child->parents_.Place(this);
+    for (const auto* parents : {&parents_.GetAll(), &formerParents_}) {
+        for (Template* parent : *parents)
+            parent->children_.Place(this);
+    }
+    for (Template* child : GetAllChildren()) {
+        const auto& former = child->formerParents_;
+        if (std::find(former.begin(), former.end(), this) == former.end())
+            child->parents_.Place(this);
+    }
     Type::EnterSortedLists();
 }
 
@@ -119,31 +140,34 @@ int Template::AddParent(Template* parent) {
     SchemaRevision::Advance();
     Template* replaced = nullptr;
     const int result = parents_.Insert(parent, &replaced);
-    if (result >= 0)
+    if (result >= 0) {
+        TakeOut(formerParents_, parent);
         parent->LinkChild(this);
-    else if (replaced != parent)
-        parent->unlistedChildren_.push_back(this);
+    } else if (replaced != parent) {
+        ReplaceParent(replaced, parent);
+    }
     return result;
 }
 
+/// Deliberately the new parent does not show this child, and the replaced one goes on doing so.
+void Template::ReplaceParent(Template* replaced, Template* parent) {
+    if (!TakeOut(replaced->unlistedChildren_, this))
+        formerParents_.push_back(replaced);
+    if (!TakeOut(formerParents_, parent))
+        parent->unlistedChildren_.push_back(this);
+}
+
 void Template::LinkChild(Template* child) {
+    TakeOut(unlistedChildren_, child);
     Template* replaced = nullptr;
     children_.Insert(child, &replaced);
     if (replaced && replaced != child)
         unlistedChildren_.push_back(replaced);
 }
 
-void Template::UnlinkChild(Template* child) {
-    const auto unlisted = std::find(unlistedChildren_.begin(), unlistedChildren_.end(), child);
-    if (unlisted != unlistedChildren_.end())
-        unlistedChildren_.erase(unlisted);
-    else
-        TakeOutChild(child);
-}
-
 /// A child that this one had pushed out of the list by having the same key returns to it.
-void Template::TakeOutChild(Template* child) {
-    if (!children_.RemoveExactly(child))
+void Template::UnlinkChild(Template* child) {
+    if (TakeOut(unlistedChildren_, child) || !children_.RemoveExactly(child))
         return;
     const auto hidden =
         std::find_if(unlistedChildren_.begin(), unlistedChildren_.end(),
@@ -161,9 +185,12 @@ void Template::UnlinkParent(Template* parent) {
 }
 
 int Template::RemoveParent(Template* parent) {
-    const int index = parents_.Find(parent->GetKey());
+    const int exact = parents_.IndexOf(parent);
+    const int index = exact >= 0 ? exact : parents_.Find(parent->GetKey());
     if (index >= 0)
         UnlinkParent(parents_.GetAt(index));
+    if (TakeOut(formerParents_, parent))
+        parent->UnlinkChild(this);
     TemplateManager* manager = TemplateManager::Get();
     Template* root = manager ? manager->GetRoot() : nullptr;
     if (parents_.IsEmpty() && root && parent != root)
@@ -174,15 +201,24 @@ int Template::RemoveParent(Template* parent) {
 void Template::DropParents() {
     while (!parents_.IsEmpty())
         UnlinkParent(parents_.GetAt(parents_.GetCount() - 1));
+    for (Template* former : formerParents_)
+        former->UnlinkChild(this);
+    formerParents_.clear();
+}
+
+std::vector<Template*> Template::GetAllChildren() const {
+    std::vector<Template*> children = children_.Snapshot();
+    children.insert(children.begin(), unlistedChildren_.begin(), unlistedChildren_.end());
+    return children;
 }
 
 void Template::DropChildren(Template* fallback) {
-    std::vector<Template*> children = children_.Snapshot();
-    children.insert(children.begin(), unlistedChildren_.begin(), unlistedChildren_.end());
+    const std::vector<Template*> children = GetAllChildren();
     children_.Clear();
     unlistedChildren_.clear();
     for (auto child = children.rbegin(); child != children.rend(); ++child) {
         (*child)->parents_.RemoveExactly(this);
+        TakeOut((*child)->formerParents_, this);
         if ((*child)->parents_.IsEmpty() && fallback && fallback != this && *child != fallback)
             (*child)->AddParent(fallback);
     }
@@ -316,9 +352,23 @@ bool Template::IsUsedByInstances() const {
            std::any_of(retiredProperties_.begin(), retiredProperties_.end(), inUse);
 }
 
+/// Goes on into the templates that are contained, however deep and each once: where versions or
+/// parents were added later, templates may even contain each other.
 void Template::CollectPackages(std::set<std::string>& packages) const {
-    for (const Property* property : propertiesByName_)
-        property->CollectPackages(packages);
+    const std::uint64_t walk = NextTemplateWalk();
+    std::vector<const Template*> pending{this};
+    Visit(walk);
+    while (!pending.empty()) {
+        const Template* current = pending.back();
+        pending.pop_back();
+        for (const Property* property : current->propertiesByName_) {
+            const auto* contained = ObjectCast<Template>(property->GetContainedType());
+            if (!contained)
+                property->CollectPackages(packages);
+            else if (contained->Visit(walk))
+                pending.push_back(contained);
+        }
+    }
 }
 
 } // namespace Kor
