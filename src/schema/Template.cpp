@@ -1,6 +1,7 @@
 #include "schema/Template.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 // The root, to which templates without parents fall back, is the manager's.
 #include "manager/TemplateManager.h"
@@ -107,19 +108,15 @@ void Template::UpdateFullName() {
 
 void Template::LeaveSortedLists() {
     Type::LeaveSortedLists();
-    for (const auto* parents : {&parents_.GetAll(), &formerParents_}) {
-        for (Template* parent : *parents)
-            parent->UnlinkChild(this);
-    }
+    for (Template* parent : GetAllParents())
+        parent->UnlinkChild(this);
     for (Template* child : GetAllChildren())
         child->parents_.RemoveExactly(this);
 }
 
 void Template::EnterSortedLists() {
-    for (const auto* parents : {&parents_.GetAll(), &formerParents_}) {
-        for (Template* parent : *parents)
-            parent->children_.Place(this);
-    }
+    for (Template* parent : GetAllParents())
+        parent->children_.Place(this);
     for (Template* child : GetAllChildren()) {
         const auto& former = child->formerParents_;
         if (std::find(former.begin(), former.end(), this) == former.end())
@@ -206,6 +203,12 @@ void Template::DropParents() {
     formerParents_.clear();
 }
 
+std::vector<Template*> Template::GetAllParents() const {
+    std::vector<Template*> parents = parents_.GetAll();
+    parents.insert(parents.end(), formerParents_.begin(), formerParents_.end());
+    return parents;
+}
+
 std::vector<Template*> Template::GetAllChildren() const {
     std::vector<Template*> children = children_.Snapshot();
     children.insert(children.begin(), unlistedChildren_.begin(), unlistedChildren_.end());
@@ -247,16 +250,15 @@ int Template::AddProperty(Property* property, int position, bool* refused) {
     const auto count = static_cast<int>(properties_.size());
     const int place = position < 0 || position > count ? count : position;
     properties_.insert(properties_.begin() + place, property);
-    property->AddHolder(this);
+    if (!TakeOut(removedProperties_, property))
+        property->AddHolder(this);
     SchemaRevision::Advance();
     return result;
 }
 
 int Template::RemoveProperty(Property* property) {
     SchemaRevision::Advance();
-    const int named = propertiesByName_.Find(property->GetKey());
-    if (named >= 0)
-        propertiesByName_.Remove(propertiesByName_.GetAt(named));
+    propertiesByName_.Remove(property);
     if (property->GetKeeper() == this)
         property->SetKeeper(nullptr);
     const auto declared = std::find(properties_.begin(), properties_.end(), property);
@@ -264,15 +266,17 @@ int Template::RemoveProperty(Property* property) {
         return -1;
     const auto index = static_cast<int>(declared - properties_.begin());
     properties_.erase(declared);
-    property->RemoveHolder(this);
+    if (property->GetOwner() == this)
+        removedProperties_.push_back(property);
+    else
+        property->RemoveHolder(this);
     return index;
 }
 
 void Template::ForgetProperty(Property& property) {
     propertiesByName_.RemoveExactly(&property);
-    const auto declared = std::find(properties_.begin(), properties_.end(), &property);
-    if (declared != properties_.end())
-        properties_.erase(declared);
+    for (auto* list : {&properties_, &retiredProperties_, &removedProperties_})
+        TakeOut(*list, &property);
     property.RemoveHolder(this);
     SchemaRevision::Advance();
 }
@@ -280,8 +284,10 @@ void Template::ForgetProperty(Property& property) {
 /// Deletes the own properties from last to first in name order, older definitions included.
 void Template::DropProperties(bool keepUsed) {
     std::vector<Property*> owned;
+    std::unordered_set<const Property*> known; // a property may be declared twice
     for (Property* property : properties_) {
-        if (property->GetOwner() == this || property->GetKeeper() == this)
+        const bool isOwn = property->GetOwner() == this || property->GetKeeper() == this;
+        if (isOwn && known.insert(property).second)
             owned.push_back(property);
     }
     std::stable_sort(owned.begin(), owned.end(), [](const Property* a, const Property* b) {
@@ -293,12 +299,23 @@ void Template::DropProperties(bool keepUsed) {
     propertiesByName_.Clear();
     properties_.clear();
     for (auto property = owned.rbegin(); property != owned.rend(); ++property) {
-        if (keepUsed && (*property)->IsInUse())
-            retiredProperties_.emplace_back(*property);
-        else
+        if (keepUsed && (*property)->IsInUse()) {
+            retiredProperties_.push_back(*property);
+            (*property)->AddHolder(this);
+        } else {
             delete *property;
+        }
     }
     SchemaRevision::Advance();
+}
+
+/// What was taken out belongs to others: it only learns that this template is gone.
+void Template::ReleaseRemoved() {
+    for (Property* property : removedProperties_) {
+        property->RemoveHolder(this);
+        property->ForgetOwner(*this);
+    }
+    removedProperties_.clear();
 }
 
 // -- views ----------------------------------------------------------------------------------------
@@ -308,23 +325,41 @@ int Template::CreateView(std::string_view name) {
 }
 
 int Template::AddView(View* view) {
-    const int result = views_.Insert(view);
+    View* replaced = nullptr;
+    const int result = views_.Insert(view, &replaced);
+    if (replaced)
+        replaced->RemoveLister(this);
+    view->AddLister(this);
     if (result >= 0)
         view->SetTemplate(this);
     return result;
 }
 
 int Template::RemoveView(View* view) {
-    const int index = views_.Remove(view);
-    if (index >= 0)
-        view->SetTemplate(nullptr);
+    const int exact = views_.IndexOf(view);
+    const int index = exact >= 0 ? exact : views_.Find(view->GetKey());
+    if (index < 0)
+        return index;
+    View* removed = views_.GetAt(index);
+    removed->RemoveLister(this);
+    removed->SetTemplate(nullptr);
+    views_.Remove(removed);
+    view->SetTemplate(nullptr);
     return index;
 }
 
+void Template::UntieView(View& view) {
+    TakeOut(tiedViews_, &view);
+}
+
 void Template::DropViews() {
-    for (View* view : views_)
-        delete view;
+    const std::vector<View*> views = views_.GetAll();
     views_.Clear();
+    for (View* view : views) {
+        view->RemoveLister(this);
+        if (view->GetTemplate() == this || !view->IsListed())
+            delete view;
+    }
 }
 
 // -- lives ----------------------------------------------------------------------------------------
@@ -334,16 +369,25 @@ void Template::Clear(Template* fallback) {
     DropParents();
     DropChildren(fallback);
     DropProperties(false);
+    DropRetired(false);
+    ReleaseRemoved();
+    while (!tiedViews_.empty())
+        tiedViews_.back()->SetTemplate(nullptr);
 }
 
 void Template::BeginRedefinition() {
     DropViews();
     DropParents();
     DropProperties(true);
-    const auto unused = std::remove_if(
-        retiredProperties_.begin(), retiredProperties_.end(),
-        [](const std::unique_ptr<Property>& property) { return !property->IsInUse(); });
-    retiredProperties_.erase(unused, retiredProperties_.end());
+    DropRetired(true);
+}
+
+void Template::DropRetired(bool keepUsed) {
+    const std::vector<Property*> retired = retiredProperties_;
+    for (Property* property : retired) {
+        if (!keepUsed || !property->IsInUse())
+            delete property;
+    }
 }
 
 bool Template::IsUsedByInstances() const {
