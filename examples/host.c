@@ -204,8 +204,8 @@ static const float farClip[] = {25000.0f};
 static const float paintColor[] = {0.125f, 0.25f, 0.5f, 1.0f};
 static const float focalLength[] = {85.0f};
 static const char* const shipName[] = {"The \"Elbe\" & her crew <all of them>"};
-static const char* const rigging[] = {"ketch"}; /* an enumeration over texts */
-static const char* const keywords[] = {"ferry", "", "white"};
+static const char* const rigging[] = {"ketch"};                 /* an enumeration over texts */
+static const char* const keywords[] = {"ferry", NULL, "white"}; /* an empty text reads as null */
 static const char* const texture[] = {"textures/boats/elbe.tx"};
 static const unsigned char passes[] = {1, 0, 0, 1}; /* a truth value is one byte */
 
