@@ -43,6 +43,11 @@ protected:
         return static_cast<Handle*>(OviObject_Clone(source));
     }
 
+    /// Writes a template file and gives its path; the header is added.
+    std::string WriteSchema(const std::string& name, const std::string& elements) {
+        return WriteFile(name, "<?xml version='1.0' encoding='UTF-8'?>\n" + elements);
+    }
+
     // -- looking --------------------------------------------------------------------------------
 
     using Names = std::vector<std::string>;
