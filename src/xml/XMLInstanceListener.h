@@ -30,7 +30,7 @@ public:
 private:
     using Handler = bool (XMLInstanceListener::*)(const XMLAttributes&);
     struct Element {
-        const char* name;
+        std::string_view name;
         Handler start;
         void (XMLInstanceListener::*end)();
     };
