@@ -11,7 +11,7 @@ class ByteSink;
 class Template;
 class TemplateManager;
 class Type;
-class XMLWriter;
+class XMLTemplateWriter;
 
 /// Writes all definitions of a template file: plain types, enumerations, templates; in each group
 /// what others need first, otherwise in key order.
@@ -24,6 +24,7 @@ public:
 
 private:
     std::set<std::string> CollectUsedPackages() const;
+    void WriteTemplates(XMLTemplateWriter& elements) const;
 
     std::vector<const Type*> plainTypes_;
     std::vector<const Type*> enumerations_;
