@@ -63,20 +63,20 @@ void XMLTemplateListener::Warn(const std::string& message) {
 const XMLTemplateListener::Element* XMLTemplateListener::FindElement(std::string_view name) {
     using Listener = XMLTemplateListener;
     static constexpr Element kElements[] = {
-        {"template", &Listener::StartTemplate},
-        {"type", &Listener::StartType},
-        {"attribute", &Listener::StartAttribute},
-        {"extends", &Listener::StartExtends},
-        {"label", &Listener::StartLabel},
-        {"description", &Listener::StartDescription},
-        {"enum", &Listener::StartEnum},
-        {"item", &Listener::StartItem},
-        {"command", &Listener::StartCommand},
-        {"asset", &Listener::StartAsset},
-        {"using", &Listener::StartUsing},
-        {"templates", &Listener::StartTemplates},
-        {"action", &Listener::Ignore},
-        {"lods", &Listener::Ignore},
+        {"template", &Listener::StartTemplate, nullptr},
+        {"type", &Listener::StartType, nullptr},
+        {"attribute", &Listener::StartAttribute, &Listener::EndAttribute},
+        {"extends", &Listener::StartExtends, nullptr},
+        {"label", &Listener::StartLabel, &Listener::EndLabel},
+        {"description", &Listener::StartDescription, &Listener::EndDescription},
+        {"enum", &Listener::StartEnum, &Listener::EndEnum},
+        {"item", &Listener::StartItem, nullptr},
+        {"command", &Listener::StartCommand, nullptr},
+        {"asset", &Listener::StartAsset, nullptr},
+        {"using", &Listener::StartUsing, nullptr},
+        {"templates", &Listener::StartTemplates, nullptr},
+        {"action", &Listener::Ignore, nullptr},
+        {"lods", &Listener::Ignore, nullptr},
     };
     for (const Element& element : kElements) {
         if (EqualsIgnoreCase(element.name, name))
@@ -105,18 +105,11 @@ bool XMLTemplateListener::EndElement(std::string_view name) {
         template_ = nullptr;
         return true;
     }
-    if (skippedDepth_ > 0)
-        return true;
-    if (EqualsIgnoreCase(name, "attribute"))
-        member_ = nullptr;
-    else if (EqualsIgnoreCase(name, "enum"))
-        enumeration_ = nullptr;
-    else if (EqualsIgnoreCase(name, "label"))
-        StoreText(true);
-    else if (EqualsIgnoreCase(name, "description"))
-        StoreText(false);
-    else
+    const Element* element = FindElement(name);
+    if (!element || !element->end)
         comment_.clear();
+    else if (skippedDepth_ == 0)
+        (this->*element->end)();
     return true;
 }
 

@@ -39,6 +39,7 @@ private:
     struct Element {
         const char* name;
         Handler handler;
+        void (XMLTemplateListener::*end)(); // null: the end of the element clears the comment
     };
     static const Element* FindElement(std::string_view name);
 
@@ -57,6 +58,10 @@ private:
     void StartLabel(const XMLAttributes& attributes) { StartText("label", attributes); }
     void StartDescription(const XMLAttributes& attributes) { StartText("description", attributes); }
     void Ignore(const XMLAttributes&) {}
+    void EndAttribute() { member_ = nullptr; }
+    void EndEnum() { enumeration_ = nullptr; }
+    void EndLabel() { StoreText(true); }
+    void EndDescription() { StoreText(false); }
 
     // -- parts of them --------------------------------------------------------------------------
     bool IsInsideTemplate(const char* element);
@@ -65,7 +70,6 @@ private:
     bool HasValidName(const char* word, const char* name);
     void AddProperty(std::unique_ptr<Property> property);
     Type* FindAttributeType(const char* name);
-    void SetAttributeType(AttributeProperty& attribute, const char* typeName);
     void SetAttributeValues(AttributeProperty& attribute, const XMLAttributes& attributes);
     Template* FindTemplateVersion(std::string_view name, int version) const;
     std::string Qualify(std::string_view name) const;
