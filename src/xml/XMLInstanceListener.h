@@ -63,6 +63,7 @@ private:
     void SetCollectedValues();
 
     void Error(const std::string& message);
+    void ReportInvalidName(const char* name);
 
     /// Reports a structural error; false, ending the reading, when nobody listens.
     bool Refuse(const std::string& message);
