@@ -39,6 +39,8 @@ void BinaryPacker::WriteCount(int alignment, int count) {
 }
 
 void BinaryPacker::WriteBytes(const void* bytes, int size) {
+    if (size <= 0) // an empty text may have no address
+        return;
     std::memcpy(buffer_ + position_, bytes, static_cast<size_t>(size));
     position_ += size;
 }
