@@ -1,0 +1,186 @@
+#pragma once
+
+#include <algorithm>
+#include <cstdlib>
+#include <map>
+#include <string>
+
+#include "ovi/ovi.h"
+
+/// The whole schema as text, taken through the exported functions alone: two registries are equal
+/// when their texts are. Properties are numbered in the order in which they are met, so that the
+/// text also tells whether two versions share a property or have a copy each.
+class SchemaDump {
+public:
+    /// File names are shown as they go on behind `root`.
+    static std::string Of(const std::string& root = "") { return SchemaDump(root).TakeAll(); }
+
+private:
+    explicit SchemaDump(const std::string& root) : root_(root) {}
+
+    std::string TakeAll() {
+        for (int i = 0; i < OviTemplateManager_GetTypeCount(); ++i)
+            TakeType(OviTemplateManager_GetTypeAt(i));
+        for (int i = 0; i < OviTemplateManager_GetEnumerationCount(); ++i)
+            TakeEnumeration(OviTemplateManager_GetEnumerationAt(i));
+        for (int i = 0; i < OviTemplateManager_GetTemplateCount(); ++i)
+            TakeTemplate(OviTemplateManager_GetTemplateAt(i));
+        return text_;
+    }
+
+    // -- objects --------------------------------------------------------------------------------
+
+    void TakeType(OviType* type) {
+        Line("type " + KeyOf(type) + Declared(type));
+        TakeTexts(type);
+    }
+
+    void TakeEnumeration(OviEnumeration* enumeration) {
+        Line("enumeration " + KeyOf(enumeration) + Declared(enumeration));
+        TakeTexts(enumeration);
+        for (int i = 0; i < OviEnumeration_GetItemCount(enumeration); ++i) {
+            OviEnumerationItem* item = OviEnumeration_GetItemAt(enumeration, i);
+            Line(" item " + KeyOf(item) + " " + XMLOf(item));
+            TakeTexts(item);
+        }
+    }
+
+    void TakeTemplate(OviTemplate* type) {
+        Line("template " + KeyOf(type) + Declared(type) + " latest " +
+             std::to_string(OviTemplate_GetLatestVersion(type)));
+        TakeTexts(type);
+        for (int i = 0; i < OviTemplate_GetParentCount(type); ++i)
+            Line(" parent " + KeyOf(OviTemplate_GetParentAt(type, i)));
+        for (int i = 0; i < OviTemplate_GetChildCount(type); ++i)
+            Line(" child " + KeyOf(OviTemplate_GetChildAt(type, i)));
+        Line(" properties by name: " + std::to_string(OviTemplate_GetPropertyCount(type)));
+        for (int i = 0; i < OviTemplate_GetPropertyCount(type); ++i)
+            Line(" named " + NumberOf(OviTemplate_GetPropertyAt(type, i, true)));
+        // Beyond the count: older definitions, which stay in the declaration order.
+        for (int i = 0; OviProperty* property = OviTemplate_GetPropertyAt(type, i, false); ++i)
+            TakeProperty(property);
+    }
+
+    void TakeProperty(OviProperty* property) {
+        OviTemplate* owner = OviProperty_GetTemplate(property);
+        Line(" declared " + NumberOf(property) + " " + OviProperty_GetFullName(property) + " of " +
+             KeyOf(owner));
+        TakeTexts(property);
+        if (OviObject_ImplementsClass(property, OVI_CLASS_ATTRIBUTE_PROPERTY))
+            TakeAttribute(static_cast<OviAttributeProperty*>(property));
+        for (int i = 0; i < OviProperty_GetCommandCount(property); ++i) {
+            OviCommand* command = OviProperty_GetCommandAt(property, i);
+            Line("  command " + std::string(OviNamedObject_GetName(command)));
+            TakeTexts(command);
+        }
+    }
+
+    void TakeAttribute(OviAttributeProperty* attribute) {
+        OviType* type = OviAttributeProperty_GetType(attribute);
+        Line("  type " + KeyOf(type) +
+             (OviAttributeProperty_IsReference(attribute) ? " by reference" : "") + " bind '" +
+             OviAttributeProperty_GetAutoBind(attribute) + "'");
+        TakeValue("default", type, OviAttributeProperty_GetDefaultValue(attribute));
+        TakeValue("minimum", type, OviAttributeProperty_GetMinValue(attribute));
+        TakeValue("maximum", type, OviAttributeProperty_GetMaxValue(attribute));
+    }
+
+    void TakeValue(const char* which, OviType* type, const void* value) {
+        if (!value)
+            return;
+        std::string line = std::string("  ") + which;
+        for (int i = 0; i < DimensionOf(type); ++i)
+            line += " [" + ElementOf(type, value, i) + "]";
+        Line(line);
+    }
+
+    // -- texts of parts -------------------------------------------------------------------------
+
+    void TakeTexts(OviNamedObject* object) {
+        if (*OviNamedObject_GetComment(object))
+            Line("  comment [" + std::string(OviNamedObject_GetComment(object)) + "]");
+        for (int i = 0; i < OviNamedObject_GetLabelCount(object); ++i)
+            Line("  label " + Language(OviNamedObject_GetLabelLanguageAt(object, i)) + " [" +
+                 OviNamedObject_GetLabelTextAt(object, i) + "]");
+        for (int i = 0; i < OviNamedObject_GetDescriptionCount(object); ++i)
+            Line("  description " + Language(OviNamedObject_GetDescriptionLanguageAt(object, i)) +
+                 " [" + OviNamedObject_GetDescriptionTextAt(object, i) + "]");
+    }
+
+    static std::string Language(const char* language) { return language ? language : "default"; }
+
+    std::string Declared(OviType* type) const {
+        std::string line = " class " + std::to_string(OviObject_GetClass(type)) + " package '" +
+                           OviType_GetPackageName(type) + "' file '" + FileOf(type) + "' base " +
+                           KeyOf(OviType_GetBaseType(type)) + " alignment " +
+                           std::to_string(OviType_GetAlignment(type)) + " dimension " +
+                           std::to_string(DimensionOf(type));
+        return line + (OviType_IsRecycled(type) ? " recycled" : "");
+    }
+
+    std::string FileOf(OviType* type) const {
+        std::string file = OviType_GetFileName(type);
+        std::replace(file.begin(), file.end(), '\\', '/');
+        const size_t found = root_.empty() ? std::string::npos : file.find(root_);
+        return found == std::string::npos ? file : file.substr(found + root_.size());
+    }
+
+    static std::string KeyOf(OviType* type) {
+        if (!type)
+            return "none";
+        std::string key = OviType_GetFullName(type);
+        if (OviObject_ImplementsClass(type, OVI_CLASS_TEMPLATE))
+            key += "#" + std::to_string(OviTemplate_GetVersion(static_cast<OviTemplate*>(type)));
+        return key;
+    }
+
+    static std::string XMLOf(OviType* type) {
+        int size = 0;
+        OviType_WriteToXML(type, 0, &size, nullptr);
+        std::string text(static_cast<size_t>(size), '\0');
+        OviType_WriteToXML(type, 0, &size, text.data());
+        return text.substr(0, text.find('\0'));
+    }
+
+    /// No exported function tells the dimension; the declaration does.
+    static int DimensionOf(OviType* type) {
+        const std::string declaration = XMLOf(type);
+        const size_t tagEnd = declaration.find('>', declaration.find(" name='"));
+        const size_t found = declaration.find(" dim='");
+        return found == std::string::npos || found > tagEnd
+                   ? 1
+                   : std::atoi(declaration.c_str() + found + 6);
+    }
+
+    static std::string ElementOf(OviType* type, const void* value, int index) {
+        if (OviObject_ImplementsClass(type, OVI_CLASS_TEMPLATE))
+            return InstanceText(static_cast<OviInstance* const*>(value)[index]);
+        std::string text(4096, '\0');
+        const int length = OviType_GetValueAsString(type, value, index, text.data());
+        return text.substr(0, static_cast<size_t>(length));
+    }
+
+    static std::string InstanceText(OviInstance* instance) {
+        if (!instance)
+            return "null";
+        std::string text = OviNamedObject_GetName(instance);
+        if (OviObject_ImplementsClass(instance, OVI_CLASS_ASSET))
+            text += std::string(" asset of '") +
+                    OviAsset_GetReference(static_cast<OviAsset*>(instance)) + "' comment '" +
+                    OviNamedObject_GetComment(instance) + "'";
+        for (int i = 0; i < OviInstance_GetTemplateCount(instance); ++i)
+            text += " " + KeyOf(OviInstance_GetTemplateAt(instance, i));
+        return text;
+    }
+
+    std::string NumberOf(OviProperty* property) {
+        const auto number = numbers_.emplace(property, numbers_.size() + 1).first->second;
+        return "p" + std::to_string(number) + " " + OviNamedObject_GetName(property);
+    }
+
+    void Line(const std::string& line) { text_ += line + "\n"; }
+
+    std::string root_;
+    std::string text_;
+    std::map<OviProperty*, size_t> numbers_;
+};
