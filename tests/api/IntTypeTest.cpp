@@ -1,19 +1,22 @@
 // Integers of 8 to 64 bits.
 
 #include <climits>
-#include <cstring>
 
 #include "api/Host.h"
 #include "api/Values.h"
 
 namespace {
 
-/// One integer type; `read` holds what a text becomes after 32-bit reading and conversion.
+/// One integer type.
 struct IntCase {
     const char* name;
     int width;
     bool isSigned;
 };
+
+void PrintTo(const IntCase& integer, std::ostream* out) {
+    *out << integer.name;
+}
 
 const IntCase kIntCases[] = {{"INT8", 1, true},    {"UINT8", 1, false}, {"INT16", 2, true},
                              {"UINT16", 2, false}, {"INT32", 4, true},  {"UINT32", 4, false},

@@ -14,6 +14,10 @@ struct TextFunctions {
     const char* (*textAt)(OviNamedObject*, int);
 };
 
+void PrintTo(const TextFunctions& functions, std::ostream* out) {
+    *out << functions.name;
+}
+
 const TextFunctions kLabels{"Labels",
                             OviNamedObject_GetLabel,
                             OviNamedObject_SetLabel,

@@ -1,6 +1,7 @@
 // The packed form of values, byte for byte, at every alignment, buffer size and buffer address.
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 
 #include "api/Host.h"
@@ -11,11 +12,21 @@ namespace {
 constexpr int kRoom = 128;       // bytes around and behind the packed ones that are looked at
 constexpr char kUntouched = '#'; // what they hold before
 
-/// Memory that begins on a multiple of 64, so that an offset decides every alignment.
-struct Memory {
-    alignas(64) char bytes[kRoom];
-    Memory() { std::fill_n(bytes, kRoom, kUntouched); }
+/// Memory that begins on a multiple of all alignments in use, so that an offset decides them.
+class Memory {
+public:
+    Memory() {
+        const auto over = reinterpret_cast<std::uintptr_t>(raw_) % kMultiple;
+        bytes = raw_ + (over == 0 ? 0 : kMultiple - over);
+        std::fill_n(bytes, kRoom, kUntouched);
+    }
     std::string Text() const { return {bytes, kRoom}; }
+
+    char* bytes;
+
+private:
+    static constexpr std::uintptr_t kMultiple = 16 * 3;
+    char raw_[kRoom + kMultiple];
 };
 
 /// The rules of packing once more, on plain bytes: what the memory holds afterwards.
@@ -89,6 +100,10 @@ struct NumberCase {
     const char* name;
     int width;
 };
+
+void PrintTo(const NumberCase& number, std::ostream* out) {
+    *out << number.name;
+}
 
 class NumberPackingTest : public PackingTest, public ::testing::WithParamInterface<NumberCase> {
 protected:
