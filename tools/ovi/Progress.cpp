@@ -77,6 +77,8 @@ std::string Progress::MakeLine() const {
     if (assetCount_ > 0)
         line += std::string(", ") + "|/-\\"[drawnCount_ % 4] + " " + std::to_string(assetCount_) +
                 " assets";
+    if (line.size() + 2 >= kLineWidth)
+        return line;
     const std::size_t space = kLineWidth - line.size() - 2;
     line += path_.size() <= space ? ", " + path_ : ", " + path_.substr(path_.size() - space);
     return line;

@@ -1,0 +1,29 @@
+"""What the manual shows is what the program prints."""
+
+import re
+import shlex
+import subprocess
+
+from _ovi import PROGRAM, SOURCE_DIR, TestCase, main
+
+
+class Manual(TestCase):
+    def test_shows_what_the_program_prints(self):
+        text = (SOURCE_DIR / "docs" / "ovi.md").read_text(encoding="utf-8")
+        examples = re.findall(r"```console\n\$ ovi ([^\n]*)\n(.*?)```", text, re.DOTALL)
+        self.assertGreaterEqual(len(examples), 5)
+        for arguments, shown in examples:
+            with self.subTest(command="ovi " + arguments):
+                printed = subprocess.run(
+                    [str(PROGRAM), *shlex.split(arguments)], cwd=SOURCE_DIR, timeout=120,
+                    stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False,
+                ).stdout.decode("utf-8")
+                if shown.endswith("...\n"):
+                    shown = shown[: -len("...\n")]
+                    self.assertGreater(len(printed), len(shown))
+                    printed = printed[: len(shown)]
+                self.assertEqual(shown, printed)
+
+
+if __name__ == "__main__":
+    main()
