@@ -42,8 +42,8 @@ def main():
             cwd=folder, check=True)
         subprocess.run([str(folder / "host")], cwd=folder, check=True, env=os.environ)
         scene = (folder / "room.asset").read_text()
-        for expected in ('name="stool"', 'template="furniture.Chair"',
-                         'property="Chair.height" value="0.5"'):
+        for expected in ("name='stool'", "template='furniture.Chair'",
+                         "property='Chair.height' binding='' value='0.5'"):
             if expected not in scene:
                 sys.exit(f"the saved scene lacks {expected}:\n{scene}")
     check_links(source, text)
