@@ -36,7 +36,7 @@ while (($# > 0)); do
 done
 
 say "Setting up"
-"$rootDir/scripts/setup.sh" --ci
+"$rootDir/scripts/setup.sh" --bench
 if $instructions; then
     command -v valgrind >/dev/null || fail "--instructions needs the Debian package valgrind"
 fi

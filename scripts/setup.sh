@@ -1,25 +1,28 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that building and testing need; only those that are missing.
 #
-# usage: scripts/setup.sh [--build|--test|--ci]
+# usage: scripts/setup.sh [--build|--test|--bench|--ci]
 #   --build  compiler, build system, and what the command line tool uses (the default)
 #   --test   also what the tests need
+#   --bench  what building and the benchmarks need
 #   --ci     also what linting, sanitizing, measuring coverage, the benchmarks and the build for
 #            Windows need
 set -euo pipefail
 
 buildPackages=(g++ cmake ninja-build libcli11-dev nlohmann-json3-dev)
 testPackages=(libgtest-dev libgmock-dev python3 binutils pkgconf)
-ciPackages=(git clang clang-format clang-tidy libclang-rt-14-dev gcovr
-    libbenchmark-dev libpugixml-dev libexpat1-dev g++-mingw-w64-x86-64-posix wine64)
+benchPackages=(libbenchmark-dev libpugixml-dev libexpat1-dev valgrind)
+ciPackages=("${benchPackages[@]}" git clang clang-format clang-tidy libclang-rt-14-dev gcovr
+    g++-mingw-w64-x86-64-posix wine64)
 
 packages=("${buildPackages[@]}")
 case ${1:---build} in
     --build) ;;
     --test) packages+=("${testPackages[@]}") ;;
+    --bench) packages+=("${benchPackages[@]}") ;;
     --ci) packages+=("${testPackages[@]}" "${ciPackages[@]}") ;;
     *)
-        echo "usage: scripts/setup.sh [--build|--test|--ci]" >&2
+        echo "usage: scripts/setup.sh [--build|--test|--bench|--ci]" >&2
         exit 2
         ;;
 esac
