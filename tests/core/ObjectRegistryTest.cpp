@@ -1,0 +1,194 @@
+// The registry for many objects, compared with a plain sorted vector over random operations.
+
+#include <algorithm>
+#include <memory>
+#include <random>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "core/Keyed.h"
+#include "core/ObjectRegistry.h"
+
+namespace {
+
+using namespace Kor;
+
+/// The same operations on one vector, as plainly as can be.
+class Model {
+public:
+    int Find(std::string_view key) const {
+        const int at = LowerBound(key);
+        return at < Count() && entries_[static_cast<size_t>(at)]->GetKey() == key ? at : ~at;
+    }
+    int Insert(Keyed* object, Keyed** replaced) {
+        const int found = Find(object->GetKey());
+        *replaced = found >= 0 ? entries_[static_cast<size_t>(found)] : nullptr;
+        if (found >= 0)
+            entries_[static_cast<size_t>(found)] = object;
+        else
+            entries_.insert(entries_.begin() + ~found, object);
+        return ~found;
+    }
+    void Place(Keyed* object) {
+        int at = LowerBound(object->GetKey());
+        while (at < Count() && entries_[static_cast<size_t>(at)]->GetKey() == object->GetKey())
+            ++at;
+        entries_.insert(entries_.begin() + at, object);
+    }
+    int Remove(const Keyed* object) {
+        const auto exact = std::find(entries_.begin(), entries_.end(), object);
+        const int at = exact != entries_.end() ? static_cast<int>(exact - entries_.begin())
+                                               : Find(object->GetKey());
+        if (at >= 0)
+            entries_.erase(entries_.begin() + at);
+        return at;
+    }
+    int Count() const { return static_cast<int>(entries_.size()); }
+    bool Contains(const Keyed* object) const {
+        return std::find(entries_.begin(), entries_.end(), object) != entries_.end();
+    }
+    const std::vector<Keyed*>& Entries() const { return entries_; }
+
+private:
+    int LowerBound(std::string_view key) const {
+        const auto at = std::lower_bound(
+            entries_.begin(), entries_.end(), key,
+            [](const Keyed* object, std::string_view k) { return object->GetKey() < k; });
+        return static_cast<int>(at - entries_.begin());
+    }
+
+    std::vector<Keyed*> entries_;
+};
+
+/// A registry and its model, which do everything together.
+class Pair {
+public:
+    explicit Pair(unsigned seed, int keys) : random_(seed), keys_(keys) {}
+
+    void Add(int key) {
+        Keyed* object = New(key);
+        Keyed* replaced = nullptr;
+        Keyed* expected = nullptr;
+        const int result = registry_.Insert(object, &replaced);
+        ASSERT_EQ(result, model_.Insert(object, &expected));
+        ASSERT_EQ(replaced, expected);
+    }
+    void Place(int key) {
+        Keyed* object = New(key);
+        registry_.Place(object);
+        model_.Place(object);
+    }
+    void Remove(const Keyed* object) { ASSERT_EQ(registry_.Remove(object), model_.Remove(object)); }
+    void RemoveExactly(const Keyed* object) {
+        const bool there = model_.Contains(object);
+        if (there)
+            model_.Remove(object);
+        ASSERT_EQ(registry_.RemoveExactly(object), there);
+    }
+    void TakeLast() {
+        Keyed* expected = model_.Count() == 0 ? nullptr : model_.Entries().back();
+        ASSERT_EQ(registry_.TakeLast(), expected);
+        if (expected)
+            model_.Remove(expected);
+    }
+
+    void StepRandomly() {
+        const Keyed* known = objects_.empty() ? nullptr : objects_[Below(objects_.size())].get();
+        switch (Below(8)) {
+        case 0:
+            return Place(static_cast<int>(Below(static_cast<size_t>(keys_))));
+        case 1:
+            return known ? Remove(known) : void();
+        case 2:
+            return known ? RemoveExactly(known) : void();
+        case 3:
+            return Below(10) == 0 ? TakeLast() : void();
+        default:
+            return Add(static_cast<int>(Below(static_cast<size_t>(keys_))));
+        }
+    }
+
+    /// Compares everything that can be asked.
+    void Compare() {
+        ASSERT_EQ(registry_.GetCount(), model_.Count());
+        ASSERT_EQ(registry_.IsEmpty(), model_.Count() == 0);
+        ASSERT_EQ(registry_.Snapshot(), model_.Entries());
+        for (int i = 0; i < model_.Count(); ++i)
+            ASSERT_EQ(registry_.GetAt(i), model_.Entries()[static_cast<size_t>(i)]);
+        for (int i = 0; i < 200; ++i) {
+            const std::string key = KeyOf(static_cast<int>(Below(static_cast<size_t>(keys_))));
+            const int found = model_.Find(key);
+            ASSERT_EQ(registry_.Find(key), found);
+            ASSERT_EQ(registry_.Get(key),
+                      found < 0 ? nullptr : model_.Entries()[static_cast<size_t>(found)]);
+        }
+        for (int i = 0; i < 200 && !objects_.empty(); ++i) {
+            const Keyed* object = objects_[Below(objects_.size())].get();
+            ASSERT_EQ(registry_.Contains(object), model_.Contains(object));
+        }
+    }
+
+    size_t Below(size_t limit) { return random_() % limit; }
+    int Count() const { return model_.Count(); }
+    Keyed* First() const { return model_.Entries().front(); }
+
+private:
+    static std::string KeyOf(int key) { return "key" + std::to_string(key); }
+    Keyed* New(int key) {
+        objects_.push_back(std::make_unique<Keyed>(KeyOf(key)));
+        return objects_.back().get();
+    }
+
+    std::mt19937 random_;
+    int keys_;
+    std::vector<std::unique_ptr<Keyed>> objects_;
+    ObjectRegistry<Keyed> registry_;
+    Model model_;
+};
+
+class ObjectRegistryTest : public ::testing::TestWithParam<int> {};
+
+TEST_P(ObjectRegistryTest, DoesWhatAPlainSortedListDoes) {
+    Pair pair(static_cast<unsigned>(GetParam()), GetParam());
+    for (int round = 0; round < 6 && !HasFatalFailure(); ++round) {
+        for (int i = 0; i < 1500 && !HasFatalFailure(); ++i)
+            pair.StepRandomly();
+        pair.Compare();
+    }
+    while (pair.Count() > 0 && !HasFatalFailure())
+        pair.Below(2) == 0 ? pair.TakeLast() : pair.Remove(pair.First());
+    pair.Compare();
+}
+
+// Few keys give long runs of equals, many keys give many chunks.
+INSTANTIATE_TEST_SUITE_P(Keys, ObjectRegistryTest, ::testing::Values(1, 3, 50, 2000, 1000000));
+
+TEST(ObjectRegistryOrder, GrowsInAnyOrder) {
+    const int count = 5000;
+    std::vector<int> ascending(count);
+    for (int i = 0; i < count; ++i)
+        ascending[static_cast<size_t>(i)] = 100000 + i;
+    std::vector<int> descending(ascending.rbegin(), ascending.rend());
+    std::vector<int> shuffled = ascending;
+    std::shuffle(shuffled.begin(), shuffled.end(), std::mt19937(7));
+    for (const auto& order : {ascending, descending, shuffled}) {
+        Pair pair(1, 200000);
+        for (const int key : order)
+            ASSERT_NO_FATAL_FAILURE(pair.Add(key));
+        pair.Compare();
+    }
+}
+
+TEST(ObjectRegistryOrder, EmptiesFromTheFrontAndFillsAgain) {
+    Pair pair(2, 100000);
+    for (int round = 0; round < 3; ++round) {
+        for (int i = 0; i < 2000; ++i)
+            ASSERT_NO_FATAL_FAILURE(pair.Add(10000 + i));
+        while (pair.Count() > 0)
+            ASSERT_NO_FATAL_FAILURE(pair.RemoveExactly(pair.First()));
+        pair.Compare();
+    }
+}
+
+} // namespace
