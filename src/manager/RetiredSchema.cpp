@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "manager/TypeGroup.h"
 #include "schema/AttributeProperty.h"
 
 // Who still needs a schema is known where instances live.
@@ -26,6 +27,12 @@ void DropValues(const Template& definition) {
             attribute->SetMaxValue(nullptr);
         }
     }
+}
+
+void LeaveToUsers(const std::vector<Type*>& types) {
+    const std::vector<TypeRef> held(types.begin(), types.end()); // none goes before all are done
+    for (Type* type : types)
+        type->SurviveDeletion();
 }
 
 } // namespace
@@ -61,7 +68,8 @@ void RetiredSchema::Release() {
 }
 
 /// First all links are taken away, from the last template to the first, then everything is
-/// deleted: templates, enumerations, plain types.
+/// deleted: templates, enumerations, plain types, each from the last to the first. Types whose
+/// values or properties the host still holds go with the last of those.
 void RetiredSchema::Delete() {
     for (const Template* definition : templates_)
         DropValues(*definition);
@@ -69,37 +77,13 @@ void RetiredSchema::Delete() {
     for (auto type = templates_.rbegin(); type != templates_.rend(); ++type)
         (*type)->Clear(nullptr);
     Instance::StripAbandoned();
-    for (auto type = enumerations_.rbegin(); type != enumerations_.rend(); ++type) {
-        if ((*type)->IsInUse())
-            types_.push_back(*type);
-        else
-            delete *type;
-    }
-    types_.insert(types_.end(), templates_.begin(), templates_.end());
-    DeleteTypes();
-}
-
-/// Types whose values or properties the host still holds go with the last of those.
-void RetiredSchema::DeleteTypes() {
-    std::vector<Type*> unused;
-    for (Type* type : types_) {
-        if (type->IsInUse())
-            type->LeaveToUsers();
-        else
-            unused.push_back(type);
-    }
-    while (!unused.empty()) {
-        Type* type = unused.back();
-        unused.pop_back();
-        // A long chain of base types is taken apart here instead of by nested destructors.
-        Type* base = type->GetBaseType();
-        if (base && base->IsLeftToUsers() && base->GetUseCount() == 1) {
-            base->TakeFromUsers();
-            unused.push_back(base);
-        }
-        type->SetBaseType(nullptr);
-        delete type;
-    }
+    std::vector<Type*> all(templates_.rbegin(), templates_.rend());
+    all.insert(all.end(), enumerations_.rbegin(), enumerations_.rend());
+    all.insert(all.end(), types_.rbegin(), types_.rend());
+    TypeGroup group(std::move(all));
+    group.KeepUsed();
+    LeaveToUsers(group.Select(true));
+    TypeGroup::Delete(group.Select(false));
 }
 
 } // namespace Kor

@@ -22,7 +22,6 @@ public:
 
 private:
     void Delete();
-    void DeleteTypes();
 
     std::vector<Template*> templates_;
     std::vector<Enumeration*> enumerations_;

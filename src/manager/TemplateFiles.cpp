@@ -1,12 +1,12 @@
 // The template manager's files: loading, unloading and saving.
 
 #include <algorithm>
-#include <map>
 
 #include "core/ErrorManager.h"
 #include "core/Names.h"
 #include "instances/Instance.h"
 #include "manager/TemplateManager.h"
+#include "manager/TypeGroup.h"
 #include "platform/File.h"
 #include "xml/XMLParser.h"
 #include "xml/XMLTemplateListener.h"
@@ -16,72 +16,8 @@ namespace Kor {
 
 namespace {
 
-/// The definitions of a file that is being unloaded.
-class FileDefinitions {
-public:
-    explicit FileDefinitions(std::vector<Type*> types) : types_(std::move(types)) {
-        for (Type* type : types_)
-            kept_[type] = false;
-    }
-
-    const std::vector<Type*>& GetAll() const { return types_; }
-    bool IsKept(Type* type) const { return kept_.at(type); }
-    void Keep(Type* type) { kept_[type] = true; }
-
-    /// Keeps what is used from elsewhere, and what in turn those that are kept need. References
-    /// among definitions that go do not count.
-    void KeepUsed() {
-        std::map<Type*, int> inner;
-        for (Type* type : types_) {
-            for (Type* used : UsedBy(type))
-                ++inner[used];
-        }
-        std::vector<Type*> pending;
-        for (Type* type : types_) {
-            if (kept_[type] || type->GetUseCount() > inner[type])
-                pending.push_back(type);
-        }
-        while (!pending.empty()) {
-            Type* type = pending.back();
-            pending.pop_back();
-            kept_[type] = true;
-            for (Type* used : UsedBy(type)) {
-                const auto found = kept_.find(used);
-                if (found != kept_.end() && !found->second)
-                    pending.push_back(used);
-            }
-        }
-    }
-
-private:
-    static std::vector<Type*> UsedBy(const Type* type) {
-        std::vector<Type*> used;
-        type->CollectUsedTypes(used);
-        return used;
-    }
-
-    std::vector<Type*> types_;
-    std::map<Type*, bool> kept_;
-};
-
-/// Deletes types in an order in which none is needed any more: enumerations free their items'
-/// values through other types, and base types may come before those that build on them.
-void DeleteTypes(const std::vector<Type*>& types) {
-    std::vector<Type*> others;
-    for (Type* type : types) {
-        if (ObjectCast<Enumeration>(type))
-            delete type;
-        else
-            others.push_back(type);
-    }
-    for (Type* type : others)
-        type->SetBaseType(nullptr);
-    for (Type* type : others)
-        delete type;
-}
-
 /// Clears the templates that no living instance uses; clearing one may leave another unused.
-void ClearUnused(FileDefinitions& definitions, Template* root) {
+void ClearUnused(TypeGroup& definitions, Template* root) {
     std::vector<Template*> used;
     for (Type* type : definitions.GetAll()) {
         if (auto* definition = ObjectCast<Template>(type))
@@ -129,8 +65,6 @@ bool TemplateManager::LoadTemplateStream(const char* path, ByteSource& source, X
 }
 
 void TemplateManager::ForgetLoadedFile(std::string_view path) {
-    if (loadedFiles_.Remove(path) >= 0)
-        return;
     for (int i = loadedFiles_.GetCount() - 1; i >= 0; --i) {
         if (EqualsIgnoreCase(loadedFiles_.GetAt(i), path))
             loadedFiles_.Remove(std::string(loadedFiles_.GetAt(i)));
@@ -141,31 +75,34 @@ bool TemplateManager::UnloadTemplateFile(std::string_view path) {
     if (path.empty()) // the built-in types belong to no file
         return false;
     ForgetLoadedFile(path);
-    FileDefinitions definitions(GetDefinitionsToUnload(path));
+    if (EqualsIgnoreCase(root_->GetFileName(), path)) {
+        // The root stays, since everything falls back to it; it only loses what the file gave it.
+        root_->BeginRedefinition();
+        root_->SetRecycled(true);
+    }
+    TypeGroup definitions(GetDefinitionsToUnload(path));
     Instance::StripAbandoned();
     ClearUnused(definitions, root_);
     definitions.KeepUsed();
-    // What goes lets go of its base types first, since these may go before it.
-    std::vector<Type*> leaving;
-    bool lastWasDeleted = false;
-    for (Type* type : definitions.GetAll()) {
-        lastWasDeleted = !definitions.IsKept(type);
-        type->SetRecycled(definitions.IsKept(type));
-        if (lastWasDeleted)
-            leaving.push_back(type);
-    }
+    for (Type* type : definitions.Select(true))
+        type->SetRecycled(true);
+    const std::vector<Type*> leaving = definitions.Select(false);
     for (Type* type : leaving) {
         Unlist(*type);
         Unregistered(type);
     }
-    DeleteTypes(leaving);
+    const auto& all = definitions.GetAll();
+    const bool lastWasDeleted = !all.empty() && !definitions.IsKept(all.back());
+    TypeGroup::Delete(leaving);
     return lastWasDeleted;
 }
 
-/// Templates come first, then enumerations, then plain types, each from the last to the first.
+/// All but the root. Templates come first, then enumerations, then plain types, each from the last
+/// to the first.
 std::vector<Type*> TemplateManager::GetDefinitionsToUnload(std::string_view path) const {
     std::vector<Type*> found(static_cast<size_t>(GetTypesByFileName(path, nullptr, 0)));
     GetTypesByFileName(path, found.data(), static_cast<int>(found.size()));
+    found.erase(std::remove(found.begin(), found.end(), root_), found.end());
     std::reverse(found.begin(), found.end());
     const auto rank = [](const Type* type) {
         if (ObjectCast<Template>(type))

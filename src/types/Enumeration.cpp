@@ -21,8 +21,13 @@ Enumeration::Enumeration(const Enumeration& other) : Type(other) {
 }
 
 Enumeration::~Enumeration() {
+    DeleteItems();
+}
+
+void Enumeration::DeleteItems() {
     for (EnumerationItem* item : items_)
         delete item;
+    items_.Clear();
 }
 
 std::unique_ptr<Object> Enumeration::Clone() const {

@@ -35,6 +35,8 @@ public:
     /// Takes the item of that full name out and gives its index, or a number below 0.
     int RemoveItem(EnumerationItem* item);
 
+    void DeleteItems();
+
     int GetValueSize(const void* value, int count) const override;
     void* NewValue(const void* initial, int count) const override;
     void DeleteValue(void* value, int count) const override;
