@@ -77,12 +77,13 @@ bool TemplateManager::FindPackages(const std::string& root, SortedStringList& pa
     while (!pending.empty()) {
         const std::string relative = std::move(pending.back());
         pending.pop_back();
+        if (!relative.empty())
+            packages.Insert(Replaced(relative, '\\', '.'));
         std::vector<std::string> names;
         if (!ListDirectory(root + relative, false, true, names))
             return false;
         for (auto name = names.rbegin(); name != names.rend(); ++name) {
             std::string directory = relative.empty() ? *name : relative + '\\' + *name;
-            packages.Insert(Replaced(directory, '\\', '.'));
             pending.push_back(std::move(directory));
         }
     }
