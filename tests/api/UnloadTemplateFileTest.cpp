@@ -1,0 +1,361 @@
+// Loading and unloading single template files, and what stays because something needs it.
+
+#include "api/Schema.h"
+
+namespace {
+
+class UnloadTemplateFileTest : public SchemaTest {
+protected:
+    std::string Load(const std::string& name, const std::string& elements) {
+        const std::string file = WriteSchema(name, "<templates>" + elements + "</templates>");
+        EXPECT_TRUE(OviTemplateManager_LoadTemplateFile(file.c_str()));
+        EXPECT_EQ(Errors(), Names{});
+        return file;
+    }
+
+    static bool Unload(const std::string& file) {
+        return OviTemplateManager_UnloadTemplateFile(file.c_str());
+    }
+
+    static OviTemplate* Find(const char* name) { return OviTemplateManager_GetTemplate(name); }
+
+    static OviType* TypeOf(const char* property) {
+        auto* found = static_cast<OviAttributeProperty*>(OviTemplateManager_GetProperty(property));
+        return OviAttributeProperty_GetType(found);
+    }
+
+    static bool IsRecycled(OviType* type) { return OviType_IsRecycled(type); }
+
+    static constexpr const char* kOne = "<template name='One'><attribute name='x' type='INT32'/>"
+                                        "</template>";
+};
+
+TEST_F(UnloadTemplateFileTest, AllThatTheFileDefinedGoes) {
+    const std::string file = Load("a.template", "<type name='T' type='INT32'/>"
+                                                "<enum name='E' type='INT32'><item name='I' "
+                                                "value='1'/></enum><template name='A'>"
+                                                "<attribute name='e' type='E' version='2'/>"
+                                                "<attribute name='t' type='T' version='3'/>"
+                                                "</template><template name='B'>"
+                                                "<extends template='A'/></template>");
+    Make("Stays");
+    EXPECT_TRUE(Unload(file));
+    EXPECT_EQ(Templates(), (Names{"Object#1", "Stays#1"}));
+    EXPECT_EQ(OviTemplateManager_GetTypeCount(), 14);
+    EXPECT_EQ(OviTemplateManager_GetEnumerationCount(), 0);
+    EXPECT_FALSE(Unload(file));
+}
+
+TEST_F(UnloadTemplateFileTest, AFileIsReadOnceUntilItIsUnloaded) {
+    const std::string file = Load("a.template", kOne);
+    WriteSchema("a.template", "<templates><template name='Two'/></templates>");
+    EXPECT_TRUE(OviTemplateManager_LoadTemplateFile(file.c_str()));
+    EXPECT_EQ(Templates(), (Names{"Object#1", "One#1"}));
+    EXPECT_TRUE(Unload(file));
+    EXPECT_TRUE(OviTemplateManager_LoadTemplateFile(file.c_str()));
+    EXPECT_EQ(Templates(), (Names{"Object#1", "Two#1"}));
+}
+
+TEST_F(UnloadTemplateFileTest, TheCaseOfThePathDoesNotMatter) {
+    std::string file = Load("a.template", kOne);
+    file.replace(file.rfind("a.template"), 10, "A.TEMPLATE");
+    EXPECT_TRUE(Unload(file));
+    EXPECT_EQ(Find("One"), nullptr);
+    file.replace(file.rfind("A.TEMPLATE"), 10, "a.template");
+    EXPECT_TRUE(OviTemplateManager_LoadTemplateFile(file.c_str()));
+    EXPECT_NE(Find("One"), nullptr) << "read again";
+}
+
+#ifndef _WIN32 // where the two are one file
+TEST_F(UnloadTemplateFileTest, AllSpellingsOfAFileAreForgotten) {
+    const std::string lower = Load("a.template", kOne);
+    const std::string upper = Load("A.TEMPLATE", "<template name='Two'/>");
+    AddAttribute(Make("User"), "one", Find("One"));
+    AddAttribute(Make("User"), "two", Find("Two"));
+    Unload(lower);
+    EXPECT_TRUE(IsRecycled(Find("Two")));
+    EXPECT_TRUE(OviTemplateManager_LoadTemplateFile(upper.c_str()));
+    EXPECT_TRUE(OviTemplateManager_LoadTemplateFile(lower.c_str()));
+    EXPECT_FALSE(IsRecycled(Find("One")));
+    EXPECT_FALSE(IsRecycled(Find("Two")));
+}
+#endif
+
+TEST_F(UnloadTemplateFileTest, UnknownFilesAndTheBuiltInTypesAreLeftAlone) {
+    for (const char* path : {"", "nothing.template", static_cast<const char*>(nullptr)})
+        EXPECT_FALSE(OviTemplateManager_UnloadTemplateFile(path));
+    EXPECT_EQ(OviTemplateManager_GetTypeCount(), 14);
+    EXPECT_EQ(Templates(), Names{"Object#1"});
+}
+
+TEST_F(UnloadTemplateFileTest, AFileThatCannotBeOpenedOrReadIsReported) {
+    const std::string missing = PathOf("missing.template");
+    EXPECT_FALSE(OviTemplateManager_LoadTemplateFile(missing.c_str()));
+    EXPECT_EQ(Errors(), Names{"1 -1 Unable to open file '" + missing + "' for reading"});
+    EXPECT_STREQ(OviErrorItem_GetSourceName(OviErrorManager_GetErrorItemAt(0)), missing.c_str());
+    OviErrorManager_Clear();
+    const std::string faulty = WriteFile("faulty.template", "<templates></templates>");
+    EXPECT_FALSE(OviTemplateManager_LoadTemplateFile(faulty.c_str()));
+    EXPECT_EQ(Errors(), (Names{"1 1 Invalid XML header element",
+                               "1 -1 Unable to open file '" + faulty + "' for reading"}));
+    WriteSchema("faulty.template", std::string("<templates>") + kOne + "</templates>");
+    EXPECT_TRUE(OviTemplateManager_LoadTemplateFile(faulty.c_str())) << "it does not count as read";
+    EXPECT_NE(Find("One"), nullptr);
+}
+
+// -- what others need -----------------------------------------------------------------------------
+
+TEST_F(UnloadTemplateFileTest, ATypeOfAPropertyOfAnotherFileStaysRecycled) {
+    const std::string types = Load("types.template", "<type name='T' type='INT32'/>"
+                                                     "<enum name='E' type='INT32'/>"
+                                                     "<template name='A'/>");
+    const std::string user = Load("user.template", "<template name='User'>"
+                                                   "<attribute name='t' type='T'/>"
+                                                   "<attribute name='e' type='E'/>"
+                                                   "<attribute name='a' type='A'/></template>");
+    EXPECT_FALSE(Unload(types)) << "the type, handled last, stays";
+    for (OviType* type : {TypeNamed("T"), TypeNamed("E"), static_cast<OviType*>(Find("A"))})
+        EXPECT_TRUE(IsRecycled(type));
+    EXPECT_EQ(TypeOf("User.t"), TypeNamed("T"));
+    EXPECT_TRUE(Unload(user));
+    EXPECT_TRUE(Unload(types)) << "now nobody needs them";
+    EXPECT_EQ(TypeNamed("T"), nullptr);
+    EXPECT_EQ(TypeNamed("E"), nullptr);
+    EXPECT_EQ(Templates(), Names{"Object#1"});
+}
+
+TEST_F(UnloadTemplateFileTest, ThePropertiesOfTheFileItselfDoNotCount) {
+    const std::string file = Load("a.template", "<type name='T' type='INT32'/><template name='A'>"
+                                                "<attribute name='t' type='T'/></template>"
+                                                "<template name='B'><attribute name='a' type='A'/>"
+                                                "</template>");
+    EXPECT_TRUE(Unload(file));
+    EXPECT_EQ(Templates(), Names{"Object#1"});
+}
+
+TEST_F(UnloadTemplateFileTest, BaseTypesOfOtherFilesStay) {
+    const std::string base = Load("base.template", "<type name='Z' type='INT32'/>"
+                                                   "<type name='A' type='Z'/>");
+    const std::string user = Load("user.template", "<type name='User' type='A'/>");
+    Unload(base);
+    EXPECT_TRUE(IsRecycled(TypeNamed("A")));
+    EXPECT_TRUE(IsRecycled(TypeNamed("Z"))) << "what a type that stays needs stays, too";
+    EXPECT_TRUE(Unload(user));
+    EXPECT_TRUE(Unload(base));
+    EXPECT_EQ(OviTemplateManager_GetTypeCount(), 14);
+}
+
+TEST_F(UnloadTemplateFileTest, ChildrenInOtherFilesFallBackToTheRoot) {
+    const std::string base = Load("base.template", "<template name='Base'/>");
+    Load("heir.template", "<template name='Heir'><extends template='Base'/></template>"
+                          "<template name='Other'><extends template='Heir'/>"
+                          "<extends template='Base'/></template>");
+    EXPECT_TRUE(Unload(base));
+    EXPECT_EQ(ParentsOf(Find("Heir")), Names{"Object#1"});
+    EXPECT_EQ(ParentsOf(Find("Other")), Names{"Heir#1"});
+}
+
+// -- recycled templates ---------------------------------------------------------------------------
+
+TEST_F(UnloadTemplateFileTest, ARecycledTemplateIsEmptyAndFoundAsItsFirstVersion) {
+    const std::string file = Load("a.template", "<template name='Base'/><template name='A'>"
+                                                "<extends template='Base'/>"
+                                                "<attribute name='x' type='INT32'/>"
+                                                "<attribute name='y' type='INT32' version='2'/>"
+                                                "</template>");
+    OviTemplate* first = OviTemplateManager_GetTemplateVersion("A", 1);
+    OviTemplate_CreateView(first, "Main");
+    AddAttribute(Make("User"), "a", first);
+    EXPECT_FALSE(Unload(file));
+    EXPECT_EQ(Find("A"), first);
+    EXPECT_TRUE(IsRecycled(first));
+    EXPECT_EQ(ParentsOf(first), Names{});
+    EXPECT_EQ(PropertiesAsDeclared(first), Names{});
+    EXPECT_EQ(OviTemplate_GetViewCount(first), 0);
+    EXPECT_EQ(OviTemplateManager_GetTemplateVersion("A", 2), nullptr);
+}
+
+TEST_F(UnloadTemplateFileTest, ARecycledTemplateMayBeDefinedAnewFromAnyFile) {
+    const std::string file = Load("a.template", kOne);
+    OviTemplate* one = Find("One");
+    AddAttribute(Make("User"), "one", one);
+    Unload(file);
+    const std::string other = Load("b.template", "<template name='One'>"
+                                                 "<attribute name='y' type='STRING'/>"
+                                                 "<attribute name='z' type='STRING' version='2'/>"
+                                                 "</template>");
+    OviTemplate* first = OviTemplateManager_GetTemplateVersion("One", 1);
+    EXPECT_EQ(first, one);
+    EXPECT_FALSE(IsRecycled(one));
+    EXPECT_EQ(ParentsOf(one), Names{"Object#1"});
+    EXPECT_EQ(PropertiesByName(one), Names{"One.y"});
+    EXPECT_EQ(PropertiesByName(Find("One")), (Names{"One.y", "One.z"}));
+    EXPECT_STREQ(OviType_GetFileName(one), other.c_str());
+    EXPECT_EQ(TypeOf("User.one"), one);
+    EXPECT_FALSE(Unload(file)) << "nothing of it is left";
+    EXPECT_NE(Find("One"), nullptr);
+}
+
+TEST_F(UnloadTemplateFileTest, AVersionCopiedFromARecycledTemplateIsNotRecycled) {
+    const std::string file = Load("a.template", kOne);
+    AddAttribute(Make("User"), "one", Find("One"));
+    Unload(file);
+    OviTemplate* second = OviTemplateManager_CreateTemplateVersion("One", 2);
+    EXPECT_FALSE(IsRecycled(second));
+    EXPECT_EQ(OviTemplate_GetVersion(Find("One")), 1) << "while version 1 is recycled";
+    EXPECT_EQ(OviTemplateManager_CreateTemplate("One"), Find("One"));
+    EXPECT_FALSE(IsRecycled(OviTemplateManager_GetTemplateVersion("One", 1)));
+}
+
+// -- living instances -----------------------------------------------------------------------------
+
+TEST_F(UnloadTemplateFileTest, ATemplateOfALivingInstanceStaysWithItsProperties) {
+    const std::string file = Load("a.template", "<template name='Base'>"
+                                                "<attribute name='b' type='STRING'/></template>"
+                                                "<template name='A'><extends template='Base'/>"
+                                                "<attribute name='x' type='INT32' default='7'/>"
+                                                "</template><template name='Unused'/>");
+    OviAsset* asset = OviAssetManager_NewAsset("Asset");
+    OviInstance_AddTemplate(asset, Find("A"));
+    Unload(file);
+    EXPECT_EQ(Templates(), (Names{"A#1", "Base#1", "Object#1"}));
+    EXPECT_TRUE(IsRecycled(Find("A")));
+    EXPECT_TRUE(IsRecycled(Find("Base")));
+    auto* x =
+        static_cast<OviAttributeInstance*>(OviInstance_GetPropertyInstance(asset, "A.x", false));
+    EXPECT_EQ(*static_cast<int*>(OviAttributeInstance_GetValue(x)), 7);
+    OviAssetManager_NewScene();
+    EXPECT_TRUE(Unload(file));
+    EXPECT_EQ(Templates(), Names{"Object#1"});
+}
+
+TEST_F(UnloadTemplateFileTest, APropertyInstanceAloneKeepsItsTemplate) {
+    const std::string file = Load("a.template", kOne);
+    OviInstance* instance = OviInstance_New("Free");
+    EXPECT_NE(OviInstance_GetPropertyInstance(instance, "One.x", true), nullptr);
+    EXPECT_EQ(OviInstance_GetTemplateCount(instance), 0);
+    EXPECT_FALSE(Unload(file));
+    EXPECT_NE(OviTemplateManager_GetProperty("One.x"), nullptr);
+    OviObject_Delete(instance);
+    EXPECT_TRUE(Unload(file));
+}
+
+TEST_F(UnloadTemplateFileTest, ATemplateInUseCanBeRedefinedWithoutHarmToTheInstance) {
+    const std::string file = Load("a.template", kOne);
+    OviInstance* instance = OviInstance_New("Free");
+    OviInstance_AddTemplate(instance, Find("One"));
+    OviPropertyInstance* x = OviInstance_GetPropertyInstance(instance, "One.x", false);
+    OviProperty* old = OviPropertyInstance_GetProperty(x);
+    Unload(file);
+    Load("a.template", "<template name='One'><attribute name='x' type='STRING'/></template>");
+    EXPECT_NE(OviTemplateManager_GetProperty("One.x"), old);
+    EXPECT_EQ(OviPropertyInstance_GetProperty(x), old);
+    EXPECT_NE(OviAttributeInstance_GetValue(static_cast<OviAttributeInstance*>(x)), nullptr);
+    OviObject_Delete(instance);
+    OviObject_Delete(old); // a host may delete what was put aside once nothing uses it
+    EXPECT_TRUE(Unload(file));
+}
+
+TEST_F(UnloadTemplateFileTest, OneVersionInUseDoesNotKeepTheOthers) {
+    const std::string file = Load("a.template", "<template name='A'>"
+                                                "<attribute name='x' type='INT32'/>"
+                                                "<attribute name='y' type='INT32' version='2'/>"
+                                                "<attribute name='z' type='INT32' version='3'/>"
+                                                "</template>");
+    for (const unsigned used : {3U, 2U}) {
+        OviInstance* instance = OviInstance_New("Free");
+        OviInstance_AddTemplate(instance, OviTemplateManager_GetTemplateVersion("A", used));
+        Unload(file);
+        EXPECT_NE(OviTemplateManager_GetTemplateVersion("A", used), nullptr) << used;
+        EXPECT_EQ(OviTemplateManager_GetTemplateVersion("A", 5 - used), nullptr) << used;
+        EXPECT_TRUE(OviTemplateManager_LoadTemplateFile(file.c_str()));
+        EXPECT_EQ(OviTemplate_GetVersion(Find("A")), 3);
+        EXPECT_EQ(PropertiesByName(Find("A")), (Names{"A.x", "A.y", "A.z"}));
+        OviObject_Delete(instance);
+    }
+    EXPECT_TRUE(Unload(file));
+}
+
+// -- circles --------------------------------------------------------------------------------------
+
+TEST_F(UnloadTemplateFileTest, CirclesOfReferencesInOneFileGo) {
+    const std::string file =
+        Load("a.template", "<template name='A'/><template name='B'>"
+                           "<attribute name='a' type='A' reference='true'/>"
+                           "<attribute name='self' type='B' reference='true'/></template>"
+                           "<template name='A'>"
+                           "<attribute name='b' type='B' reference='true'/></template>");
+    // Copies hold instances as values, of templates that are about to go.
+    OviTemplateManager_CreateTemplateVersion("A", 2);
+    OviTemplateManager_CreateTemplateVersion("B", 2);
+    OviTemplateManager_CreateTemplateVersion("A", 3);
+    EXPECT_TRUE(Unload(file));
+    EXPECT_EQ(Templates(), Names{"Object#1"});
+}
+
+TEST_F(UnloadTemplateFileTest, CirclesOfTypesAcrossFilesStayUntilTheEnd) {
+    const std::string a = Load("a.template", "<type name='A' type='INT32'/>");
+    const std::string b = Load("b.template", "<type name='B' type='A'/>");
+    OviType* base = OviCustomType_New("Knot", 1);
+    OviTemplateManager_AddType(base);
+    OviType_SetFileName(base, a.c_str());
+    OviType_SetBaseType(base, TypeNamed("B"));
+    OviType_SetBaseType(TypeNamed("B"), base);
+    Unload(a);
+    EXPECT_EQ(TypeNamed("A"), nullptr);
+    EXPECT_TRUE(IsRecycled(base));
+    EXPECT_FALSE(Unload(b));
+    EXPECT_TRUE(IsRecycled(TypeNamed("B")));
+}
+
+TEST_F(UnloadTemplateFileTest, ChainsOfEnumerationsGoInAnyOrderOfNames) {
+    for (const char* names : {"ABC", "CBA", "BCA", "CAB"}) {
+        const std::string first(1, names[0]), second(1, names[1]), third(1, names[2]);
+        const std::string file = Load("a.template", "<enum name='" + first +
+                                                        "' type='INT32'><item name='I' value='1'/>"
+                                                        "</enum><type name='" +
+                                                        second + "' type='" + first +
+                                                        "'/>"
+                                                        "<type name='" +
+                                                        third + "' type='" + second + "'/>");
+        EXPECT_EQ(OviTemplateManager_GetEnumerationCount(), 3);
+        EXPECT_TRUE(Unload(file)) << names;
+        EXPECT_EQ(OviTemplateManager_GetEnumerationCount(), 0);
+    }
+}
+
+// -- the root -------------------------------------------------------------------------------------
+
+TEST_F(UnloadTemplateFileTest, TheRootStaysWhenAFileThatAddsToItIsUnloaded) {
+    OviTemplate* root = OviTemplateManager_GetRoot();
+    OviTemplate* child = Make("Child");
+    const char* text = "<type name='T' type='INT32'/><template name='Object'>"
+                       "<attribute name='tag' type='T'/></template>";
+    const std::string file = Load("a.template", text);
+    EXPECT_NE(OviTemplate_GetProperty(child, "tag"), nullptr);
+    EXPECT_TRUE(Unload(file));
+    EXPECT_EQ(OviTemplateManager_GetRoot(), root);
+    EXPECT_EQ(ParentsOf(child), Names{"Object#1"});
+    EXPECT_EQ(OviTemplate_GetProperty(child, "tag"), nullptr);
+    EXPECT_EQ(TypeNamed("T"), nullptr);
+    Load("b.template", text);
+    EXPECT_NE(OviTemplate_GetProperty(child, "tag"), nullptr);
+    EXPECT_EQ(ParentsOf(root), Names{});
+}
+
+TEST_F(UnloadTemplateFileTest, APropertyOfTheRootInUseOutlivesItsFile) {
+    const std::string file = Load("a.template", "<template name='Object'>"
+                                                "<attribute name='tag' type='INT32' default='3'/>"
+                                                "</template>");
+    OviInstance* instance = OviInstance_New("Free");
+    OviInstance_AddTemplate(instance, Make("Child"));
+    OviPropertyInstance* tag = OviInstance_GetPropertyInstance(instance, "Object.tag", false);
+    Unload(file);
+    EXPECT_EQ(OviTemplateManager_GetProperty("Object.tag"), nullptr);
+    EXPECT_EQ(
+        *static_cast<int*>(OviAttributeInstance_GetValue(static_cast<OviAttributeInstance*>(tag))),
+        3);
+    OviObject_Delete(instance);
+}
+
+} // namespace
