@@ -80,7 +80,11 @@ protected:
 };
 
 using Numbers = ::testing::Types<float, double>;
-TYPED_TEST_SUITE(FloatTypeTest, Numbers);
+
+struct NumberNames {
+    template <class Number> static std::string GetName(int) { return FloatCase<Number>::kName; }
+};
+TYPED_TEST_SUITE(FloatTypeTest, Numbers, NumberNames);
 
 TYPED_TEST(FloatTypeTest, SizeIsCountTimesWidth) {
     const int width = static_cast<int>(sizeof(TypeParam));

@@ -21,7 +21,13 @@ protected:
 };
 
 using Lists = ::testing::Types<SortedObjectList<Keyed>, ObjectRegistry<Keyed>>;
-TYPED_TEST_SUITE(SortedListTest, Lists);
+
+struct ListNames {
+    template <class List> static std::string GetName(int index) {
+        return index == 0 ? "SortedObjectList" : "ObjectRegistry";
+    }
+};
+TYPED_TEST_SUITE(SortedListTest, Lists, ListNames);
 
 TYPED_TEST(SortedListTest, GivesTheIndexOfANewEntry) {
     EXPECT_EQ(this->list_.Insert(&this->b_), 0);

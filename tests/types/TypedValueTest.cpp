@@ -1,0 +1,184 @@
+// References to types and owned values: who keeps whom alive.
+
+#include <memory>
+#include <utility>
+
+#include <gtest/gtest.h>
+
+#include "types/CustomType.h"
+#include "types/StringType.h"
+#include "types/TypeRef.h"
+#include "types/TypedValue.h"
+
+namespace {
+
+using namespace Kor;
+
+/// A type that tells of its end.
+class Mortal : public CustomType {
+public:
+    Mortal(bool& alive, Type* base = nullptr) : CustomType("Mortal", 1), alive_(alive) {
+        alive_ = true;
+        SetBaseType(base);
+    }
+    ~Mortal() override { alive_ = false; }
+
+private:
+    bool& alive_;
+};
+
+TEST(TypeRef, CountsTheUsersOfAType) {
+    CustomType type("Type", 1);
+    EXPECT_FALSE(type.IsInUse());
+    {
+        TypeRef first(&type);
+        TypeRef copy(first);
+        EXPECT_EQ(type.GetUseCount(), 2);
+        TypeRef moved(std::move(copy));
+        EXPECT_EQ(type.GetUseCount(), 2);
+        TypeRef assigned;
+        assigned = first;
+        EXPECT_EQ(type.GetUseCount(), 3);
+        assigned = std::move(moved);
+        EXPECT_EQ(assigned.Get(), &type);
+    }
+    EXPECT_EQ(type.GetUseCount(), 0);
+}
+
+TEST(TypeRef, MayBeSetToWhatItHolds) {
+    bool alive = false;
+    TypeRef reference(new Mortal(alive));
+    reference->LeaveToUsers();
+    reference.Reset(reference.Get());
+    const TypeRef& same = reference;
+    reference = same;
+    EXPECT_TRUE(alive);
+    EXPECT_EQ(reference->GetUseCount(), 1);
+    reference.Reset(nullptr);
+    EXPECT_FALSE(alive);
+}
+
+TEST(TypeRef, TheLastUserFreesATypeThatWasLeftToUsers) {
+    bool alive = false;
+    TypeRef first(new Mortal(alive));
+    first->LeaveToUsers();
+    {
+        TypeRef second(first);
+        first.Reset(nullptr);
+        EXPECT_TRUE(alive);
+    }
+    EXPECT_FALSE(alive);
+}
+
+TEST(TypeRef, OtherTypesAreNeverFreed) {
+    bool alive = false;
+    auto* type = new Mortal(alive);
+    TypeRef(type).Reset(nullptr);
+    EXPECT_TRUE(alive);
+    type->LeaveToUsers();
+    type->TakeFromUsers();
+    TypeRef(type).Reset(nullptr);
+    EXPECT_TRUE(alive);
+    type->LeaveToUsers();
+    TypeRef held(type);
+    held.Detach(); // lets go without freeing
+    EXPECT_TRUE(alive);
+    delete type;
+}
+
+TEST(TypeRef, ARegisteredTypeIsNotLeftToUsers) {
+    bool alive = false;
+    auto* type = new Mortal(alive);
+    type->SetRegistered(true);
+    type->LeaveToUsers();
+    EXPECT_FALSE(type->IsLeftToUsers());
+    TypeRef(type).Reset(nullptr);
+    EXPECT_TRUE(alive);
+    type->SetRegistered(false);
+    delete type;
+}
+
+TEST(TypeRef, ALongChainOfBasesIsFreedWithoutRecursion) {
+    Type* base = nullptr;
+    for (int i = 0; i < 300000; ++i) {
+        auto* type = new CustomType("Link", 1);
+        type->SetBaseType(base);
+        type->LeaveToUsers();
+        base = type;
+    }
+    TypeRef(base).Reset(nullptr);
+}
+
+TEST(TypeRef, ADeletedTypeSurvivesOnlyForItsUsers) {
+    bool alive = false;
+    auto* type = new Mortal(alive);
+    EXPECT_FALSE(type->SurviveDeletion());
+    TypeRef user(type);
+    EXPECT_TRUE(type->SurviveDeletion());
+    user.Reset(nullptr);
+    EXPECT_FALSE(alive);
+}
+
+TEST(TypeRef, ACircleOfBasesIsNoUse) {
+    bool alive = false;
+    auto* type = new Mortal(alive);
+    type->SetBaseType(type);
+    EXPECT_FALSE(type->SurviveDeletion());
+    delete type;
+    EXPECT_FALSE(alive);
+}
+
+// -- values ---------------------------------------------------------------------------------------
+
+TEST(TypedValue, FreesItsBlockWithItsType) {
+    StringType text("Text", 1, 4);
+    TypedValue value;
+    EXPECT_FALSE(value);
+    const char* words[] = {"one", "two"};
+    value.Adopt(&text, text.NewValue(words, 2), 2);
+    EXPECT_TRUE(value);
+    EXPECT_EQ(value.GetType(), &text);
+    EXPECT_EQ(value.GetCount(), 2);
+    EXPECT_TRUE(text.IsInUse());
+    value.Adopt(&text, text.NewValue(words, 1), 1);
+    EXPECT_EQ(value.GetCount(), 1);
+    value.Clear();
+    EXPECT_EQ(value.Get(), nullptr);
+    EXPECT_FALSE(text.IsInUse());
+}
+
+TEST(TypedValue, MayAdoptTheBlockItHolds) {
+    StringType text("Text", 1, 4);
+    const char* word = "kept";
+    TypedValue value;
+    void* block = text.NewValue(&word, 1);
+    value.Adopt(&text, block, 1);
+    value.Adopt(&text, block, 1);
+    EXPECT_STREQ(*static_cast<char**>(value.Get()), "kept");
+}
+
+TEST(TypedValue, ANullBlockEmptiesIt) {
+    StringType text("Text", 1, 4);
+    TypedValue value;
+    value.Adopt(&text, text.NewValue(nullptr, 1), 1);
+    value.Adopt(&text, nullptr, 1);
+    EXPECT_FALSE(value);
+    EXPECT_FALSE(text.IsInUse());
+}
+
+TEST(TypedValue, KeepsItsTypeUntilTheBlockIsFreed) {
+    bool alive = false;
+    StringType text("Text", 1, 4);
+    auto* type = new Mortal(alive, &text);
+    const char* word = "word";
+    {
+        TypedValue value;
+        value.Adopt(type, type->NewValue(&word, 1), 1);
+        EXPECT_TRUE(type->SurviveDeletion());
+        EXPECT_STREQ(*static_cast<char**>(value.Get()), "word");
+        EXPECT_TRUE(alive);
+    }
+    EXPECT_FALSE(alive);
+}
+
+} // namespace
