@@ -1,12 +1,14 @@
 #include "xml/VersionOrder.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <queue>
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
+#include "schema/AttributeProperty.h"
 #include "schema/Template.h"
 
 namespace Kor {
@@ -24,6 +26,7 @@ public:
         for (size_t i = 1; i < versions.size(); ++i)
             AddVersionsBetween(versions, i);
         AddLateParents();
+        AddOwnTypes(versions);
         for (const Template* version : versions)
             AddDeclarationOrder(*version);
     }
@@ -68,22 +71,52 @@ private:
         return steps_.size() - 1;
     }
 
-    void AddVersion(const std::vector<const Template*>& versions, size_t at) {
+    /// The properties that a version introduces, and what they tell about how it came into being.
+    struct Own {
+        std::vector<const Property*> properties;
+        bool foundVersion = false; ///< It was there before the first of them.
+        bool madeVersion = false;  ///< It came with the first of them.
+    };
+
+    static Own CollectOwn(const std::vector<const Template*>& versions, size_t at) {
         const Template& version = *versions[at];
+        Own own;
+        for (const Property* property : version.GetDeclaredProperties()) {
+            const bool isFirst = own.properties.empty();
+            if (property->GetOwner() == &version &&
+                property->GetVersion() == version.GetVersion()) {
+                own.properties.push_back(property);
+                const auto* type = ObjectCast<Template>(GetTypeOf(*property));
+                const bool isOwnType = type && type->GetFullName() == version.GetFullName();
+                own.foundVersion =
+                    own.foundVersion ||
+                    (isFirst && (type == &version || CameAfterACopy(*property, versions, at)));
+                own.madeVersion = own.madeVersion || (isFirst && isOwnType &&
+                                                      type->GetVersion() < version.GetVersion());
+            } else if (isFirst && IsShared(*property, version)) {
+                own.foundVersion = true;
+            }
+        }
+        return own;
+    }
+
+    void AddVersion(const std::vector<const Template*>& versions, size_t at) {
+        const Template* version = versions[at];
         const Template* lower = at > 0 ? versions[at - 1] : nullptr;
         const size_t first = steps_.size();
-        const std::vector<Template*> introduced = GetIntroducedParents(version, lower);
+        const std::vector<Template*> introduced = GetIntroducedParents(*version, lower);
         std::vector<const Property*> older = FindOlder(versions, at, introduced);
-        if (!introduced.empty() && older.empty())
-            AddStep({&version, lower, nullptr, false});
-        for (const Property* property : version.GetDeclaredProperties()) {
-            if (property->GetOwner() == &version && property->GetVersion() == version.GetVersion())
-                nodes_.emplace(property, AddStep({&version, lower, property, false}));
-        }
-        if (steps_.size() == first && lower)
-            AddStep({&version, lower, nullptr, true});
-        if (!older.empty())
-            lateParents_.emplace_back(AddStep({&version, lower, nullptr, false}), std::move(older));
+        const Own own = CollectOwn(versions, at);
+        const bool madeByProperty = lower && own.madeVersion;
+        const bool parentsFirst = !introduced.empty() && older.empty() && !madeByProperty;
+        if (parentsFirst)
+            AddStep({version, lower, nullptr, false});
+        else if (lower && !madeByProperty && (own.properties.empty() || own.foundVersion))
+            AddStep({version, lower, nullptr, true});
+        for (const Property* property : own.properties)
+            nodes_.emplace(property, AddStep({version, lower, property, false}));
+        if (!introduced.empty() && !parentsFirst)
+            lateParents_.emplace_back(AddStep({version, lower, nullptr, false}), std::move(older));
         ranges_.push_back({first, steps_.size()});
     }
 
@@ -108,6 +141,45 @@ private:
             }
         }
         return older;
+    }
+
+    /// An attribute that refers to its own template got the version that was the latest.
+    void AddOwnTypes(const std::vector<const Template*>& versions) {
+        for (const auto& [property, node] : nodes_) {
+            const auto type = std::find(versions.begin(), versions.end(), GetTypeOf(*property));
+            for (auto version = type; version != versions.end(); ++version) {
+                const size_t creation =
+                    ranges_[static_cast<size_t>(version - versions.begin())].first;
+                if (version == versions.begin() || creation == node)
+                    continue;
+                if (version == type)
+                    AddEdge(creation, node);
+                else
+                    AddEdge(node, creation);
+            }
+        }
+    }
+
+    /// Whether the property is a lower version's own; copies have the version's or no owner.
+    static bool IsShared(const Property& property, const Template& version) {
+        return property.GetOwner() && property.GetOwner() != &version;
+    }
+
+    /// Whether a higher version that was copied from this one shares the property.
+    static bool CameAfterACopy(const Property& property,
+                               const std::vector<const Template*>& versions, size_t at) {
+        return std::any_of(versions.begin() + static_cast<std::ptrdiff_t>(at) + 1, versions.end(),
+                           [&](const Template* higher) {
+                               const auto& listed = higher->GetDeclaredProperties();
+                               return higher->GetPrevious() == versions[at] &&
+                                      std::find(listed.begin(), listed.end(), &property) !=
+                                          listed.end();
+                           });
+    }
+
+    static const Type* GetTypeOf(const Property& property) {
+        const auto* attribute = ObjectCast<AttributeProperty>(&property);
+        return attribute ? attribute->GetType() : nullptr;
     }
 
     void AddLateParents() {
