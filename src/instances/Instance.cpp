@@ -108,7 +108,8 @@ int Instance::RemoveTemplate(Template* removed, bool notify) {
 int Instance::UpdateTemplate(Template* old, bool notify) {
     TemplateManager* manager = TemplateManager::Get();
     Template* next = manager && old->GetVersion() < std::numeric_limits<int>::max()
-                         ? manager->GetTemplateVersion(old->GetFullName(), old->GetVersion() + 1)
+                         ? manager->GetTemplateVersion(old->GetFullName(),
+                                                       static_cast<unsigned>(old->GetVersion()) + 1)
                          : nullptr;
     const int place = templates_.Find(old->GetKey());
     if (!next || place < 0)
