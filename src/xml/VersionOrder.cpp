@@ -165,15 +165,18 @@ private:
         return property.GetOwner() && property.GetOwner() != &version;
     }
 
-    /// Whether a higher version that was copied from this one shares the property.
+    /// Whether a higher version was copied from this one without the property.
     static bool CameAfterACopy(const Property& property,
                                const std::vector<const Template*>& versions, size_t at) {
+        const auto isCopy = [&property](const Property* other) {
+            return other != &property && other->GetKey() == property.GetKey() &&
+                   other->GetVersion() == property.GetVersion();
+        };
         return std::any_of(versions.begin() + static_cast<std::ptrdiff_t>(at) + 1, versions.end(),
                            [&](const Template* higher) {
                                const auto& listed = higher->GetDeclaredProperties();
                                return higher->GetPrevious() == versions[at] &&
-                                      std::find(listed.begin(), listed.end(), &property) !=
-                                          listed.end();
+                                      std::none_of(listed.begin(), listed.end(), isCopy);
                            });
     }
 
