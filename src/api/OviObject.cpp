@@ -1,6 +1,7 @@
 #include "ovi/object.h"
 
 #include "api/Barrier.h"
+#include "core/ErrorItem.h"
 #include "core/Lockable.h"
 #include "manager/TemplateManager.h"
 #include "schema/Property.h"
@@ -38,6 +39,8 @@ void OviObject_Delete(OviObject* object) {
     With<Object>(object, [](Object& target) {
         if (TemplateManager::Exists() && &target == TemplateManager::Get()->GetRoot())
             return; // what everything falls back to goes with the manager alone
+        if (ObjectCast<ErrorItem>(&target))
+            return; // every one that a host can reach is the error manager's
         TakeFromOwner(&target);
         if (!IsStillNeeded(&target))
             delete &target;

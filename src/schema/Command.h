@@ -1,10 +1,13 @@
 #pragma once
 
 #include <string_view>
+#include <vector>
 
 #include "core/NamedObject.h"
 
 namespace Kor {
+
+class Property;
 
 /// An action that the host is to execute when an event occurs at a property. The command's name is
 /// what the host receives.
@@ -15,6 +18,9 @@ public:
     Command(std::string_view name, unsigned hostMask, unsigned trigger)
         : NamedObject(name), hostMask_(hostMask), trigger_(trigger) {}
 
+    /// Takes itself out of the properties that list it.
+    ~Command() override;
+
     int GetClass() const override { return kClassId; }
     bool ImplementsClass(int id) const override {
         return id == kClassId || NamedObject::ImplementsClass(id);
@@ -23,6 +29,13 @@ public:
         return std::unique_ptr<Object>(new Command(*this));
     }
     void WriteToXML(XMLWriter& writer) const override;
+
+    /// The properties that list the command follow its new name.
+    bool SetName(const char* name) override;
+
+    /// Kept by the properties that list the command.
+    void AddLister(Property* lister) { listers_.push_back(lister); }
+    void RemoveLister(Property* lister);
 
     /// The hosts, as bits, in which the command runs.
     unsigned GetHostMask() const { return hostMask_; }
@@ -35,11 +48,15 @@ public:
     void SetNotification(std::string_view text) { notification_.Assign(text); }
 
 private:
-    Command(const Command&) = default;
+    /// No property lists the copy.
+    Command(const Command& source)
+        : NamedObject(source), hostMask_(source.hostMask_), trigger_(source.trigger_),
+          notification_(source.notification_) {}
 
     unsigned hostMask_;
     unsigned trigger_;
     CompactString notification_;
+    std::vector<Property*> listers_;
 };
 
 } // namespace Kor

@@ -14,13 +14,17 @@ Property::Property(std::string_view name, int version)
 Property::Property(const Property& source)
     : NamedObject(source), VersionedObject(source), Lockable(source), fullName_(source.fullName_) {
     commands_.Reserve(source.commands_.GetCount());
-    for (const Command* command : source.commands_)
+    for (const Command* command : source.commands_) {
         commands_.Append(static_cast<Command*>(command->Clone().release()));
+        commands_.GetAt(commands_.GetCount() - 1)->AddLister(this);
+    }
 }
 
 Property::~Property() {
     while (!holders_.empty())
         holders_.back()->ForgetProperty(*this);
+    for (Command* command : commands_)
+        command->RemoveLister(this);
 }
 
 bool Property::SetName(const char* name) {
@@ -34,6 +38,24 @@ bool Property::SetName(const char* name) {
     for (Template* holder : holders)
         holder->ListName(*this);
     return true;
+}
+
+int Property::AddCommand(Command* command) {
+    Command* replaced = nullptr;
+    const int result = commands_.Insert(command, &replaced);
+    if (replaced)
+        replaced->RemoveLister(this);
+    command->AddLister(this);
+    return result;
+}
+
+int Property::RemoveCommand(Command* command) {
+    const int index = commands_.Find(command->GetKey());
+    if (index < 0)
+        return index;
+    commands_.GetAt(index)->RemoveLister(this);
+    commands_.Remove(commands_.GetAt(index));
+    return index;
 }
 
 void Property::SetOwner(Template* owner) {

@@ -55,8 +55,10 @@ public:
 
     /// The index, or the complement of the index of the command of that name that was overwritten
     /// (and is neither deleted nor returned).
-    int AddCommand(Command* command) { return commands_.Insert(command); }
-    int RemoveCommand(Command* command) { return commands_.Remove(command); }
+    int AddCommand(Command* command);
+
+    /// The index that the command of that name had, or the failed search's result.
+    int RemoveCommand(Command* command);
     int GetCommandCount() const { return commands_.GetCount(); }
     Command* GetCommandAt(int index) const { return commands_.GetAt(index); }
 
@@ -95,6 +97,10 @@ public:
     /// Kept by the templates that list the property.
     void AddHolder(Template* holder) { holders_.push_back(holder); }
     void RemoveHolder(Template* holder);
+
+    /// Called by a command around a change of its name and at its end.
+    void UnlistCommand(Command& command) { commands_.RemoveExactly(&command); }
+    void ListCommand(Command& command) { commands_.Place(&command); }
 
     /// The template that frees this copy although its version keeps it from being the owner.
     Template* GetKeeper() const { return keeper_; }

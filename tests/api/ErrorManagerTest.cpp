@@ -85,6 +85,14 @@ TEST_F(ErrorManagerTest, IgnoresOtherBitsOfTheMask) {
     EXPECT_EQ(OviErrorManager_GetErrorItemCount(~1), 2);
 }
 
+TEST_F(ErrorManagerTest, KeepsItemsThatAHostTriesToDelete) {
+    Add(1, "kept");
+    OviObject_Delete(OviErrorManager_GetErrorItemAt(0));
+    EXPECT_STREQ(OviErrorItem_GetMessage(OviErrorManager_GetErrorItemAt(0)), "kept");
+    OviErrorManager_Clear();
+    EXPECT_EQ(OviErrorManager_GetErrorItemAt(0), nullptr);
+}
+
 TEST_F(ErrorManagerTest, ForgetsEverythingWhenCleared) {
     for (const int level : {1, 2, 4, 8, 0})
         Add(level);

@@ -150,6 +150,18 @@ TEST_F(CommandsOfPropertiesTest, RemovalGoesByNameAndDeletesNothing) {
     EXPECT_EQ(NameOf(bake), "Bake");
 }
 
+TEST_F(CommandsOfPropertiesTest, KeepTheirOrderWhenRenamedAndLeaveTheListWhenDeleted) {
+    OviCommand* bake = OviProperty_GetCommandAt(points, 0);
+    CommandAt(points, 1);
+    EXPECT_TRUE(OviNamedObject_SetName(bake, "Zip"));
+    EXPECT_FALSE(OviNamedObject_SetName(bake, "not a name"));
+    EXPECT_EQ(OviProperty_GetCommandAt(points, 1), bake);
+    EXPECT_EQ(OviProperty_RemoveCommand(points, bake), 1);
+    EXPECT_EQ(OviProperty_AddCommand(points, bake), 1);
+    OviObject_Delete(bake);
+    EXPECT_EQ(CommandsOf(points), Names{"Refresh"});
+}
+
 TEST_F(CommandsOfPropertiesTest, AClonedPropertyHasCopiesOfThem) {
     OviProperty* clone = CloneOf(points);
     EXPECT_EQ(CommandsOf(clone), CommandsOf(points));
