@@ -30,11 +30,19 @@ void AttributeProperty::WriteToXML(XMLWriter& writer) const {
     XMLTemplateWriter(writer).WriteAttribute(*this);
 }
 
+/// How often this property alone keeps its type in use: its values do, too.
+int AttributeProperty::CountOwnUses() const {
+    int uses = 1;
+    for (const TypedValue* value : {&default_, &minimum_, &maximum_})
+        uses += value->GetType() == type_.Get() ? 1 : 0;
+    return uses;
+}
+
 bool AttributeProperty::SetType(Type* type) {
     if (type && !reference_ && GetOwner() && ObjectCast<Template>(type) &&
         type->RefersTo(GetOwner(), nullptr))
         return false;
-    if (type_ && type_.Get() != type && type_->GetUseCount() == 1)
+    if (type_ && type_.Get() != type && type_->GetUseCount() == CountOwnUses())
         type_->TakeFromUsers();
     type_.Reset(type);
     if (type && type->GetClass() == CustomType::kClassId)

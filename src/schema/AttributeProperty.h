@@ -68,6 +68,8 @@ private:
     void Store(TypedValue& slot, void* value);
     const void* GetReadable(const TypedValue& value) const;
 
+    int CountOwnUses() const;
+
     TypeRef type_;
     bool reference_ = false;
     TypedValue default_;

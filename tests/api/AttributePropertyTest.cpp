@@ -176,6 +176,17 @@ TEST_F(AttributePropertyTest, ACustomTypeThatIsReplacedGoesBackToTheCaller) {
     OviObject_Delete(custom);
 }
 
+TEST_F(AttributePropertyTest, ACustomTypeThatIsReplacedGoesBackToTheCallerAlsoWithValues) {
+    OviType* custom = OviCustomType_New("Custom", 1);
+    OviType_SetBaseType(custom, TypeNamed("STRING"));
+    OviAttributeProperty_SetType(number, custom);
+    OviAttributeProperty_SetDefaultValue(number, OviType_NewValue(custom, nullptr, 1));
+    OviAttributeProperty_SetType(number, TypeNamed("INT32"));
+    OviAttributeProperty_SetDefaultValue(number, nullptr);
+    EXPECT_STREQ(OviNamedObject_GetName(custom), "Custom");
+    OviObject_Delete(custom);
+}
+
 TEST_F(AttributePropertyTest, ARegisteredCustomTypeIsNotThePropertys) {
     OviType* custom = OviCustomType_New("Custom", 1);
     OviAttributeProperty* early = NewAttribute("early", 1, custom);
