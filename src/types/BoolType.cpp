@@ -23,6 +23,8 @@ void* BoolType::NewValue(const void* initial, int count) const {
 }
 
 int BoolType::CompareValues(const void* a, const void* b, int count) const {
+    if (count < 1)
+        return 0;
     if (!a || !b)
         return (a ? 1 : 0) - (b ? 1 : 0);
     for (int i = 0; i < count; ++i) {

@@ -44,6 +44,8 @@ public:
     void DeleteValue(void* value, int) const override { std::free(value); }
 
     int CompareValues(const void* a, const void* b, int count) const override {
+        if (count < 1)
+            return 0;
         if (!a || !b)
             return (a ? 1 : 0) - (b ? 1 : 0);
         for (int i = 0; i < count; ++i) {

@@ -139,8 +139,10 @@ TEST_P(IntTypeTest, ComparisonFollowsTheSignAndStopsAtTheFirstDifference) {
     EXPECT_EQ(compare({1, 2, 9}, {1, 3, 0}), -1);
     EXPECT_EQ(compare({2, 0}, {1, 9}), 1);
     EXPECT_EQ(compare({-1}, {1}), GetParam().isSigned ? -1 : 1);
-    for (const int count : {0, -1})
+    for (const int count : {0, -1}) {
         EXPECT_EQ(OviType_CompareValues(type_, Array({1}).data(), Array({2}).data(), count), 0);
+        EXPECT_EQ(OviType_CompareValues(type_, nullptr, Array({2}).data(), count), 0);
+    }
 }
 
 TEST_P(IntTypeTest, BoundsAreInclusiveAndZeroIsNone) {

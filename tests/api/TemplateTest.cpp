@@ -42,6 +42,13 @@ TEST_F(TemplateTest, TheRootGivesWayOnlyWhenItIsTheOnlyParent) {
     EXPECT_EQ(ParentsOf(made), (Names{"A#1", "B#1", "Object#1"}));
 }
 
+TEST_F(TemplateTest, AddingTheRootAgainPutsItInAnew) {
+    OviTemplate* made = Make("Mesh");
+    EXPECT_EQ(OviTemplate_AddParent(made, root), 0);
+    EXPECT_EQ(ParentsOf(made), Names{"Object#1"});
+    EXPECT_EQ(ChildrenOf(root), Names{"Mesh#1"});
+}
+
 TEST_F(TemplateTest, RemovingTheRootLeavesNoParent) {
     OviTemplate* made = Make("Mesh");
     EXPECT_EQ(OviTemplate_RemoveParent(made, root), 0);
