@@ -4,7 +4,7 @@
 
 #include "ovi/types.h"
 
-/** A pointer that the library holds for the host; null at first. */
+/** Reserved for a pointer of the host; null in this version. */
 OVI_API void* OviAsset_GetAssetNode(OviAsset* asset);
 
 /** The file that the asset refers to; "" when none. */
@@ -52,7 +52,7 @@ OVI_API bool OviAssetManager_LoadScene(const char* path);
 OVI_API bool OviAssetManager_SaveScene(const char* path);
 
 /** Whether an asset was added or removed since the last OviAssetManager_NewScene. Loading counts as
- *  adding; saving does not clear it. */
+ *  adding; saving does not clear it. Editing values and OviObject_Delete do not count. */
 OVI_API bool OviAssetManager_IsDirty(void);
 
 #endif

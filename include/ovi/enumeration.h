@@ -9,7 +9,7 @@
 OVI_API OviCustomType* OviCustomType_New(const char* name, int dimension);
 
 /** Adds an item, which the enumeration then owns. An item of the same name is overwritten, belongs
- *  to the caller, and the result is -(index + 1). */
+ *  to the caller, and the result is the complement of its index. */
 OVI_API int OviEnumeration_AddItem(OviEnumeration* enumeration, OviEnumerationItem* item);
 
 /** The item of exactly that full name, or null. */

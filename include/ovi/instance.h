@@ -32,8 +32,11 @@ OVI_API int OviInstance_RemoveTemplate(OviInstance* instance, OviTemplate* remov
  * Moves from an implemented version of a template to the next one and gives its place; -1,
  * changing nothing, when there is no next one or the version is not implemented. No value is lost.
  * Sends OVI_EVENT_TEMPLATE_DEPRECATED where it applies, OVI_EVENT_TEMPLATE_UPDATED,
- * OVI_EVENT_PROPERTY_REMOVED for dropped properties (their property instances stay), and for new
- * and changed properties OVI_EVENT_PROPERTY_ADDED, _UPDATED, _RENAMED or _DEPRECATED.
+ * OVI_EVENT_PROPERTY_REMOVED for dropped properties (their property instances stay), and
+ * OVI_EVENT_PROPERTY_ADDED for the version's own properties that had no property instance of their
+ * full name. A redefined property keeps its property instance; only one whose earlier definition
+ * has no owner is announced, by OVI_EVENT_PROPERTY_UPDATED, _RENAMED or _DEPRECATED. Properties
+ * that parents gained are not added.
  */
 OVI_API int OviInstance_UpdateTemplate(OviInstance* instance, OviTemplate* old);
 

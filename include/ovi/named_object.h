@@ -35,10 +35,11 @@ OVI_API void OviNamedObject_SetLabel(OviNamedObject* object, const char* languag
 /** Number of labels. */
 OVI_API int OviNamedObject_GetLabelCount(OviNamedObject* object);
 
-/** The language of a label, in ascending byte order; null for the default entry. */
+/** The language of a label, in ascending byte order; null for the default entry and out of range.
+ */
 OVI_API const char* OviNamedObject_GetLabelLanguageAt(OviNamedObject* object, int index);
 
-/** The text of a label. */
+/** The text of a label; "" out of range. */
 OVI_API const char* OviNamedObject_GetLabelTextAt(OviNamedObject* object, int index);
 
 /** As OviNamedObject_GetLabel, for descriptions. */
@@ -54,7 +55,7 @@ OVI_API int OviNamedObject_GetDescriptionCount(OviNamedObject* object);
 /** As OviNamedObject_GetLabelLanguageAt, for descriptions. */
 OVI_API const char* OviNamedObject_GetDescriptionLanguageAt(OviNamedObject* object, int index);
 
-/** The text of a description. */
+/** The text of a description; "" out of range. */
 OVI_API const char* OviNamedObject_GetDescriptionTextAt(OviNamedObject* object, int index);
 
 #endif

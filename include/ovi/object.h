@@ -5,7 +5,9 @@
 #include "ovi/types.h"
 
 /** Deletes an object. Null does nothing. An object that still has an owner is taken from it first;
- *  other objects must no longer refer to it. Sends no event. */
+ *  other objects must no longer refer to it. A type that values, properties or other types still
+ *  use is only taken from its owner and goes with the last of them. The root template and
+ *  error items are never deleted. Sends no event. */
 OVI_API void OviObject_Delete(OviObject* object);
 
 /** A deep copy of the same class, which belongs to the caller. Classes without a copy of their own

@@ -142,7 +142,7 @@ OVI_API bool OviTemplateManager_SaveTemplateFile(const char* fileName, const cha
 /** Number of search paths. */
 OVI_API int OviTemplateManager_GetSearchPathCount(void);
 
-/** A search path with its trailing backslash, in the order of adding. */
+/** A search path with its trailing backslash, in the order of adding; "" out of range. */
 OVI_API const char* OviTemplateManager_GetSearchPathAt(int index);
 
 /** Adds a directory below which packages are looked for; with `load`, loads all of them. The index
@@ -159,7 +159,9 @@ OVI_API int OviTemplateManager_RemoveSearchPath(const char* path);
 OVI_API int OviTemplateManager_EnumeratePackages(bool loadedOnly, int* size, char* buffer);
 
 /** Loads all template files of a package ("studio.props" is the directory studio/props) below the
- *  first search path that has it; true at once when it is loaded already. */
+ *  first search path that has it; true at once when it is loaded already. A file that cannot be
+ *  read ends that search path's copy, and the next search path is tried; what was read before
+ *  stays. False when no search path has the package or all copies fail. */
 OVI_API bool OviTemplateManager_LoadPackage(const char* name);
 
 /** Loads the file a/b/C.template of the template "a.b.C" below the first search path that has it.

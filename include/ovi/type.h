@@ -44,7 +44,8 @@ OVI_API void OviType_DeleteValue(OviType* type, void* value, int count);
 OVI_API int OviType_CompareValues(OviType* type, const void* a, const void* b, int count);
 
 /** Writes the text of an element to `buffer`, which must be large enough, without a terminating
- *  NUL, and gives its length. 8-bit integers are written as the single character. */
+ *  NUL, and gives its length; a null buffer only measures. 8-bit integers are written as the single
+ * character. */
 OVI_API int OviType_GetValueAsString(OviType* type, const void* value, int index, char* buffer);
 
 /** Reads a text into an element of an existing block and gives the bytes of one element (for texts:
@@ -63,7 +64,8 @@ OVI_API int OviType_WriteValueToBinary(OviType* type, const void* value, int cou
 /**
  * Writes the type's declaration as XML, `indent` levels deep. `size` holds the buffer's size in
  * bytes; when the text and its NUL do not fit, as much as fits is copied without a NUL and `size`
- * becomes the size needed.
+ * becomes the size needed; otherwise `size` stays. A null buffer only measures; a null `size` does
+ * nothing.
  */
 OVI_API void OviType_WriteToXML(OviType* type, int indent, int* size, char* buffer);
 

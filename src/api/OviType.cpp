@@ -15,7 +15,11 @@ OviType* OviType_GetBaseType(OviType* type) {
 }
 
 void OviType_SetBaseType(OviType* type, OviType* base) {
-    With<Type>(type, [base](Type& self) { self.SetBaseType(From<Type>(base)); });
+    With<Type>(type, [base](Type& self) {
+        Type* given = From<Type>(base);
+        if (given || !base)
+            self.SetBaseType(given);
+    });
 }
 
 int OviType_GetAlignment(OviType* type) {

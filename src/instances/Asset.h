@@ -18,7 +18,7 @@ public:
         return id == kClassId || Instance::ImplementsClass(id);
     }
 
-    /// A value that the library holds for the host.
+    /// Reserved for a pointer of the host; nothing sets it yet.
     void* GetAssetNode() const { return assetNode_; }
 
     /// The file the asset refers to, or "".
