@@ -155,9 +155,12 @@ void XMLWriter::CloseTag() {
 }
 
 void XMLWriter::BreakLine() {
+    static constexpr std::string_view kTabs = "\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t";
     Put("\n");
-    for (size_t i = 0; i < openNames_.size(); ++i)
-        Put("\t");
+    size_t levels = openNames_.size();
+    for (; levels > kTabs.size(); levels -= kTabs.size())
+        Put(kTabs);
+    Put(kTabs.substr(0, levels));
 }
 
 void XMLWriter::Put(std::string_view text) {
