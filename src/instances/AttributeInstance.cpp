@@ -179,7 +179,7 @@ void AttributeInstance::AnnounceNestedTemplates() const {
 void AttributeInstance::OrphanNestedInstances() const {
     for (int i = 0; i < dimension_; ++i) {
         Instance* nested = GetNestedInstance(i);
-        if (nested && nested->GetParentPropertyInstance() == this)
+        if (nested && nested->GetHolder() == this)
             nested->AttachSilently(nullptr);
     }
 }
@@ -204,12 +204,17 @@ void AttributeInstance::ResizeNested(Type* type, int dimension) {
 void AttributeInstance::AdoptValue(Type* type, int dimension, void* block) {
     FreeValue();
     dimension_ = dimension;
-    const Type* storage = type ? type->GetStorageType() : nullptr;
-    if (!block && dimension < 1 && storage && !ObjectCast<Template>(storage))
+    const bool holdsInstances = IsTemplateValue(type);
+    if (!block && dimension < 1 && type && type->GetStorageType() && !holdsInstances)
         block = emptyBlock;
     value_ = block;
-    if (block)
-        valueType_.Reset(type);
+    if (!block)
+        return;
+    valueType_.Reset(type);
+    for (int i = 0; holdsInstances && i < dimension_; ++i) {
+        if (Instance* nested = GetNestedInstance(i))
+            nested->SetHolder(this);
+    }
 }
 
 void AttributeInstance::FreeValue() {

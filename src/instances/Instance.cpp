@@ -33,7 +33,7 @@ Instance::Instance(std::string_view name, Place place)
 }
 
 Instance::~Instance() {
-    if (auto* holder = ObjectCast<AttributeInstance>(parent_))
+    if (auto* holder = ObjectCast<AttributeInstance>(holder_))
         holder->ForgetNestedInstance(*this);
     if (abandoned_) {
         auto& abandoned = Abandoned();
@@ -254,16 +254,21 @@ bool Instance::IsValid() const {
 
 // -- place in other instances ---------------------------------------------------------------------
 
+void Instance::AttachSilently(PropertyInstance* parent) {
+    holder_ = parent;
+    hasParent_ = parent != nullptr;
+}
+
 void Instance::SetParentPropertyInstance(PropertyInstance* parent) {
-    parent_ = parent;
+    AttachSilently(parent);
     if (parent)
         SetName(parent->GetName());
 }
 
 Asset* Instance::GetParentAsset() {
     Instance* top = this;
-    while (top->parent_ && top->parent_->GetInstance())
-        top = top->parent_->GetInstance();
+    while (top->hasParent_ && top->holder_->GetInstance())
+        top = top->holder_->GetInstance();
     return ObjectCast<Asset>(top);
 }
 

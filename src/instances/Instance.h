@@ -78,11 +78,11 @@ public:
     /// The sum of the templates' value sizes; may make property instances, and is deliberately not
     /// in general the number of bytes that WriteToBinary uses.
     unsigned GetSize();
-    unsigned WriteToBinary(void* buffer, unsigned bufferSize);
+    unsigned WriteToBinary(void* buffer, unsigned bufferSize) const;
 
     // -- place in other instances ---------------------------------------------------------------
 
-    PropertyInstance* GetParentPropertyInstance() const { return parent_; }
+    PropertyInstance* GetParentPropertyInstance() const { return hasParent_ ? holder_ : nullptr; }
 
     /// Setting a parent announces a renaming to the parent's (always empty) name, which is then
     /// refused: kept so because hosts listen for it.
@@ -92,7 +92,12 @@ public:
     Asset* GetParentAsset();
 
     /// Sets the parent, or none, without announcing anything.
-    void AttachSilently(PropertyInstance* parent) { parent_ = parent; }
+    void AttachSilently(PropertyInstance* parent);
+
+    /// The attribute whose value the instance is an element of. It is known for every element,
+    /// though only the first of those made on demand have it as their parent.
+    PropertyInstance* GetHolder() const { return holder_; }
+    void SetHolder(PropertyInstance* holder) { holder_ = holder; }
 
     /// A copy with everything but the parent, its nested instances copied too; silent.
     std::unique_ptr<Instance> CopyForValue();
@@ -131,7 +136,8 @@ private:
 
     SortedObjectList<Template> templates_;
     SortedObjectList<PropertyInstance> propertyInstances_;
-    PropertyInstance* parent_ = nullptr;
+    PropertyInstance* holder_ = nullptr;
+    bool hasParent_ = false;
     bool freeStanding_;
     bool abandoned_ = false;
 
