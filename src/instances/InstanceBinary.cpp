@@ -1,7 +1,11 @@
 // The packed form of an instance: its attribute values, one behind the other.
 
+#include <algorithm>
 #include <cstring>
+#include <optional>
+#include <vector>
 
+#include "instances/AttributeInstance.h"
 #include "instances/Instance.h"
 #include "schema/AttributeProperty.h"
 #include "schema/TemplateSize.h"
@@ -16,6 +20,117 @@ int Remaining(unsigned bufferSize, unsigned offset) {
     return static_cast<int>(bufferSize - offset);
 }
 
+/// A value made of instances that are being packed, and the element reached in it.
+struct OpenValue {
+    const AttributeInstance* attribute;
+    char* start;
+    BinaryPacker packer;
+    int nextElement = 0;
+};
+
+/// An instance that is being packed, and the place reached in it.
+struct OpenInstance {
+    const Instance* instance;
+    char* block;
+    unsigned size;
+    unsigned offset = 0;
+    int nextTemplate = 0;
+    int nextProperty = 0;
+    std::optional<OpenValue> value = std::nullopt;
+};
+
+/// Packs an instance. Values nest instances in instances, so it keeps a stack of its own.
+class InstancePacker {
+public:
+    unsigned Run(const Instance& instance, char* block, unsigned size) {
+        path_.push_back({&instance, block, size});
+        while (!path_.empty()) {
+            OpenInstance& open = path_.back();
+            if (open.value)
+                WriteNextElement(open);
+            else if (open.nextTemplate < open.instance->GetTemplateCount())
+                WriteNextProperty(open);
+            else
+                Close();
+        }
+        return used_;
+    }
+
+private:
+    void WriteNextProperty(OpenInstance& open) {
+        const Template& implemented = *open.instance->GetTemplateAt(open.nextTemplate);
+        const Property* property = implemented.GetPropertyByName(open.nextProperty++);
+        if (property) {
+            WriteProperty(open, *property);
+            return;
+        }
+        PadBehindTemplate(open, implemented);
+        ++open.nextTemplate;
+        open.nextProperty = 0;
+    }
+
+    static void WriteProperty(OpenInstance& open, const Property& property) {
+        const auto* declared = ObjectCast<AttributeProperty>(&property);
+        // Deliberately under the short name, which few property instances go by.
+        const PropertyInstance* found =
+            declared ? open.instance->GetPropertyInstances().Get(property.GetNameView()) : nullptr;
+        if (!found || !declared->GetType())
+            return;
+        open.offset += static_cast<unsigned>(declared->GetPadding(static_cast<int>(open.offset)));
+        char* position = open.block + open.offset;
+        const int remaining = Remaining(open.size, open.offset);
+        const auto* attribute = ObjectCast<AttributeInstance>(found);
+        if (attribute && attribute->HoldsInstances() && attribute->GetReadableValue() &&
+            remaining >= 0)
+            StartValue(open, *attribute, position, remaining);
+        else
+            open.offset += static_cast<unsigned>(found->WriteToBinary(position, remaining));
+    }
+
+    /// As the template's own writing of a value, but with the instances left to the stack.
+    static void StartValue(OpenInstance& open, const AttributeInstance& attribute, char* position,
+                           int remaining) {
+        const auto* type = ObjectCast<Template>(attribute.GetType()->GetStorageType());
+        open.value.emplace(OpenValue{&attribute, position, BinaryPacker(position, remaining)});
+        type->WriteCountToBinary(attribute.GetDimension(), open.value->packer);
+    }
+
+    void WriteNextElement(OpenInstance& open) {
+        OpenValue& value = *open.value;
+        if (value.nextElement == value.attribute->GetDimension()) {
+            open.offset += static_cast<unsigned>(value.packer.GetPosition());
+            open.value.reset();
+            return;
+        }
+        const Instance* nested = value.attribute->GetNestedInstance(value.nextElement++);
+        if (!nested)
+            return;
+        const int remaining = std::max(value.packer.GetRemaining(), 0);
+        path_.push_back(
+            {nested, value.start + value.packer.GetPosition(), static_cast<unsigned>(remaining)});
+    }
+
+    /// The padding in front of a value is counted from the block's start and leaves the gap as it
+    /// was; this one is counted on the address and filled with zeroes, even past the end. The two
+    /// differ on purpose.
+    static void PadBehindTemplate(OpenInstance& open, const Template& implemented) {
+        char* position = open.block + open.offset;
+        const int padding = PaddingOfAddress(position, implemented.GetAlignment());
+        std::memset(position, 0, static_cast<size_t>(padding));
+        open.offset += static_cast<unsigned>(padding);
+    }
+
+    void Close() {
+        used_ = path_.back().offset;
+        path_.pop_back();
+        if (!path_.empty())
+            path_.back().value->packer.Skip(static_cast<int>(used_));
+    }
+
+    std::vector<OpenInstance> path_;
+    unsigned used_ = 0;
+};
+
 } // namespace
 
 unsigned Instance::GetSize() {
@@ -27,29 +142,8 @@ unsigned Instance::GetSize() {
     return size;
 }
 
-/// The padding in front of a value is counted from the block's start and leaves the gap as it was;
-/// the padding behind a template is counted on the address and filled with zeroes, even past the
-/// end. The two differ on purpose.
-unsigned Instance::WriteToBinary(void* buffer, unsigned bufferSize) {
-    auto* block = static_cast<char*>(buffer);
-    unsigned offset = 0;
-    for (const Template* implemented : templates_) {
-        for (const Property* property : implemented->GetOwnProperties()) {
-            const auto* attribute = ObjectCast<AttributeProperty>(property);
-            // Deliberately under the short name, which few property instances go by.
-            const PropertyInstance* found =
-                attribute ? propertyInstances_.Get(property->GetNameView()) : nullptr;
-            if (!found || !attribute->GetType())
-                continue;
-            offset += static_cast<unsigned>(attribute->GetPadding(static_cast<int>(offset)));
-            offset += static_cast<unsigned>(
-                found->WriteToBinary(block + offset, Remaining(bufferSize, offset)));
-        }
-        const int padding = PaddingOfAddress(block + offset, implemented->GetAlignment());
-        std::memset(block + offset, 0, static_cast<size_t>(padding));
-        offset += static_cast<unsigned>(padding);
-    }
-    return offset;
+unsigned Instance::WriteToBinary(void* buffer, unsigned bufferSize) const {
+    return InstancePacker().Run(*this, static_cast<char*>(buffer), bufferSize);
 }
 
 } // namespace Kor

@@ -13,6 +13,8 @@
 
 namespace Kor {
 
+class BinaryPacker;
+
 /// One version of a class of scene objects: parents, properties, views. A template is itself a
 /// type; its values are arrays of references to Instance objects.
 class Template : public Type, public VersionedObject {
@@ -172,6 +174,10 @@ public:
 
     int WriteValueToBinary(const void* value, int count, void* buffer,
                            int bufferSize) const override;
+
+    /// What stands in front of a packed value of variable length; nothing for other templates.
+    void WriteCountToBinary(int count, BinaryPacker& packer) const;
+
     void WriteValueToXML(const void* value, int count, XMLWriter& writer) const override;
 
     // -- kept for Property, View and the walks --------------------------------------------------

@@ -109,18 +109,22 @@ int Template::GetValueSize(const void* value, int count) const {
     return MeasureTemplateValue(*this, static_cast<Instance* const*>(value), count);
 }
 
+void Template::WriteCountToBinary(int count, BinaryPacker& packer) const {
+    if (GetDimension() != 0)
+        return;
+    packer.PadWithin(GetAlignment());
+    packer.PadWithin(packer.GetRemaining() >= 4 ? 4 : 1);
+    if (packer.GetRemaining() >= 4)
+        packer.WriteInt(count);
+}
+
 int Template::WriteValueToBinary(const void* value, int count, void* buffer, int bufferSize) const {
     if (!buffer || bufferSize < 0)
         return 0;
     BinaryPacker packer(buffer, bufferSize);
-    if (GetDimension() == 0) {
-        packer.PadWithin(GetAlignment());
-        packer.PadWithin(packer.GetRemaining() >= 4 ? 4 : 1);
-        if (packer.GetRemaining() >= 4)
-            packer.WriteInt(count);
-    }
+    WriteCountToBinary(count, packer);
     for (int i = 0; i < count; ++i) {
-        if (Instance* instance = At(value, i)) {
+        if (const Instance* instance = At(value, i)) {
             const int size = std::max(packer.GetRemaining(), 0);
             packer.Skip(static_cast<int>(instance->WriteToBinary(
                 static_cast<char*>(buffer) + packer.GetPosition(), static_cast<unsigned>(size))));
