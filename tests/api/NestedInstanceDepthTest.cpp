@@ -2,6 +2,7 @@
 // size of the stack. Hosts call from threads with small ones.
 #if defined(__linux__)
 
+#include <filesystem>
 #include <functional>
 
 #include <pthread.h>
@@ -33,14 +34,14 @@ void RunOnSmallStack(std::function<void()> body) {
 class NestedInstanceDepthTest : public SceneTest {
 protected:
     /// `attribute` is the name under which instances know the property.
-    static std::string Chain(const std::string& attribute) {
+    static std::string Chain(const std::string& attribute, int depth = kDepth) {
         std::string text;
         const std::string implements = "<implements template='Link' version='1'/>";
-        for (int i = 0; i <= kDepth; ++i)
+        for (int i = 0; i <= depth; ++i)
             text += "<asset name='" + (i == 0 ? "top" : "n" + std::to_string(i)) + "'>" +
-                    implements + (i < kDepth ? "<attribute property='" + attribute + "'>" : "");
-        for (int i = 0; i <= kDepth; ++i)
-            text += i < kDepth ? "</asset></attribute>" : "</asset>";
+                    implements + (i < depth ? "<attribute property='" + attribute + "'>" : "");
+        for (int i = 0; i <= depth; ++i)
+            text += i < depth ? "</asset></attribute>" : "</asset>";
         return text;
     }
 
@@ -81,15 +82,31 @@ TEST_F(NestedInstanceDepthTest, IsLoadedCopiedWrittenAndDeletedOnASmallStack) {
         EXPECT_STREQ(OviNamedObject_GetName(copy), OviNamedObject_GetName(deepest));
         EXPECT_EQ(OviInstance_GetParentAsset(copy), box);
 
-        ASSERT_TRUE(OviAssetManager_SaveScene(PathOf("deep.asset").c_str()));
-        EXPECT_EQ(CountOf(ReadFile(PathOf("deep.asset")), "<asset "), 2 * kDepth + 3);
+        // Half a gigabyte of indentation, most of it: not for a disk.
+        const std::string scene = PathOf("deep.asset");
+        std::filesystem::create_symlink("/dev/null", scene);
+        EXPECT_TRUE(OviAssetManager_SaveScene(scene.c_str()));
         OviObject_Delete(top);
         OviAssetManager_NewScene();
-        EXPECT_EQ(OviInstance_GetParentPropertyInstance(copy),
-                  OviInstance_GetParentPropertyInstance(copy));
+        EXPECT_EQ(OviInstance_GetParentAsset(copy), nullptr); // it lives on without the box
+        EXPECT_EQ(OviInstance_GetTemplateCount(copy), 1);
         Ovi_Terminate();
         Ovi_Initialize();
     });
+}
+
+TEST_F(NestedInstanceDepthTest, IsTheSameAfterSavingAndLoading) {
+    Schema("<template name='Link'><attribute name='next' type='Link' reference='true'/>"
+           "</template>");
+    constexpr int kSmallDepth = 300;
+    ASSERT_TRUE(Load(Chain("Link.next", kSmallDepth)));
+    ASSERT_TRUE(OviAssetManager_SaveScene(PathOf("deep.asset").c_str()));
+    const std::string saved = ReadFile(PathOf("deep.asset"));
+    EXPECT_EQ(CountOf(saved, "<asset "), kSmallDepth + 1);
+    OviAssetManager_NewScene();
+    ASSERT_TRUE(OviAssetManager_LoadScene(PathOf("deep.asset").c_str()));
+    ASSERT_TRUE(OviAssetManager_SaveScene(PathOf("again.asset").c_str()));
+    EXPECT_TRUE(ReadFile(PathOf("again.asset")) == saved) << "the scene changed";
 }
 
 TEST_F(NestedInstanceDepthTest, IsPackedOnASmallStack) {
