@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 #include <string>
 
 #include "core/ByteStreams.h"
@@ -19,6 +20,8 @@ inline std::string GetXMLText(const NamedObject& object, int indent) {
     writer.AddIndent(indent);
     object.WriteToXML(writer);
     writer.Flush();
+    if (!sink.IsWhole())
+        throw std::bad_alloc();
     return sink.GetText();
 }
 

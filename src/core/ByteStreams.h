@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <exception>
 #include <string>
 #include <string_view>
 
@@ -42,15 +43,22 @@ private:
 /// Bytes into a string.
 class StringSink : public ByteSink {
 public:
+    /// False when memory runs out: writers also write while they are destroyed.
     bool Write(std::string_view bytes) override {
-        text_.append(bytes);
-        return true;
+        try {
+            text_.append(bytes);
+        } catch (const std::exception&) {
+            isWhole_ = false;
+        }
+        return isWhole_;
     }
 
     const std::string& GetText() const { return text_; }
+    bool IsWhole() const { return isWhole_; }
 
 private:
     std::string text_;
+    bool isWhole_ = true;
 };
 
 } // namespace Kor

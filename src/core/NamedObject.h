@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string_view>
+#include <utility>
 
 #include "core/CompactString.h"
 #include "core/LocalizedTextTable.h"
@@ -54,6 +55,9 @@ protected:
 
     /// Stores a name that has been checked.
     void StoreName(std::string_view name) { name_.Assign(name); }
+
+    /// Exchanges the name for one that has been checked; never fails.
+    void SwapName(CompactString& name) { std::swap(name_, name); }
 
     /// Takes over another object's labels, descriptions and comment.
     void CopyTexts(const NamedObject& other);

@@ -45,20 +45,30 @@ bool Type::SetName(const char* name) {
 bool Type::StoreName(std::string_view packageName, std::string_view name) {
     if (!IsValidName(name))
         return false;
-    std::string newPackage(packageName);
-    LeaveSortedLists();
-    NamedObject::StoreName(name);
-    packageName_.swap(newPackage);
-    UpdateFullName();
-    EnterSortedLists();
+    Rename(CompactString(name), std::string(packageName));
     return true;
 }
 
 void Type::SetPackageName(std::string_view packageName) {
-    std::string newPackage(packageName);
+    Rename(CompactString(GetNameView()), std::string(packageName));
+}
+
+void Type::Rename(CompactString name, std::string packageName) {
+    std::string fullName(fullName_);
+    const auto exchange = [&] {
+        SwapName(name);
+        packageName_.swap(packageName);
+    };
     LeaveSortedLists();
-    packageName_.swap(newPackage);
-    UpdateFullName();
+    exchange();
+    try {
+        UpdateFullName();
+    } catch (...) { // out of memory: name, package and full name must go on fitting together
+        exchange();
+        fullName_.swap(fullName);
+        EnterSortedLists();
+        throw;
+    }
     EnterSortedLists();
 }
 
@@ -169,7 +179,7 @@ void Type::WriteToXML(XMLWriter& writer) const {
 void Type::WriteValueToXML(const void* value, int count, XMLWriter& writer) const {
     if (count < 1 || !value)
         return;
-    std::string text;
+    std::string text; // of 8-bit integers deliberately the character, although numbers are read
     if (count == 1) {
         GetValueAsString(value, text, 0);
         writer.WriteAttribute("value", text);

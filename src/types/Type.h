@@ -167,6 +167,7 @@ protected:
 private:
     void StoreFileName(std::string fileName);
     bool StoreName(std::string_view packageName, std::string_view name);
+    void Rename(CompactString name, std::string packageName);
 
     TypeRef base_;
     std::string fileName_;

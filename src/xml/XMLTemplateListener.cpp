@@ -46,8 +46,11 @@ XMLTemplateListener::~XMLTemplateListener() {
         ReportUnclosed("enumeration", enumeration_->GetNameView());
 }
 
-void XMLTemplateListener::ReportUnclosed(const char* kind, std::string_view name) {
+/// Called at the listener's end, where no exception may get out: without memory nothing is said.
+void XMLTemplateListener::ReportUnclosed(const char* kind, std::string_view name) try {
     Error(std::string("Missing closing element for ") + kind + ": '" + std::string(name) + "'");
+} catch (const std::bad_alloc&) {
+    return;
 }
 
 void XMLTemplateListener::Error(const std::string& message) {
