@@ -1,0 +1,146 @@
+// Memory may run out at any allocation: no exception leaves the library, and it goes on working.
+
+#include <cstdlib>
+#include <new>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "ovi/ovi.h"
+
+namespace {
+
+/// Allocations until the next one fails; below 0 none does.
+long allocationsLeft = -1;
+bool hasFailed = false;
+
+void* Allocate(std::size_t size) {
+    if (allocationsLeft == 0) {
+        hasFailed = true;
+        throw std::bad_alloc();
+    }
+    if (allocationsLeft > 0)
+        --allocationsLeft;
+    if (void* memory = std::malloc(size == 0 ? 1 : size))
+        return memory;
+    throw std::bad_alloc();
+}
+
+} // namespace
+
+void* operator new(std::size_t size) {
+    return Allocate(size);
+}
+void* operator new[](std::size_t size) {
+    return Allocate(size);
+}
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    return std::malloc(size == 0 ? 1 : size);
+}
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+    return std::malloc(size == 0 ? 1 : size);
+}
+void operator delete(void* memory, const std::nothrow_t&) noexcept {
+    std::free(memory);
+}
+void operator delete[](void* memory, const std::nothrow_t&) noexcept {
+    std::free(memory);
+}
+void operator delete(void* memory) noexcept {
+    std::free(memory);
+}
+void operator delete[](void* memory) noexcept {
+    std::free(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
+void operator delete[](void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
+
+namespace {
+
+/// Runs the calls again and again, each time with one allocation more before all further ones
+/// fail, until there are enough.
+template <class Prepare, class Calls, class Check>
+void RunOutOfMemory(Prepare prepare, Calls calls, Check check) {
+    for (long allocations = 0; allocations < 2000; ++allocations) {
+        Ovi_Initialize();
+        prepare();
+        hasFailed = false;
+        allocationsLeft = allocations;
+        calls();
+        allocationsLeft = -1;
+        check();
+        Ovi_Terminate();
+        if (!hasFailed)
+            return;
+    }
+    FAIL() << "still not enough memory";
+}
+
+TEST(OutOfMemory, NamesAndTextsStayWhole) {
+    OviCustomType* type = nullptr;
+    const std::string text(100, 'x');
+    const std::string newName = "after." + text;
+    RunOutOfMemory([&] { type = OviCustomType_New("before.Type", 1); },
+                   [&] {
+                       OviNamedObject_SetName(type, newName.c_str());
+                       OviNamedObject_SetComment(type, text.c_str());
+                       OviNamedObject_SetLabel(type, "en", text.c_str());
+                       OviNamedObject_SetDescription(type, nullptr, text.c_str());
+                   },
+                   [&] {
+                       const std::string package = OviType_GetPackageName(type);
+                       const std::string name = OviNamedObject_GetName(type);
+                       EXPECT_EQ(OviType_GetFullName(type), package + "." + name);
+                       OviObject_Delete(type);
+                   });
+}
+
+TEST(OutOfMemory, DiagnosticsAreDroppedOrWhole) {
+    const std::string message(100, 'm');
+    RunOutOfMemory([] {},
+                   [&] {
+                       for (int i = 0; i < 3; ++i)
+                           OviErrorManager_AddErrorItem(1, message.c_str(), i, message.c_str());
+                   },
+                   [&] {
+                       const int count = OviErrorManager_GetErrorItemCount(1);
+                       for (int i = 0; i < count; ++i)
+                           EXPECT_EQ(OviErrorItem_GetMessage(OviErrorManager_GetErrorItemAt(i)),
+                                     message);
+                       EXPECT_EQ(OviErrorManager_GetErrorItemAt(count), nullptr);
+                   });
+}
+
+TEST(OutOfMemory, DeclarationsAreCopiedWholeOrNotAtAll) {
+    const std::string text(3000, 'x');
+    OviCustomType* type = nullptr;
+    uint32_t bytes = 0;
+    int size = 0;
+    OviInstance* instance = nullptr;
+    RunOutOfMemory(
+        [&] {
+            bytes = 0;
+            size = 0;
+            type = OviCustomType_New("Type", 1);
+            OviNamedObject_SetComment(type, text.c_str());
+            instance = OviInstance_New("Thing");
+            OviNamedObject_SetLabel(instance, nullptr, text.c_str());
+        },
+        [&] {
+            OviType_WriteToXML(type, 1, &size, nullptr);
+            OviInstance_WriteToXML(instance, 1, &bytes, nullptr);
+        },
+        [&] {
+            EXPECT_TRUE(size == 0 || size > 3000);
+            OviObject_Delete(type);
+            OviObject_Delete(instance);
+        });
+    EXPECT_GT(size, 3000);
+    EXPECT_GT(bytes, 0u);
+}
+
+} // namespace
