@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "core/ByteStreams.h"
 #include "types/IntType.h"
 #include "xml/XMLWriter.h"
 
