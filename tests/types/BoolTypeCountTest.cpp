@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "core/ByteStreams.h"
+#include "core/ByteStreams.h"
 #include "types/IntType.h"
 #include "xml/XMLWriter.h"
 
