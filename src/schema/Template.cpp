@@ -28,11 +28,13 @@ template <class T> bool TakeOut(std::vector<T*>& list, const T* entry) {
 
 Template::Template(std::string_view name, int dimension, int alignment)
     : Type(name, dimension, alignment), VersionedObject(1) {
+    ++liveCount_;
     Template::UpdateFullName();
 }
 
 Template::Template(const Template& source, AsVersion version)
     : Type(source), VersionedObject(source), latestVersion_(source.latestVersion_) {
+    ++liveCount_;
     VersionedObject::SetVersion(version.version);
     Template::UpdateFullName();
 }
@@ -41,6 +43,7 @@ Template::~Template() {
     // A dying manager is out of reach already: then nobody falls back to its root.
     TemplateManager* manager = TemplateManager::Exists() ? TemplateManager::Get() : nullptr;
     Clear(manager ? manager->GetRoot() : nullptr);
+    --liveCount_;
 }
 
 std::unique_ptr<Object> Template::Clone() const {
@@ -128,7 +131,7 @@ void Template::EnterSortedLists() {
 // -- parents and children -------------------------------------------------------------------------
 
 int Template::AddParent(Template* parent) {
-    if (parent == this || parent->IsDescendantOf(this))
+    if (parent == this || (MayHaveDescendants() && parent->IsDescendantOf(this)))
         return -1;
     TemplateManager* manager = TemplateManager::Get();
     Template* root = manager ? manager->GetRoot() : nullptr;
@@ -144,6 +147,14 @@ int Template::AddParent(Template* parent) {
         ReplaceParent(replaced, parent);
     }
     return result;
+}
+
+/// False for most templates that get their first parents, which saves the walk through all
+/// ancestors. Descent goes by key, so that the children of another template of the same key count.
+bool Template::MayHaveDescendants() const {
+    const TemplateManager* manager = TemplateManager::Exists() ? TemplateManager::Get() : nullptr;
+    const bool allRegistered = manager && manager->GetTemplateCount() == liveCount_;
+    return HasChildren() || !allRegistered || !manager->IsOnlyOneOfItsKey(*this);
 }
 
 /// Deliberately the new parent does not show this child, and the replaced one goes on doing so.
@@ -231,7 +242,8 @@ void Template::DropChildren(Template* fallback) {
 
 int Template::AddProperty(Property* property, int position, bool* refused) {
     Property* existing = propertiesByName_.Get(property->GetKey());
-    const bool containsItself = property->RefersTo(this, nullptr);
+    // Only what is used as a type or has children can be met inside of another type.
+    const bool containsItself = (IsInUse() || HasChildren()) && property->RefersTo(this, nullptr);
     const bool duplicate = existing && existing->GetVersion() == GetVersion();
     if (refused)
         *refused = containsItself || duplicate || existing == property;

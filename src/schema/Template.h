@@ -207,6 +207,8 @@ private:
     };
     Template(const Template& source, AsVersion version);
 
+    bool HasChildren() const { return !children_.IsEmpty() || !unlistedChildren_.empty(); }
+    bool MayHaveDescendants() const;
     void CopyParentsAndProperties(const Template& source);
     void LinkChild(Template* child);
     void UnlinkChild(Template* child);
@@ -245,6 +247,8 @@ private:
     mutable std::vector<Property*> instanceProperties_;
     mutable std::uint64_t instancePropertiesRevision_ = 0;
     mutable std::uint64_t lastWalk_ = 0;
+
+    static inline int liveCount_ = 0;
 };
 
 } // namespace Kor

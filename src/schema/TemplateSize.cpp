@@ -48,7 +48,7 @@ private:
     using Key = std::pair<const Template*, const void*>;
 
     /// Only so many steps are exact in circles of references; beyond, sizes met once are kept.
-    static constexpr int kPatience = 1000000;
+    static constexpr int kPatience = 100000;
 
     static Key KeyOf(const Frame& frame) {
         if (!frame.elements)
