@@ -149,11 +149,16 @@ XMLTemplateFileWriter::XMLTemplateFileWriter(const TemplateManager& manager,
 
 std::set<std::string> XMLTemplateFileWriter::CollectUsedPackages() const {
     std::set<std::string> packages;
-    for (const auto* group : {&plainTypes_, &enumerations_, &templates_}) {
-        for (const Type* type : *group)
-            type->CollectPackages(packages);
+    // Types may build on each other in long chains: each is asked once.
+    std::unordered_set<const Type*> asked;
+    for (const auto* group : {&plainTypes_, &enumerations_}) {
+        for (const Type* type : *group) {
+            for (; type && asked.insert(type).second; type = type->GetBaseType())
+                packages.insert(type->GetPackageName());
+        }
     }
     for (const Type* type : templates_) {
+        type->CollectPackages(packages);
         for (const Type* needed : GetNeeded(*type))
             packages.insert(needed->GetPackageName());
     }
