@@ -15,17 +15,29 @@ public:
     /// File names are shown as they go on behind `root`.
     static std::string Of(const std::string& root = "") { return SchemaDump(root).TakeAll(); }
 
+    /// Only what one file defines.
+    static std::string OfFile(const std::string& file) {
+        SchemaDump dump("");
+        dump.onlyFile_ = file;
+        return dump.TakeAll();
+    }
+
 private:
     explicit SchemaDump(const std::string& root) : root_(root) {}
 
     std::string TakeAll() {
         for (int i = 0; i < OviTemplateManager_GetTypeCount(); ++i)
-            TakeType(OviTemplateManager_GetTypeAt(i));
+            Take(OviTemplateManager_GetTypeAt(i), &SchemaDump::TakeType);
         for (int i = 0; i < OviTemplateManager_GetEnumerationCount(); ++i)
-            TakeEnumeration(OviTemplateManager_GetEnumerationAt(i));
+            Take(OviTemplateManager_GetEnumerationAt(i), &SchemaDump::TakeEnumeration);
         for (int i = 0; i < OviTemplateManager_GetTemplateCount(); ++i)
-            TakeTemplate(OviTemplateManager_GetTemplateAt(i));
+            Take(OviTemplateManager_GetTemplateAt(i), &SchemaDump::TakeTemplate);
         return text_;
+    }
+
+    template <class T> void Take(T* type, void (SchemaDump::*take)(T*)) {
+        if (onlyFile_.empty() || onlyFile_ == OviType_GetFileName(type))
+            (this->*take)(type);
     }
 
     // -- objects --------------------------------------------------------------------------------
@@ -181,6 +193,7 @@ private:
     void Line(const std::string& line) { text_ += line + "\n"; }
 
     std::string root_;
+    std::string onlyFile_;
     std::string text_;
     std::map<OviProperty*, size_t> numbers_;
 };
