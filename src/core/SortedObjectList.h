@@ -92,6 +92,12 @@ public:
 
     bool Contains(const T* object) const { return IndexOf(object) >= 0; }
 
+    /// Restores the order after keys changed in place.
+    void Resort() {
+        std::stable_sort(objects_.begin(), objects_.end(),
+                         [](const T* a, const T* b) { return a->GetKey() < b->GetKey(); });
+    }
+
     void Clear() { objects_.clear(); }
     void Reserve(int count) { objects_.reserve(static_cast<size_t>(count)); }
 

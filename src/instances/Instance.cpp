@@ -12,6 +12,7 @@
 #include "manager/RetiredSchema.h"
 #include "manager/TemplateManager.h"
 #include "notify/NotificationManager.h"
+#include "schema/SchemaRevision.h"
 
 namespace Kor {
 
@@ -77,16 +78,16 @@ int Instance::AddTemplate(Template* added, bool notify) {
 }
 
 void Instance::AddPropertyInstances(const std::vector<Property*>& properties) {
-    if (!propertyInstances_.IsEmpty()) {
+    if (!Sorted().IsEmpty()) {
         for (Property* property : properties)
             AddPropertyInstance(*property, false);
         return;
     }
     // The first template's properties come sorted and without duplicates.
-    propertyInstances_.Reserve(static_cast<int>(properties.size()));
+    Sorted().Reserve(static_cast<int>(properties.size()));
     for (Property* property : properties) {
         if (auto created = property->CreateInstance(*this))
-            propertyInstances_.Append(created.release());
+            Sorted().Append(created.release());
     }
 }
 
@@ -153,12 +154,12 @@ void Instance::AnnounceDroppedProperties(const Template& old, const Template& ne
 /// deliberately mirrors the one for templates.
 void Instance::UpdateProperty(Property& property, bool notify) {
     auto* previous = dynamic_cast<Property*>(property.GetPrevious());
-    PropertyInstance* found = previous ? propertyInstances_.Get(previous->GetNameView()) : nullptr;
+    PropertyInstance* found = previous ? Sorted().Get(previous->GetNameView()) : nullptr;
     if (!found) {
         AddPropertyInstance(property, notify);
         return;
     }
-    propertyInstances_.RemoveExactly(found);
+    Sorted().RemoveExactly(found);
     const int oldStatus = found->GetProperty()->GetVersionStatus();
     const int newStatus = property.GetVersionStatus();
     int event = kPropertyUpdated;
@@ -170,7 +171,7 @@ void Instance::UpdateProperty(Property& property, bool notify) {
         void* argument = event == kPropertyDeprecated ? nullptr : &property;
         notifications->NotifyPropertyInstance(found, event, argument);
     }
-    propertyInstances_.Insert(found);
+    Sorted().Insert(found);
 }
 
 Template* Instance::GetTemplate(std::string_view name) const {
@@ -199,8 +200,18 @@ Template* Instance::FindTemplateVersion(std::string_view name, int version) cons
 
 // -- property instances ---------------------------------------------------------------------------
 
+/// A property that gets another owner changes its full name, and with it the key by which the list
+/// is sorted.
+SortedObjectList<PropertyInstance>& Instance::Sorted() const {
+    if (sortedBy_ != SchemaRevision::GetKeys()) {
+        propertyInstances_.Resort();
+        sortedBy_ = SchemaRevision::GetKeys();
+    }
+    return propertyInstances_;
+}
+
 PropertyInstance* Instance::GetPropertyInstance(std::string_view fullName, bool create) {
-    PropertyInstance* found = propertyInstances_.Get(fullName);
+    PropertyInstance* found = Sorted().Get(fullName);
     if (found || !create)
         return found;
     TemplateManager* manager = TemplateManager::Get();
@@ -209,12 +220,12 @@ PropertyInstance* Instance::GetPropertyInstance(std::string_view fullName, bool 
 }
 
 PropertyInstance* Instance::AddPropertyInstance(Property& property, bool notify) {
-    if (PropertyInstance* existing = propertyInstances_.Get(property.GetFullName()))
+    if (PropertyInstance* existing = Sorted().Get(property.GetFullName()))
         return existing;
     std::unique_ptr<PropertyInstance> created = property.CreateInstance(*this);
     if (!created)
         return nullptr;
-    propertyInstances_.Insert(created.get());
+    Sorted().Insert(created.get());
     PropertyInstance* added = created.release();
     if (notify)
         Notify(kPropertyAdded, added);
@@ -222,10 +233,10 @@ PropertyInstance* Instance::AddPropertyInstance(Property& property, bool notify)
 }
 
 int Instance::RemovePropertyInstance(Property& property, bool notify) {
-    PropertyInstance* found = propertyInstances_.Get(property.GetFullName());
+    PropertyInstance* found = Sorted().Get(property.GetFullName());
     if (!found)
         return -1;
-    const int index = propertyInstances_.Remove(found);
+    const int index = Sorted().Remove(found);
     if (notify)
         Notify(kPropertyRemoved, found);
     found->LeaveInstance();
@@ -234,11 +245,11 @@ int Instance::RemovePropertyInstance(Property& property, bool notify) {
 }
 
 void Instance::ForgetPropertyInstance(PropertyInstance& propertyInstance) {
-    propertyInstances_.RemoveExactly(&propertyInstance);
+    Sorted().RemoveExactly(&propertyInstance);
 }
 
 bool Instance::IsPropertyInstanceValid(std::string_view fullName) const {
-    const PropertyInstance* found = propertyInstances_.Get(fullName);
+    const PropertyInstance* found = Sorted().Get(fullName);
     return found && found->IsValid();
 }
 

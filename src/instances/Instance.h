@@ -65,9 +65,7 @@ public:
     PropertyInstance* AddPropertyInstance(Property& property, bool notify);
     int RemovePropertyInstance(Property& property, bool notify);
     bool IsPropertyInstanceValid(std::string_view fullName) const;
-    const SortedObjectList<PropertyInstance>& GetPropertyInstances() const {
-        return propertyInstances_;
-    }
+    const SortedObjectList<PropertyInstance>& GetPropertyInstances() const { return Sorted(); }
 
     /// Whether the own properties of all implemented templates are valid; inherited properties are
     /// deliberately not looked at.
@@ -126,6 +124,7 @@ protected:
     virtual void EnterSortedLists() {}
 
 private:
+    SortedObjectList<PropertyInstance>& Sorted() const;
     void AddPropertyInstances(const std::vector<Property*>& properties);
     void DeletePropertyInstances();
     void ReleaseTemplates();
@@ -135,7 +134,8 @@ private:
     void CopyShallow(const Instance& source);
 
     SortedObjectList<Template> templates_;
-    SortedObjectList<PropertyInstance> propertyInstances_;
+    mutable SortedObjectList<PropertyInstance> propertyInstances_;
+    mutable std::uint64_t sortedBy_ = 0; // the state of the full names that the order is for
     PropertyInstance* holder_ = nullptr;
     bool hasParent_ = false;
     bool freeStanding_;

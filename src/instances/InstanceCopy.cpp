@@ -14,7 +14,8 @@ namespace {
 
 using Pending = std::vector<std::pair<Instance*, Instance*>>;
 
-/// Gives an attribute copies of another one's nested instances and enters them as pending.
+/// Gives an attribute copies of another one's nested instances and enters them as pending. A value
+/// that was never read stays unset: making it would not end where a template refers to itself.
 void CopyNested(const AttributeInstance& source, AttributeInstance& copy, Pending& pending) {
     if (!source.GetStoredValue())
         return;
@@ -47,7 +48,7 @@ std::unique_ptr<Instance> Instance::CopyForValue() {
         const auto [source, copy] = pending.back();
         pending.pop_back();
         copy->CopyShallow(*source);
-        for (PropertyInstance* original : source->propertyInstances_) {
+        for (PropertyInstance* original : source->Sorted()) {
             PropertyInstance* made = original->GetProperty()->CreateInstance(*copy).release();
             copy->propertyInstances_.Append(made);
             made->CopyFrom(*original);

@@ -72,6 +72,8 @@ void Property::UpdateFullName() {
 }
 
 void Property::StoreFullName(std::string fullName) {
+    if (IsInUse() && fullName != fullName_)
+        SchemaRevision::AdvanceKeys();
     fullName_.swap(fullName);
     SchemaRevision::Advance();
 }

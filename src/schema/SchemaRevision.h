@@ -11,8 +11,14 @@ public:
     static std::uint64_t Get() { return revision_; }
     static void Advance() { ++revision_; }
 
+    /// The same for the full names of properties that property instances refer to: lists sorted by
+    /// them must then be sorted anew.
+    static std::uint64_t GetKeys() { return keys_; }
+    static void AdvanceKeys() { ++keys_; }
+
 private:
     static inline std::uint64_t revision_ = 1;
+    static inline std::uint64_t keys_ = 1;
 };
 
 } // namespace Kor

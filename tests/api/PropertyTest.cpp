@@ -72,6 +72,20 @@ TEST_F(PropertyTest, NullIsHarmless) {
     OviObject_Delete(points);
 }
 
+TEST_F(PropertyTest, ThatGetsAnotherOwnerIsFoundUnderItsNewFullNameByInstances) {
+    OviTemplate* mesh = Make("Mesh");
+    OviAttributeProperty* a = AddAttribute(mesh, "a");
+    AddAttribute(mesh, "b");
+    OviInstance* instance = OviInstance_New("instance");
+    OviInstance_AddTemplate(instance, mesh);
+    OviPropertyInstance* ofA = OviInstance_GetPropertyInstance(instance, "Mesh.a", false);
+    OviPropertyInstance* ofB = OviInstance_GetPropertyInstance(instance, "Mesh.b", false);
+    OviTemplate_AddProperty(Make("Zoo"), a, -1);
+    EXPECT_EQ(OviInstance_GetPropertyInstance(instance, "Zoo.a", false), ofA);
+    EXPECT_EQ(OviInstance_GetPropertyInstance(instance, "Mesh.b", false), ofB);
+    OviObject_Delete(instance);
+}
+
 // -- commands, which only files can make ----------------------------------------------------------
 
 class CommandsOfPropertiesTest : public PropertyTest {
