@@ -68,7 +68,7 @@ void* AttributeInstance::GetValue() {
     if (value_ || !type)
         return value_;
     AdoptValue(type, dimension_,
-               type->NewValue(GetAttributeProperty().GetReadableDefault(), dimension_));
+               type->NewValue(GetAttributeProperty().GetReadableDefault(dimension_), dimension_));
     if (HoldsInstances())
         LinkNestedInstance();
     return value_;
@@ -82,7 +82,7 @@ void AttributeInstance::SetValue(const void* source) {
     const int dimension = dimension_;
     TypedValue copy;
     copy.Adopt(type.Get(), type->NewValue(source, dimension), dimension);
-    Announce(*type.Get(), source, dimension);
+    Announce(*type.Get(), copy.Get(), dimension);
     RemoveNestedTemplates();
     AdoptValue(type.Get(), dimension, copy.Release());
     if (HoldsInstances()) {

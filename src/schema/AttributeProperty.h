@@ -37,8 +37,10 @@ public:
     void* GetMinValue() const { return minimum_.Get(); }
     void* GetMaxValue() const { return maximum_.Get(); }
 
-    /// The default, unless it is a block of another type's form or dimension.
-    const void* GetReadableDefault() const { return GetReadable(default_); }
+    /// The default, unless it is a block of another type's form or has fewer elements than that.
+    const void* GetReadableDefault(int count) const {
+        return default_.GetCount() >= count ? GetReadable(default_) : nullptr;
+    }
 
     void SetDefaultValue(void* value) { Store(default_, value); }
     void SetMinValue(void* value) { Store(minimum_, value); }

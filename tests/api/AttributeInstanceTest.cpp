@@ -51,6 +51,18 @@ protected:
     OviAttributeInstance* words_ = nullptr;
 };
 
+TEST_F(AttributeInstanceTest, TakesNoDefaultWithFewerElementsThanItHas) {
+    auto* property = static_cast<OviAttributeProperty*>(OviPropertyInstance_GetProperty(three_));
+    OviType* type = OviTemplateManager_GetType("DOUBLE");
+    OviAttributeProperty_SetType(property, type); // the attribute keeps its three elements
+    const double one = 1;
+    OviAttributeProperty_SetDefaultValue(property, OviType_NewValue(type, &one, 1));
+    ASSERT_EQ(OviAttributeInstance_GetDimension(three_), 3);
+    const auto* value = static_cast<const double*>(OviAttributeInstance_GetValue(three_));
+    for (int i = 0; i < 3; ++i)
+        EXPECT_EQ(value[i], 0.0);
+}
+
 } // namespace
 
 TEST_F(AttributeInstanceTest, IsInvalidUntilItsValueIsReadOrSet) {
@@ -106,7 +118,7 @@ TEST_F(AttributeInstanceTest, AnnouncesTheTextOfElement0BeforeTheChange) {
     SetText(text_, nullptr);
     OviAttributeInstance_SetValue(number_, nullptr);
     EXPECT_EQ(Events(), (Lines{"0x4000 T.number 3", "0x4000 T.three 0.25", "0x4000 T.text new",
-                               "0x4000 T.text ", "0x4000 T.number "}));
+                               "0x4000 T.text ", "0x4000 T.number 0"}));
     EXPECT_EQ(ValueOf<int32_t>(number_), 0);
     int32_t before = -1;
     const Reaction look([&](OviObject*, int, void*) { before = ValueOf<int32_t>(number_); });
