@@ -4,6 +4,7 @@
 
 #include "core/ErrorManager.h"
 #include "core/Names.h"
+#include "manager/LoadingMark.h"
 #include "manager/TemplateManager.h"
 #include "platform/File.h"
 #include "xml/XMLParser.h"
@@ -109,9 +110,11 @@ bool TemplateManager::LoadPackage(std::string_view name) {
     for (const std::string& path : paths) {
         // Entered first, so that packages may use each other in a circle.
         packages_.Insert(name);
-        if (LoadPackageDirectory(path + relative))
+        LoadingMark mark([this, name] { packages_.Remove(name); });
+        if (LoadPackageDirectory(path + relative)) {
+            mark.Keep();
             return true;
-        packages_.Remove(name);
+        }
     }
     return false;
 }

@@ -5,6 +5,7 @@
 #include "core/ErrorManager.h"
 #include "core/Names.h"
 #include "instances/Instance.h"
+#include "manager/LoadingMark.h"
 #include "manager/TemplateManager.h"
 #include "manager/TypeGroup.h"
 #include "platform/File.h"
@@ -51,6 +52,7 @@ bool TemplateManager::LoadTemplateStream(const char* path, ByteSource& source, X
     if (reader)
         return reader->Parse(path, source);
     AddLoadedFile(path);
+    LoadingMark mark([this, path] { RemoveLoadedFile(path); });
     XMLParser parser;
     parser.SetErrorListener(ErrorManager::Get());
     bool read = false;
@@ -59,8 +61,8 @@ bool TemplateManager::LoadTemplateStream(const char* path, ByteSource& source, X
         parser.SetXMLListener(&listener);
         read = parser.Parse(path, source);
     }
-    if (!read)
-        RemoveLoadedFile(path);
+    if (read)
+        mark.Keep();
     return read;
 }
 

@@ -358,4 +358,21 @@ TEST_F(UnloadTemplateFileTest, APropertyOfTheRootInUseOutlivesItsFile) {
     OviObject_Delete(instance);
 }
 
+TEST_F(UnloadTemplateFileTest, TheResultIsThatOfTheFirstPlainTypeByName) { // handled last
+    for (const char* used : {"A", "Z"}) {
+        const bool firstGoes = *used == 'Z';
+        const std::string file = Load("types.template", "<template name='M'/>"
+                                                        "<type name='A' type='INT32'/>"
+                                                        "<type name='Z' type='INT32'/>");
+        const std::string user =
+            Load("user.template", "<template name='U'><attribute name='m' type='M'/>"
+                                  "<attribute name='t' type='" +
+                                      std::string(used) + "'/></template>");
+        EXPECT_EQ(Unload(file), firstGoes) << used;
+        EXPECT_EQ(TypeNamed("A") == nullptr, firstGoes);
+        Unload(user);
+        Unload(file);
+    }
+}
+
 } // namespace
