@@ -81,7 +81,7 @@ private:
 } // namespace
 
 TEST_F(SceneFileFailureTest, LeavesTheOldFileWhenTheDiskIsFull) {
-    for (rlim_t size : {0, 1, 100, 5000}) {
+    for (rlim_t size : {rlim_t(0), rlim_t(1), rlim_t(100), rlim_t(5000)}) {
         OviErrorManager_Clear();
         const FileSizeLimit limit(size);
         ExpectFailure();
