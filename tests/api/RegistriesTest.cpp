@@ -274,6 +274,23 @@ TEST_F(RegistriesTest, EnumerationsMayStandInCirclesWithCustomTypes) {
     EXPECT_EQ(OviType_NewValue(self, nullptr, 1), nullptr);
 }
 
+TEST_F(RegistriesTest, ATypeOverATemplateIsATemplateOfItsOwn) {
+    const std::string file =
+        WriteSchema("a.template", "<templates package='pkg'><template name='A'>"
+                                  "<attribute name='x' type='INT32'/></template>"
+                                  "<type name='B' type='A' dim='0'/></templates>");
+    ASSERT_TRUE(OviTemplateManager_LoadTemplateFile(file.c_str()));
+    OviTemplate* a = OviTemplateManager_GetTemplate("pkg.A");
+    OviTemplate* b = OviTemplateManager_GetTemplate("pkg.B");
+    ASSERT_NE(b, nullptr);
+    EXPECT_EQ(OviType_GetBaseType(b), a);
+    EXPECT_EQ(ChildrenOf(OviTemplateManager_GetRoot()), (Names{"pkg.A#1", "pkg.B#1"}));
+    EXPECT_NE(OviTemplate_GetProperty(b, "x"), OviTemplate_GetProperty(a, "x"));
+    EXPECT_STREQ(OviType_GetFileName(b), file.c_str());
+    EXPECT_TRUE(OviTemplateManager_UnloadTemplateFile(file.c_str()));
+    EXPECT_EQ(Templates(), Names{"Object#1"});
+}
+
 TEST_F(RegistriesTest, AnItemDeletedByHandLeavesItsEnumeration) {
     OviEnumeration* choice =
         Enumeration("Choice", "<item name=\"A\" value=\"1\"/><item name=\"B\" value=\"2\"/>"

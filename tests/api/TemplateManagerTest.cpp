@@ -137,6 +137,21 @@ TEST_F(TemplateManagerTest, TheRootMayBeRenamed) {
     EXPECT_EQ(ParentsOf(Make("Other")), Names{"Wurzel#1"});
 }
 
+TEST_F(TemplateManagerTest, TheRootMayLoseItsPlaceAndMayGetParents) {
+    OviTemplate* root = OviTemplateManager_GetRoot();
+    OviTemplate* twin = CloneOf(root);
+    EXPECT_EQ(OviTemplateManager_AddTemplate(twin), ~0);
+    EXPECT_EQ(OviTemplateManager_GetRoot(), root);
+    EXPECT_EQ(Find("Object"), twin);
+    OviObject_Delete(twin);
+    OviTemplate* above = Make("Above");
+    OviTemplate_RemoveParent(above, root);
+    EXPECT_EQ(OviTemplate_AddParent(root, above), 0);
+    EXPECT_EQ(OviTemplate_AddParent(above, Make("Below")), -1);
+    OviObject_Delete(above);
+    EXPECT_EQ(ParentsOf(root), Names{});
+}
+
 // -- properties by their full names ---------------------------------------------------------------
 
 TEST_F(TemplateManagerTest, APropertyIsFoundByTemplateVersionAndName) {
