@@ -83,7 +83,8 @@ private:
         Own own;
         for (const Property* property : version.GetDeclaredProperties()) {
             const bool isFirst = own.properties.empty();
-            if (property->GetOwner() == &version &&
+            // A template made from another one has copies of its own version, which it keeps.
+            if (property->GetOwner() == &version && property->GetKeeper() != &version &&
                 property->GetVersion() == version.GetVersion()) {
                 own.properties.push_back(property);
                 const auto* type = ObjectCast<Template>(GetTypeOf(*property));
@@ -102,16 +103,18 @@ private:
 
     void AddVersion(const std::vector<const Template*>& versions, size_t at) {
         const Template* version = versions[at];
-        const Template* lower = at > 0 ? versions[at - 1] : nullptr;
+        const bool isLater = at > 0;
+        const Template* lower =
+            isLater ? versions[at - 1] : ObjectCast<Template>(version->GetBaseType());
         const size_t first = steps_.size();
         const std::vector<Template*> introduced = GetIntroducedParents(*version, lower);
         std::vector<const Property*> older = FindOlder(versions, at, introduced);
         const Own own = CollectOwn(versions, at);
-        const bool madeByProperty = lower && own.madeVersion;
+        const bool madeByProperty = isLater && own.madeVersion;
         const bool parentsFirst = !introduced.empty() && older.empty() && !madeByProperty;
         if (parentsFirst)
             AddStep({version, lower, nullptr, false});
-        else if (lower && !madeByProperty && (own.properties.empty() || own.foundVersion))
+        else if (isLater && !madeByProperty && (own.properties.empty() || own.foundVersion))
             AddStep({version, lower, nullptr, true});
         for (const Property* property : own.properties)
             nodes_.emplace(property, AddStep({version, lower, property, false}));

@@ -179,13 +179,14 @@ void XMLTemplateWriter::StartTemplate(const Template& version) {
 }
 
 void XMLTemplateWriter::WriteTemplate(const Template& latest) {
-    if (latest.GetBaseType()) { // made from another template by a type element
-        WriteType(latest);
-        return;
-    }
     const std::vector<const Template*> versions = CollectVersions(latest);
     const std::vector<VersionStep> steps = OrderVersionSteps(versions);
     const Template& first = *versions.front();
+    if (ObjectCast<Template>(first.GetBaseType())) { // made by a type element, perhaps continued
+        WriteType(first);
+        if (steps.empty() && HaveSameTexts(first, *first.GetBaseType()))
+            return;
+    }
     if (!FitInOneElement(versions)) {
         WriteVersionByVersion(steps, first);
         return;

@@ -95,6 +95,31 @@ TEST_F(TemplateFileRoundTrip, KeepsACustomTypeMadeOnTheSpot) {
                                "2 6 Unknown type 'Mat', creating custom type dynamically"}));
 }
 
+TEST_F(TemplateFileRoundTrip, EndsWithTemplatesThatContainEachOtherThroughVersions) {
+    // The first version may contain what contains the second, which then shares the property.
+    EXPECT_EQ(Load("<template name='T'><attribute name='n' type='BOOL' version='2'/></template>"
+                   "<template name='U'><attribute name='t' type='T'/></template>"
+                   "<template name='T'><attribute name='u' type='U'/></template>"),
+              Lines{});
+    const std::string text = SavedContent();
+    EXPECT_NE(text.find("<attribute name='t' type='p.T'/>"), std::string::npos) << text;
+    EXPECT_NE(text.find("<attribute name='u' type='p.U'/>"), std::string::npos) << text;
+    EXPECT_GE(OviType_GetValueSize(Get("p.T", 2), nullptr, 1), 0);
+}
+
+TEST_F(TemplateFileRoundTrip, DefaultInstancesDoNotOutliveWhatTheyAreMadeOf) {
+    Load("<template name='Z'><attribute name='z' type='BOOL'/></template><template name='A'>"
+         "<attribute name='a' type='Z' default='p.Z' min='' max=''/></template><template name='M'>"
+         "<attribute name='m' type='A' default='p.A'/><attribute name='s' type='M' reference='1' "
+         "default='p.M'/></template>");
+    auto** block = static_cast<OviInstance**>(
+        OviAttributeProperty_GetDefaultValue(Attribute(Get("p.M"), "m")));
+    ASSERT_TRUE(block && block[0]);
+    EXPECT_TRUE(OviInstance_GetPropertyInstance(block[0], "A.a", true));
+    Restart();
+    EXPECT_FALSE(Get("p.M"));
+}
+
 // -- random files -----------------------------------------------------------------------------
 
 /// Writes files with several templates, each in several elements with attributes, parents and

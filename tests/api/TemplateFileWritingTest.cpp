@@ -154,6 +154,15 @@ const Case kOrder[] = {
      "\t\t<!-- b -->\n\t\t<attribute name='x' type='p.b' reference='true'/>\n\t</template>"},
     {"TypesOverTemplatesBehindThem", "<template name='b'/><type name='a' type='b' dim='2'/>",
      "\t<template name='b'/>\n\t<type name='a' type='p.b' dim='2'/>"},
+    {"TypesOverTemplatesWithWhatTheyGotLater",
+     "<template name='c'/><template name='b'><extends template='c'/><attribute name='x' "
+     "type='BOOL'/></template><type name='a' type='b'/><template name='a'><attribute name='y' "
+     "type='BOOL'/><attribute name='x' type='BOOL' version='2'/><label>A</label></template>",
+     "\t<template name='c'/>\n\t<template name='b'>\n\t\t<extends template='p.c'/>\n"
+     "\t\t<attribute name='x' type='BOOL'/>\n\t</template>\n"
+     "\t<type name='a' type='p.b'/>\n\t<template name='a'>\n"
+     "\t\t<attribute name='y' type='BOOL'/>\n\t\t<attribute name='x' type='BOOL' version='2'/>\n"
+     "\t\t<label>A</label>\n\t</template>"},
     {"TypesOverEnumerationsBehindThem",
      "<enum name='b' type='INT32'><item name='I' value='1'/></enum><type name='a' type='b'/>"
      "<template name='T'/>",
