@@ -20,6 +20,7 @@ if [[ ${1:-} == --format-only ]]; then
 fi
 
 say "Configuring build/clang for its compile database"
+mkdir -p build
 cmake --preset clang >build/clang-configure.log || fail "$(cat build/clang-configure.log)"
 
 if (($# > 0)); then

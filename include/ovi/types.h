@@ -206,8 +206,8 @@ enum {
 /**
  * A host's function for events, called inside the library call that causes them. `object` is the
  * OviInstance or OviPropertyInstance concerned. A callback may call the library, but must not
- * register or unregister callbacks and must not delete the object it is told about, neither directly
- * nor by removing its template, its asset or the scene.
+ * register or unregister callbacks and must not delete the object it is told about, neither
+ * directly nor by removing its template, its asset or the scene.
  */
 typedef void (*OviCallback)(void* userData, void* object, int event, void* argument);
 
