@@ -3,6 +3,7 @@
 #if defined(__linux__)
 
 #include <csignal>
+#include <cstdlib>
 #include <filesystem>
 
 #include <sys/resource.h>
@@ -19,6 +20,10 @@ class SceneFileFailureTest : public SceneTest {
 protected:
     void SetUp() override {
         SceneTest::SetUp();
+        char name[] = "/tmp/ovi-scenes-XXXXXX";
+        ASSERT_NE(mkdtemp(name), nullptr);
+        folder_ = name;
+        fs::permissions(folder_, fs::perms(0755));
         OviAssetManager_NewAsset("old");
         ASSERT_TRUE(OviAssetManager_SaveScene(Scene().c_str()));
         old_ = ReadFile(Scene());
@@ -26,8 +31,13 @@ protected:
             OviAssetManager_NewAsset(nullptr);
     }
 
-    /// In a directory of its own.
-    std::string Scene() { return PathOf("scenes/scene.asset"); }
+    void TearDown() override {
+        fs::remove_all(folder_);
+        SceneTest::TearDown();
+    }
+
+    /// In a directory of its own that every user can reach: the tests' output may lie below a home.
+    std::string Scene() { return folder_ + "/scene.asset"; }
 
     /// Expects that saving fails, is reported, and leaves the old file and nothing else.
     void ExpectFailure() {
@@ -35,10 +45,10 @@ protected:
         EXPECT_EQ(Errors(), Lines{"1 -1 Unable to open file for writing"});
         EXPECT_EQ(OviErrorItem_GetSourceName(OviErrorManager_GetErrorItemAt(0)), Scene());
         EXPECT_TRUE(ReadFile(Scene()) == old_) << "the old file changed";
-        EXPECT_EQ(std::distance(fs::directory_iterator(PathOf("scenes")), fs::directory_iterator()),
-                  1);
+        EXPECT_EQ(std::distance(fs::directory_iterator(folder_), fs::directory_iterator()), 1);
     }
 
+    std::string folder_;
     std::string old_;
 };
 
