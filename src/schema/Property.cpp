@@ -5,6 +5,7 @@
 #include "core/Names.h"
 #include "schema/SchemaRevision.h"
 #include "schema/Template.h"
+#include "schema/ViewProperty.h"
 
 namespace Kor {
 
@@ -21,6 +22,8 @@ Property::Property(const Property& source)
 Property::~Property() {
     while (!holders_.empty())
         holders_.back()->ForgetProperty(*this);
+    while (!viewers_.empty())
+        viewers_.back()->SetProperty(nullptr);
 }
 
 bool Property::SetName(const char* name) {
@@ -51,6 +54,12 @@ void Property::UpdateFullName() {
 void Property::StoreFullName(std::string fullName) {
     fullName_.swap(fullName);
     SchemaRevision::Advance();
+}
+
+void Property::RemoveViewer(ViewProperty* viewer) {
+    const auto found = std::find(viewers_.begin(), viewers_.end(), viewer);
+    if (found != viewers_.end())
+        viewers_.erase(found);
 }
 
 void Property::RemoveHolder(Template* holder) {

@@ -5,6 +5,12 @@
 
 namespace Kor {
 
+std::unique_ptr<Object> View::Clone() const {
+    std::unique_ptr<View> copy(new View(*this));
+    copy->CopyItems(*this);
+    return copy;
+}
+
 bool View::SetName(const char* name) {
     if (!IsValidName(TextOf(name)))
         return false;

@@ -1,29 +1,25 @@
 #pragma once
 
-#include "schema/ViewItem.h"
+#include "schema/Group.h"
 
 namespace Kor {
 
 class Template;
 
 /// The root of one view; belongs to a template.
-class View : public ViewItem {
+class View : public Group {
 public:
     static constexpr int kClassId = kViewClass;
 
-    View(std::string_view name, Template* owner) : ViewItem(name), owner_(owner) {}
+    View(std::string_view name, Template* owner) : Group(name), owner_(owner) {}
 
     int GetClass() const override { return kClassId; }
-
-    /// A view is a group of view items.
     bool ImplementsClass(int id) const override {
-        return id == kClassId || id == kGroupClass || ViewItem::ImplementsClass(id);
+        return id == kClassId || Group::ImplementsClass(id);
     }
 
     /// The copy refers to the same template.
-    std::unique_ptr<Object> Clone() const override {
-        return std::unique_ptr<Object>(new View(*this));
-    }
+    std::unique_ptr<Object> Clone() const override;
 
     /// The template whose list follows the name.
     bool SetName(const char* name) override;
@@ -33,6 +29,7 @@ public:
     void SetTemplate(Template* owner) { owner_ = owner; }
 
 private:
+    friend class Group; // copies views among the items of a group
     View(const View&) = default;
 
     Template* owner_;
