@@ -13,7 +13,7 @@ int AssetContainer::CreateAsset(const char* name) {
         return -1;
     auto asset = std::make_unique<Asset>(TextOf(name));
     const int index = AddAsset(asset.get());
-    asset.release();
+    static_cast<void>(asset.release()); // the list has it now
     return index;
 }
 

@@ -135,7 +135,7 @@ void AttributeInstance::LinkNestedInstance() {
         first->SetParentPropertyInstance(this);
 }
 
-void AttributeInstance::RemoveNestedTemplates() {
+void AttributeInstance::RemoveNestedTemplates() const {
     Instance* first = GetNestedInstance(0);
     // The count is taken beforehand: callbacks may add templates again.
     for (int rest = first ? first->GetTemplateCount() : 0; rest > 0; --rest) {
@@ -144,7 +144,7 @@ void AttributeInstance::RemoveNestedTemplates() {
     }
 }
 
-void AttributeInstance::AnnounceNestedTemplates() {
+void AttributeInstance::AnnounceNestedTemplates() const {
     Instance* first = GetNestedInstance(0);
     NotificationManager* notifications = NotificationManager::Get();
     for (int i = 0; first && notifications && i < first->GetTemplateCount(); ++i)
@@ -164,7 +164,7 @@ void AttributeInstance::ResizeNested(int dimension) {
     const int old = value_ ? dimension_ : 0;
     if (value_ && dimension <= old)
         return;
-    const size_t size = static_cast<size_t>(std::max(dimension, 1)) * sizeof(Instance*);
+    const size_t size = static_cast<size_t>(std::max(dimension, 1)) * sizeof(void*);
     auto* block = static_cast<Instance**>(std::realloc(value_, size));
     if (!block)
         throw std::bad_alloc();

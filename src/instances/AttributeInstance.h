@@ -97,8 +97,8 @@ public:
 private:
     void Announce(const void* source);
     void LinkNestedInstance();
-    void RemoveNestedTemplates();
-    void AnnounceNestedTemplates();
+    void RemoveNestedTemplates() const;
+    void AnnounceNestedTemplates() const;
     void ResizeNested(int dimension);
     void FreeValue();
 

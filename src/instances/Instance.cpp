@@ -41,13 +41,15 @@ Instance::~Instance() {
     BecomeValueElement();
 }
 
+// The name may be the instance's own text, which a callback may change: it is copied first.
 bool Instance::SetName(const char* name) {
-    std::string proposed(TextOf(name));
-    Notify(kInstanceRenamed, proposed.data());
-    if (!IsValidName(TextOf(name)))
+    const std::string given(TextOf(name));
+    std::string shown(given);
+    Notify(kInstanceRenamed, shown.data());
+    if (!IsValidName(given))
         return false;
     LeaveSortedLists();
-    StoreName(TextOf(name));
+    StoreName(given);
     EnterSortedLists();
     return true;
 }

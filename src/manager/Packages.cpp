@@ -144,8 +144,10 @@ bool TemplateManager::LoadTemplate(std::string_view name, const SortedStringList
         if (LoadTemplateFile((path + file).c_str()))
             return true;
         for (int i = 0; prefixes && i < prefixes->GetCount(); ++i) {
-            const std::string directory = WithBackslash(Replaced(prefixes->GetAt(i), '.', '\\'));
-            if (LoadTemplateFile((path + directory + file).c_str()))
+            std::string prefixed = path;
+            prefixed += WithBackslash(Replaced(prefixes->GetAt(i), '.', '\\'));
+            prefixed += file;
+            if (LoadTemplateFile(prefixed.c_str()))
                 return true;
         }
     }

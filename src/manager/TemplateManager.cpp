@@ -30,26 +30,27 @@ TemplateManager::TemplateManager() {
     auto root = std::make_unique<Template>("Object", 1, 1);
     root_ = root.get();
     Registered(root.get(), templates_.Insert(root.get()), nullptr);
-    root.release();
+    static_cast<void>(root.release()); // the registry has it now
     RegisterBuiltInTypes();
 }
 
 void TemplateManager::RegisterBuiltInTypes() {
-    AddType(new BoolType("BOOL", 1, 1));
-    AddType(new IntType<std::int8_t>("INT8", 1, 1));
-    AddType(new IntType<std::uint8_t>("UINT8", 1, 1));
-    AddType(new IntType<std::int16_t>("INT16", 1, 2));
-    AddType(new IntType<std::uint16_t>("UINT16", 1, 2));
-    AddType(new IntType<std::int32_t>("INT32", 1, 4));
-    AddType(new IntType<std::uint32_t>("UINT32", 1, 4));
-    AddType(new IntType<std::int64_t>("INT64", 1, 8));
-    AddType(new IntType<std::uint64_t>("UINT64", 1, 8));
-    AddType(new FloatType<float>("FLOAT", 1, 4));
-    AddType(new FloatType<double>("DOUBLE", 1, 8));
+    const auto add = [this](Type* type) { TemplateManager::AddType(type); };
+    add(new BoolType("BOOL", 1, 1));
+    add(new IntType<std::int8_t>("INT8", 1, 1));
+    add(new IntType<std::uint8_t>("UINT8", 1, 1));
+    add(new IntType<std::int16_t>("INT16", 1, 2));
+    add(new IntType<std::uint16_t>("UINT16", 1, 2));
+    add(new IntType<std::int32_t>("INT32", 1, 4));
+    add(new IntType<std::uint32_t>("UINT32", 1, 4));
+    add(new IntType<std::int64_t>("INT64", 1, 8));
+    add(new IntType<std::uint64_t>("UINT64", 1, 8));
+    add(new FloatType<float>("FLOAT", 1, 4));
+    add(new FloatType<double>("DOUBLE", 1, 8));
     // Void and reference are deliberately plain text types that differ only in name.
-    AddType(new StringType("VOID", 1, 4));
-    AddType(new StringType("STRING", 1, 4));
-    AddType(new StringType("REFERENCE", 1, 4));
+    add(new StringType("VOID", 1, 4));
+    add(new StringType("STRING", 1, 4));
+    add(new StringType("REFERENCE", 1, 4));
 }
 
 TemplateManager::~TemplateManager() {

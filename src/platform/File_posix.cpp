@@ -112,8 +112,9 @@ std::string FollowLinks(std::string path) {
         const ssize_t length = readlink(path.c_str(), link, sizeof link);
         if (length <= 0)
             break;
-        const std::string next(link, static_cast<size_t>(length));
-        path = next.front() == '/' ? next : GetDirectoryPart(path) + next;
+        const std::string_view next(link, static_cast<size_t>(length));
+        path = next.front() == '/' ? std::string() : GetDirectoryPart(path);
+        path += next;
     }
     return path;
 }

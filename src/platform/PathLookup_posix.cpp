@@ -50,7 +50,7 @@ DirectoryHandle OpenDirectory(const std::string& path) {
 }
 
 std::string FindPath(const std::string& path) {
-    const std::string written = WithSlashes(path);
+    std::string written = WithSlashes(path);
     if (Exists(written))
         return written;
     std::string found;
@@ -67,7 +67,7 @@ std::string FindPath(const std::string& path) {
 }
 
 std::string FindPathToCreate(const std::string& path) {
-    const std::string written = WithSlashes(path);
+    std::string written = WithSlashes(path);
     if (Exists(written))
         return written;
     const std::string directory = GetDirectoryPart(written);

@@ -42,7 +42,7 @@ void* Template::NewValue(const void* initial, int count) const {
             element->AddTemplate(const_cast<Template*>(this), false);
         }
     }
-    auto* block = static_cast<Instance**>(std::malloc(made.size() * sizeof(Instance*)));
+    auto* block = static_cast<Instance**>(std::malloc(made.size() * sizeof(void*)));
     if (!block)
         throw std::bad_alloc();
     std::transform(made.begin(), made.end(), block,
@@ -53,7 +53,7 @@ void* Template::NewValue(const void* initial, int count) const {
 void* Template::NewEmptyValue(int count) {
     if (count < 1)
         return nullptr;
-    void* block = std::calloc(static_cast<size_t>(count), sizeof(Instance*));
+    void* block = std::calloc(static_cast<size_t>(count), sizeof(void*));
     if (!block)
         throw std::bad_alloc();
     return block;

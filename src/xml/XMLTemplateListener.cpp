@@ -226,9 +226,10 @@ void XMLTemplateListener::StartTemplate(const XMLAttributes& attributes) {
 /// The template of that name and exactly that version, by the using list's prefixes.
 Template* XMLTemplateListener::FindTemplateVersion(std::string_view name, int version) const {
     for (const std::string& prefix : using_) {
-        std::string candidate(name);
+        std::string candidate;
         if (name.compare(0, prefix.size(), prefix) != 0)
-            candidate = prefix + "." + candidate;
+            candidate.append(prefix).append(1, '.');
+        candidate += name;
         if (Template* found =
                 manager_.GetTemplateVersion(candidate, static_cast<unsigned>(version)))
             return found;
@@ -265,7 +266,7 @@ void XMLTemplateListener::AddProperty(std::unique_ptr<Property> property) {
     if (refused)
         refused_.push_back(std::move(property));
     else
-        property.release();
+        static_cast<void>(property.release()); // its templates have it now
 }
 
 void XMLTemplateListener::StartAttribute(const XMLAttributes& attributes) {
