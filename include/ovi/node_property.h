@@ -30,8 +30,8 @@ OVI_API bool OviAnchorProperty_IsChild(OviAnchorProperty* property);
 /** Makes it a child anchor or a parent anchor. */
 OVI_API void OviAnchorProperty_SetChild(OviAnchorProperty* property, bool child);
 
-/** Adds an anchor type (borrowed; any named object). The index, or the complement of the index where
- *  one of that name was overwritten. */
+/** Adds an anchor type (borrowed; any named object). The index, or the complement of the index
+ * where one of that name was overwritten. */
 OVI_API int OviAnchorProperty_AddAnchorType(OviAnchorProperty* property, OviNamedObject* type);
 
 /** The index it had, or a number below 0. */

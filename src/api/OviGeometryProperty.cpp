@@ -58,8 +58,7 @@ const char* OviLOD_GetAllowedShapeNames(OviLOD* lod) {
 
 OviGeometryProperty* OviGeometryProperty_New(const char* name, uint32_t version) {
     return Guard(static_cast<OviGeometryProperty*>(nullptr), [=] {
-        return To<OviGeometryProperty>(
-            new GeometryProperty(Text(name), static_cast<int>(version)));
+        return To<OviGeometryProperty>(new GeometryProperty(Text(name), static_cast<int>(version)));
     });
 }
 

@@ -18,10 +18,10 @@ void OviAnchorInstance_SetAttachedAnchor(OviAnchorInstance* anchor, const char* 
 }
 
 OviNodeInstance* OviGeometryInstance_GetNodeInstanceAt(OviGeometryInstance* geometry, int index) {
-    return With<GeometryInstance>(
-        geometry, static_cast<OviNodeInstance*>(nullptr), [index](GeometryInstance& self) {
-            return To<OviNodeInstance>(self.GetNodeInstanceAt(index));
-        });
+    return With<GeometryInstance>(geometry, static_cast<OviNodeInstance*>(nullptr),
+                                  [index](GeometryInstance& self) {
+                                      return To<OviNodeInstance>(self.GetNodeInstanceAt(index));
+                                  });
 }
 
 void OviGeometryInstance_SetNodeInstanceAt(OviGeometryInstance* geometry, int index,

@@ -16,8 +16,7 @@ OviGroup* OviGroup_New(const char* name) {
 }
 
 void OviGroup_AddViewItemAt(OviGroup* group, OviViewItem* item, int position) {
-    With<Group>(group,
-                [=](Group& self) { self.AddViewItemAt(From<ViewItem>(item), position); });
+    With<Group>(group, [=](Group& self) { self.AddViewItemAt(From<ViewItem>(item), position); });
 }
 
 void OviGroup_RemoveViewItemAt(OviGroup* group, int index) {
@@ -29,9 +28,8 @@ int OviGroup_GetViewItemCount(OviGroup* group) {
 }
 
 OviViewItem* OviGroup_GetViewItemAt(OviGroup* group, int index) {
-    return With<Group>(group, static_cast<OviViewItem*>(nullptr), [index](Group& self) {
-        return To<OviViewItem>(self.GetViewItemAt(index));
-    });
+    return With<Group>(group, static_cast<OviViewItem*>(nullptr),
+                       [index](Group& self) { return To<OviViewItem>(self.GetViewItemAt(index)); });
 }
 
 OviViewProperty* OviViewProperty_New(const char* name, OviProperty* property) {

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "instances/Instance.h"
 #include "xml/XMLWriter.h"
 
 namespace Kor {
@@ -16,8 +17,11 @@ GeometryInstance::GeometryInstance(Instance& instance, GeometryProperty& propert
 }
 
 GeometryInstance::~GeometryInstance() {
-    for (NodeInstance* node : nodes_)
+    for (NodeInstance* node : nodes_) {
+        if (node)
+            node->LeaveInstance(); // which does not list it
         delete node;
+    }
 }
 
 NodeInstance* GeometryInstance::GetNodeInstanceAt(int index) const {
@@ -26,8 +30,18 @@ NodeInstance* GeometryInstance::GetNodeInstanceAt(int index) const {
 }
 
 void GeometryInstance::SetNodeInstanceAt(int index, NodeInstance* node) {
-    if (index >= 0 && index < GetNodeInstanceCount())
-        nodes_[static_cast<size_t>(index)] = node;
+    if (index < 0 || index >= GetNodeInstanceCount() || GetNodeInstanceAt(index) == node)
+        return;
+    // A node instance has one owner: neither another slot nor an instance's list keeps it.
+    std::replace(nodes_.begin(), nodes_.end(), node, static_cast<NodeInstance*>(nullptr));
+    if (node && node->GetInstance())
+        node->GetInstance()->ForgetPropertyInstance(*node);
+    if (node && GetInstance())
+        node->JoinInstance(*GetInstance());
+    NodeInstance*& slot = nodes_[static_cast<size_t>(index)];
+    if (slot)
+        slot->LeaveInstance();
+    slot = node;
 }
 
 void GeometryInstance::WriteToXML(XMLWriter& writer) const {

@@ -120,7 +120,8 @@ private:
 int FindCompatibleAnchors(const AnchorProperty& anchor, int capacity, PropertyInstance** found) {
     AnchorSearch search(anchor.IsChild(), capacity, found);
     AssetManager* scene = AssetManager::Get();
-    const std::vector<Asset*> assets = scene ? scene->GetAssets().Snapshot() : std::vector<Asset*>();
+    const std::vector<Asset*> assets =
+        scene ? scene->GetAssets().Snapshot() : std::vector<Asset*>();
     for (auto asset = assets.rbegin(); asset != assets.rend(); ++asset) {
         const NodeInstance* node = FindAssetNode(**asset);
         if (node && *node->GetBinding())

@@ -94,6 +94,11 @@ XMLTemplateFileWriter::XMLTemplateFileWriter(const TemplateManager& manager,
         else if (!definition)
             plainTypes_.push_back(type);
     }
+    for (int i = 0; i < manager.GetLODCount(); ++i) {
+        const LOD* lod = manager.GetLODAt(i);
+        if (!lod->GetFileName().empty() && EqualsIgnoreCase(lod->GetFileName(), fileName))
+            lods_.push_back(lod);
+    }
     // Types and enumerations are deliberately not asked for the file's package.
     if (!templates_.empty())
         package_ = templates_.front()->GetPackageName();
@@ -133,6 +138,8 @@ bool XMLTemplateFileWriter::Write(ByteSink& sink) const {
         elements.WriteType(*type);
     for (const Type* type : Sorter(enumerations_).sorted)
         elements.WriteEnumeration(static_cast<const Enumeration&>(*type));
+    for (const LOD* lod : lods_)
+        elements.WriteLOD(*lod);
     for (const Type* type : Sorter(templates_).sorted)
         elements.WriteTemplate(static_cast<const Template&>(*type));
     writer.EndElement();

@@ -8,23 +8,15 @@
 #include "manager/TemplateManager.h"
 #include "notify/NotificationManager.h"
 #include "schema/AttributeProperty.h"
+#include "schema/LOD.h"
+#include "schema/ViewItem.h"
 #include "types/CustomType.h"
+#include "xml/TemplateAttributes.h"
 #include "xml/XMLParser.h"
 
 namespace Kor {
 
 namespace {
-
-/// Where a version is not given, it is the first.
-int ReadVersion(const XMLAttributes& attributes, const char* name) {
-    const char* text = attributes.Find(name);
-    return text ? ParseInt(text) : 1;
-}
-
-/// True unless the text is empty or begins with "0" or "f".
-bool ReadFlag(const char* text) {
-    return text && *text && *text != '0' && *text != 'f';
-}
 
 std::string Quoted(const char* text) {
     return std::string("'") + text + "'";
@@ -44,6 +36,10 @@ XMLTemplateListener::~XMLTemplateListener() {
         ReportUnclosed("property", member_->GetNameView());
     if (enumeration_)
         ReportUnclosed("enumeration", enumeration_->GetNameView());
+    if (lod_)
+        ReportUnclosed("level of detail", lod_->GetNameView());
+    if (viewItem_)
+        ReportUnclosed("view item", viewItem_->GetNameView());
 }
 
 void XMLTemplateListener::ReportUnclosed(const char* kind, std::string_view name) {
@@ -65,10 +61,19 @@ const XMLTemplateListener::Element* XMLTemplateListener::FindElement(std::string
     static constexpr Element kElements[] = {
         {"template", &Listener::StartTemplate},
         {"type", &Listener::StartType},
+        {"node", &Listener::StartNode},
+        {"anchor", &Listener::StartAnchor},
         {"attribute", &Listener::StartAttribute},
+        {"geometry", &Listener::StartGeometry},
+        {"alternate", &Listener::StartAlternate},
         {"extends", &Listener::StartExtends},
+        {"lod", &Listener::StartLOD},
+        {"shape", &Listener::StartShape},
         {"label", &Listener::StartLabel},
         {"description", &Listener::StartDescription},
+        {"view", &Listener::StartView},
+        {"group", &Listener::StartGroup},
+        {"property", &Listener::StartViewProperty},
         {"enum", &Listener::StartEnum},
         {"item", &Listener::StartItem},
         {"command", &Listener::StartCommand},
@@ -107,8 +112,11 @@ bool XMLTemplateListener::EndElement(std::string_view name) {
     }
     if (skippedDepth_ > 0)
         return true;
-    if (EqualsIgnoreCase(name, "attribute"))
+    if (EqualsIgnoreCase(name, "attribute") || EqualsIgnoreCase(name, "node") ||
+        EqualsIgnoreCase(name, "geometry") || EqualsIgnoreCase(name, "anchor"))
         member_ = nullptr;
+    else if (EqualsIgnoreCase(name, "lod"))
+        EndLOD();
     else if (EqualsIgnoreCase(name, "enum"))
         enumeration_ = nullptr;
     else if (EqualsIgnoreCase(name, "label"))
@@ -116,8 +124,16 @@ bool XMLTemplateListener::EndElement(std::string_view name) {
     else if (EqualsIgnoreCase(name, "description"))
         StoreText(false);
     else
-        comment_.clear();
+        EndOther(name);
     return true;
+}
+
+void XMLTemplateListener::EndOther(std::string_view name) {
+    if (EqualsIgnoreCase(name, "view") || EqualsIgnoreCase(name, "group"))
+        EndGroup();
+    else if (EqualsIgnoreCase(name, "property"))
+        viewItem_ = openGroups_.empty() ? nullptr : openGroups_.back();
+    comment_.clear();
 }
 
 bool XMLTemplateListener::Comment(std::string_view text) {
@@ -245,13 +261,14 @@ void XMLTemplateListener::StartExtends(const XMLAttributes& attributes) {
         Error("<extends> requires a 'template' attribute");
         return;
     }
-    Template* parent = FindTemplateVersion(name, ReadVersion(attributes, "templateVersion"));
+    Template* parent =
+        FindTemplateVersion(name, ReadTemplateVersion(attributes, "templateVersion"));
     if (!parent) {
         Error("Template not found: " + Quoted(name));
         return;
     }
-    manager_.AddParentFromVersion(template_->GetFullName(), ReadVersion(attributes, "version"),
-                                  parent);
+    manager_.AddParentFromVersion(template_->GetFullName(),
+                                  ReadTemplateVersion(attributes, "version"), parent);
 }
 
 // -- properties -----------------------------------------------------------------------------------
@@ -269,14 +286,19 @@ void XMLTemplateListener::AddProperty(std::unique_ptr<Property> property) {
         static_cast<void>(property.release()); // its templates have it now
 }
 
-void XMLTemplateListener::StartAttribute(const XMLAttributes& attributes) {
-    if (!IsInsideTemplate("attribute"))
-        return;
+bool XMLTemplateListener::CanStartMember(const char* element, const char* nestedMessage,
+                                         const XMLAttributes& attributes) {
+    if (!IsInsideTemplate(element))
+        return false;
     if (member_) {
-        Error("Unexpected nested <attribute> element");
-        return;
+        Error(nestedMessage);
+        return false;
     }
-    if (!HasName("attribute", attributes))
+    return HasName(element, attributes);
+}
+
+void XMLTemplateListener::StartAttribute(const XMLAttributes& attributes) {
+    if (!CanStartMember("attribute", "Unexpected nested <attribute> element", attributes))
         return;
     const char* name = attributes.Find("name");
     const char* type = attributes.Find("type");
@@ -289,11 +311,12 @@ void XMLTemplateListener::StartAttribute(const XMLAttributes& attributes) {
         ReportInvalidName("attribute", name);
         return;
     }
-    auto created = std::make_unique<AttributeProperty>(name, ReadVersion(attributes, "version"));
+    auto created =
+        std::make_unique<AttributeProperty>(name, ReadTemplateVersion(attributes, "version"));
     AttributeProperty& attribute = *created;
     Type* resolved = FindAttributeType(type);
     AddProperty(std::move(created));
-    attribute.SetReference(ReadFlag(attributes.Find("reference")));
+    attribute.SetReference(ReadTemplateFlag(attributes.Find("reference")));
     if (!attribute.SetType(resolved))
         Error("Assigning type " + Quoted(type) + " to attribute " + Quoted(name) +
               " would cause circular reference. Ignoring type.");
@@ -466,7 +489,9 @@ void XMLTemplateListener::StartType(const XMLAttributes& attributes) {
 // -- labels and descriptions ----------------------------------------------------------------------
 
 NamedObject* XMLTemplateListener::GetTextOwner() const {
-    return member_ ? static_cast<NamedObject*>(member_) : template_;
+    if (member_)
+        return member_;
+    return viewItem_ ? static_cast<NamedObject*>(viewItem_) : template_;
 }
 
 void XMLTemplateListener::StartText(const char* element, const XMLAttributes& attributes) {

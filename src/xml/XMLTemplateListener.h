@@ -12,11 +12,16 @@ namespace Kor {
 
 class AttributeProperty;
 class Enumeration;
+class Group;
+class LOD;
 class NamedObject;
+class NodeProperty;
 class Property;
 class Template;
 class TemplateManager;
 class Type;
+class View;
+class ViewItem;
 class XMLParser;
 
 /// Turns the elements of a template file into schema objects. No fault stops the reading: a faulty
@@ -49,10 +54,19 @@ private:
     void StartExtends(const XMLAttributes& attributes);
     void StartAttribute(const XMLAttributes& attributes);
     void StartAsset(const XMLAttributes& attributes);
+    void StartNode(const XMLAttributes& attributes);
+    void StartAnchor(const XMLAttributes& attributes);
+    void StartGeometry(const XMLAttributes& attributes);
+    void StartAlternate(const XMLAttributes& attributes);
     void StartCommand(const XMLAttributes& attributes);
     void StartEnum(const XMLAttributes& attributes);
     void StartItem(const XMLAttributes& attributes);
     void StartType(const XMLAttributes& attributes);
+    void StartLOD(const XMLAttributes& attributes);
+    void StartShape(const XMLAttributes& attributes);
+    void StartView(const XMLAttributes& attributes);
+    void StartGroup(const XMLAttributes& attributes);
+    void StartViewProperty(const XMLAttributes& attributes);
     void StartText(const char* element, const XMLAttributes& attributes);
     void StartLabel(const XMLAttributes& attributes) { StartText("label", attributes); }
     void StartDescription(const XMLAttributes& attributes) { StartText("description", attributes); }
@@ -60,6 +74,14 @@ private:
 
     // -- parts of them --------------------------------------------------------------------------
     bool IsInsideTemplate(const char* element);
+    bool CanStartMember(const char* element, const char* nestedMessage,
+                        const XMLAttributes& attributes);
+    void SetAncestor(NodeProperty& node, const XMLAttributes& attributes);
+    bool IsInsideView(const char* element);
+    void AddViewItem(ViewItem* item);
+    void EndLOD();
+    void EndGroup();
+    void EndOther(std::string_view name);
     bool HasName(const char* element, const XMLAttributes& attributes);
     void ReportInvalidName(const char* word, const char* name);
     bool HasValidName(const char* word, const char* name);
@@ -82,6 +104,10 @@ private:
     Template* template_ = nullptr;
     Property* member_ = nullptr;
     Enumeration* enumeration_ = nullptr;
+    std::unique_ptr<LOD> lod_;
+    ViewItem* viewItem_ = nullptr;
+    std::vector<View*> views_;       // those that the file gave so far
+    std::vector<Group*> openGroups_; // the view at the bottom
     std::string package_;
     SortedStringList using_;
     std::string comment_;
