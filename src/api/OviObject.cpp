@@ -18,8 +18,6 @@ void TakeFromOwner(Object* object) {
         TemplateManager::Get()->RemoveType(type);
     if (auto* item = ObjectCast<EnumerationItem>(object); item && item->GetEnumeration())
         item->GetEnumeration()->RemoveItem(item);
-    if (auto* view = ObjectCast<View>(object); view && view->GetTemplate())
-        view->GetTemplate()->RemoveView(view);
 }
 
 Lockable* LockableOf(Object* object) {

@@ -98,6 +98,9 @@ public:
     /// Adds an object whose key is known to come last.
     void Append(T* object) { objects_.push_back(object); }
 
+    /// All objects in order.
+    const std::vector<T*>& GetAll() const { return objects_; }
+
     auto begin() const { return objects_.begin(); }
     auto end() const { return objects_.end(); }
 

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "schema/AttributeProperty.h"
+
 // Who still needs a schema is known where instances live.
 #include "instances/Instance.h"
 
@@ -12,6 +14,18 @@ namespace {
 std::vector<RetiredSchema>& Waiting() {
     static auto& schemas = *new std::vector<RetiredSchema>(); // outlives all users at process exit
     return schemas;
+}
+
+/// Default values may hold instances, which refer to properties of any of the templates: they let
+/// go of these before the first property is deleted.
+void DropValues(const Template& definition) {
+    for (Property* property : definition.GetDeclaredProperties()) {
+        if (auto* attribute = ObjectCast<AttributeProperty>(property)) {
+            attribute->SetDefaultValue(nullptr);
+            attribute->SetMinValue(nullptr);
+            attribute->SetMaxValue(nullptr);
+        }
+    }
 }
 
 } // namespace
@@ -49,6 +63,9 @@ void RetiredSchema::Release() {
 /// First all links are taken away, from the last template to the first, then everything is
 /// deleted: templates, enumerations, plain types.
 void RetiredSchema::Delete() {
+    for (const Template* definition : templates_)
+        DropValues(*definition);
+    Instance::StripAbandoned();
     for (auto type = templates_.rbegin(); type != templates_.rend(); ++type)
         (*type)->Clear(nullptr);
     Instance::StripAbandoned();

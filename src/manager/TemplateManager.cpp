@@ -154,7 +154,7 @@ Template* TemplateManager::CreateTemplateVersion(std::string_view name, int vers
         version >= 0 ? GetTemplateVersion(name, static_cast<unsigned>(version)) : nullptr;
     if (existing && (!existing->IsRecycled() || version == 1))
         return existing;
-    if (version - 1 < 1)
+    if (version < 2)
         return nullptr;
     std::vector<Template*> versions = GetVersions(name);
     const auto above = std::find_if(versions.begin(), versions.end(), [version](Template* other) {
@@ -242,7 +242,8 @@ Template* TemplateManager::AddParentFromVersion(std::string_view name, int versi
 
 int TemplateManager::AddTemplate(Template* added) {
     Template* replaced = nullptr;
-    const int result = Registered(added, templates_.Insert(added, &replaced), replaced);
+    const int result = templates_.Insert(added, &replaced);
+    Registered(added, result, replaced);
     if (result >= 0 && added->GetParentCount() == 0 && added != root_)
         added->AddParent(root_);
     return result;

@@ -29,9 +29,10 @@ Property::~Property() {
 bool Property::SetName(const char* name) {
     if (!IsValidName(TextOf(name)))
         return false;
-    const std::vector<Template*> holders = holders_;
-    for (Template* holder : holders)
-        holder->UnlistName(*this);
+    std::vector<Template*> holders = holders_;
+    holders.erase(std::remove_if(holders.begin(), holders.end(),
+                                 [this](Template* holder) { return !holder->UnlistName(*this); }),
+                  holders.end());
     StoreName(TextOf(name));
     for (Template* holder : holders)
         holder->ListName(*this);

@@ -46,6 +46,12 @@ public:
     Template* GetOwner() const { return owner_; }
     void SetOwner(Template* owner);
 
+    /// Called by an owner at its end; the full name stays.
+    void ForgetOwner(const Template& owner) {
+        if (owner_ == &owner)
+            owner_ = nullptr;
+    }
+
     // -- commands -------------------------------------------------------------------------------
 
     /// The index, or the complement of the index of the command of that name that was overwritten

@@ -1,15 +1,30 @@
 #include "schema/Template.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 // The root, to which templates without parents fall back, is the manager's.
 #include "manager/TemplateManager.h"
 
 #include "core/Names.h"
 #include "schema/SchemaRevision.h"
+#include "schema/TemplateWalk.h"
 #include "xml/XMLTemplateWriter.h"
 
 namespace Kor {
+
+namespace {
+
+/// Takes one entry out of a list; false when it is not there.
+template <class T> bool TakeOut(std::vector<T*>& list, const T* entry) {
+    const auto found = std::find(list.begin(), list.end(), entry);
+    if (found == list.end())
+        return false;
+    list.erase(found);
+    return true;
+}
+
+} // namespace
 
 Template::Template(std::string_view name, int dimension, int alignment)
     : Type(name, dimension, alignment), VersionedObject(1) {
@@ -93,17 +108,20 @@ void Template::UpdateFullName() {
 
 void Template::LeaveSortedLists() {
     Type::LeaveSortedLists();
-    for (Template* parent : parents_)
-        parent->TakeOutChild(this);
-    for (Template* child : children_.Snapshot())
+    for (Template* parent : GetAllParents())
+        parent->UnlinkChild(this);
+    for (Template* child : GetAllChildren())
         child->parents_.RemoveExactly(this);
 }
 
 void Template::EnterSortedLists() {
-    for (Template* parent : parents_)
+    for (Template* parent : GetAllParents())
         parent->children_.Place(this);
-    for (Template* child : children_.Snapshot())
-        child->parents_.Place(this);
+    for (Template* child : GetAllChildren()) {
+        const auto& former = child->formerParents_;
+        if (std::find(former.begin(), former.end(), this) == former.end())
+            child->parents_.Place(this);
+    }
     Type::EnterSortedLists();
 }
 
@@ -119,31 +137,34 @@ int Template::AddParent(Template* parent) {
     SchemaRevision::Advance();
     Template* replaced = nullptr;
     const int result = parents_.Insert(parent, &replaced);
-    if (result >= 0)
+    if (result >= 0) {
+        TakeOut(formerParents_, parent);
         parent->LinkChild(this);
-    else if (replaced != parent)
-        parent->unlistedChildren_.push_back(this);
+    } else if (replaced != parent) {
+        ReplaceParent(replaced, parent);
+    }
     return result;
 }
 
+/// Deliberately the new parent does not show this child, and the replaced one goes on doing so.
+void Template::ReplaceParent(Template* replaced, Template* parent) {
+    if (!TakeOut(replaced->unlistedChildren_, this))
+        formerParents_.push_back(replaced);
+    if (!TakeOut(formerParents_, parent))
+        parent->unlistedChildren_.push_back(this);
+}
+
 void Template::LinkChild(Template* child) {
+    TakeOut(unlistedChildren_, child);
     Template* replaced = nullptr;
     children_.Insert(child, &replaced);
     if (replaced && replaced != child)
         unlistedChildren_.push_back(replaced);
 }
 
-void Template::UnlinkChild(Template* child) {
-    const auto unlisted = std::find(unlistedChildren_.begin(), unlistedChildren_.end(), child);
-    if (unlisted != unlistedChildren_.end())
-        unlistedChildren_.erase(unlisted);
-    else
-        TakeOutChild(child);
-}
-
 /// A child that this one had pushed out of the list by having the same key returns to it.
-void Template::TakeOutChild(Template* child) {
-    if (!children_.RemoveExactly(child))
+void Template::UnlinkChild(Template* child) {
+    if (TakeOut(unlistedChildren_, child) || !children_.RemoveExactly(child))
         return;
     const auto hidden =
         std::find_if(unlistedChildren_.begin(), unlistedChildren_.end(),
@@ -161,9 +182,12 @@ void Template::UnlinkParent(Template* parent) {
 }
 
 int Template::RemoveParent(Template* parent) {
-    const int index = parents_.Find(parent->GetKey());
+    const int exact = parents_.IndexOf(parent);
+    const int index = exact >= 0 ? exact : parents_.Find(parent->GetKey());
     if (index >= 0)
         UnlinkParent(parents_.GetAt(index));
+    if (TakeOut(formerParents_, parent))
+        parent->UnlinkChild(this);
     TemplateManager* manager = TemplateManager::Get();
     Template* root = manager ? manager->GetRoot() : nullptr;
     if (parents_.IsEmpty() && root && parent != root)
@@ -174,15 +198,30 @@ int Template::RemoveParent(Template* parent) {
 void Template::DropParents() {
     while (!parents_.IsEmpty())
         UnlinkParent(parents_.GetAt(parents_.GetCount() - 1));
+    for (Template* former : formerParents_)
+        former->UnlinkChild(this);
+    formerParents_.clear();
+}
+
+std::vector<Template*> Template::GetAllParents() const {
+    std::vector<Template*> parents = parents_.GetAll();
+    parents.insert(parents.end(), formerParents_.begin(), formerParents_.end());
+    return parents;
+}
+
+std::vector<Template*> Template::GetAllChildren() const {
+    std::vector<Template*> children = children_.Snapshot();
+    children.insert(children.begin(), unlistedChildren_.begin(), unlistedChildren_.end());
+    return children;
 }
 
 void Template::DropChildren(Template* fallback) {
-    std::vector<Template*> children = children_.Snapshot();
-    children.insert(children.begin(), unlistedChildren_.begin(), unlistedChildren_.end());
+    const std::vector<Template*> children = GetAllChildren();
     children_.Clear();
     unlistedChildren_.clear();
     for (auto child = children.rbegin(); child != children.rend(); ++child) {
         (*child)->parents_.RemoveExactly(this);
+        TakeOut((*child)->formerParents_, this);
         if ((*child)->parents_.IsEmpty() && fallback && fallback != this && *child != fallback)
             (*child)->AddParent(fallback);
     }
@@ -211,16 +250,15 @@ int Template::AddProperty(Property* property, int position, bool* refused) {
     const auto count = static_cast<int>(properties_.size());
     const int place = position < 0 || position > count ? count : position;
     properties_.insert(properties_.begin() + place, property);
-    property->AddHolder(this);
+    if (!TakeOut(removedProperties_, property))
+        property->AddHolder(this);
     SchemaRevision::Advance();
     return result;
 }
 
 int Template::RemoveProperty(Property* property) {
     SchemaRevision::Advance();
-    const int named = propertiesByName_.Find(property->GetKey());
-    if (named >= 0)
-        propertiesByName_.Remove(propertiesByName_.GetAt(named));
+    propertiesByName_.Remove(property);
     if (property->GetKeeper() == this)
         property->SetKeeper(nullptr);
     const auto declared = std::find(properties_.begin(), properties_.end(), property);
@@ -228,15 +266,17 @@ int Template::RemoveProperty(Property* property) {
         return -1;
     const auto index = static_cast<int>(declared - properties_.begin());
     properties_.erase(declared);
-    property->RemoveHolder(this);
+    if (property->GetOwner() == this)
+        removedProperties_.push_back(property);
+    else
+        property->RemoveHolder(this);
     return index;
 }
 
 void Template::ForgetProperty(Property& property) {
     propertiesByName_.RemoveExactly(&property);
-    const auto declared = std::find(properties_.begin(), properties_.end(), &property);
-    if (declared != properties_.end())
-        properties_.erase(declared);
+    for (auto* list : {&properties_, &retiredProperties_, &removedProperties_})
+        TakeOut(*list, &property);
     property.RemoveHolder(this);
     SchemaRevision::Advance();
 }
@@ -244,8 +284,10 @@ void Template::ForgetProperty(Property& property) {
 /// Deletes the own properties from last to first in name order, older definitions included.
 void Template::DropProperties(bool keepUsed) {
     std::vector<Property*> owned;
+    std::unordered_set<const Property*> known; // a property may be declared twice
     for (Property* property : properties_) {
-        if (property->GetOwner() == this || property->GetKeeper() == this)
+        const bool isOwn = property->GetOwner() == this || property->GetKeeper() == this;
+        if (isOwn && known.insert(property).second)
             owned.push_back(property);
     }
     std::stable_sort(owned.begin(), owned.end(), [](const Property* a, const Property* b) {
@@ -257,12 +299,23 @@ void Template::DropProperties(bool keepUsed) {
     propertiesByName_.Clear();
     properties_.clear();
     for (auto property = owned.rbegin(); property != owned.rend(); ++property) {
-        if (keepUsed && (*property)->IsInUse())
-            retiredProperties_.emplace_back(*property);
-        else
+        if (keepUsed && (*property)->IsInUse()) {
+            retiredProperties_.push_back(*property);
+            (*property)->AddHolder(this);
+        } else {
             delete *property;
+        }
     }
     SchemaRevision::Advance();
+}
+
+/// What was taken out belongs to others: it only learns that this template is gone.
+void Template::ReleaseRemoved() {
+    for (Property* property : removedProperties_) {
+        property->RemoveHolder(this);
+        property->ForgetOwner(*this);
+    }
+    removedProperties_.clear();
 }
 
 // -- views ----------------------------------------------------------------------------------------
@@ -272,23 +325,41 @@ int Template::CreateView(std::string_view name) {
 }
 
 int Template::AddView(View* view) {
-    const int result = views_.Insert(view);
+    View* replaced = nullptr;
+    const int result = views_.Insert(view, &replaced);
+    if (replaced)
+        replaced->RemoveLister(this);
+    view->AddLister(this);
     if (result >= 0)
         view->SetTemplate(this);
     return result;
 }
 
 int Template::RemoveView(View* view) {
-    const int index = views_.Remove(view);
-    if (index >= 0)
-        view->SetTemplate(nullptr);
+    const int exact = views_.IndexOf(view);
+    const int index = exact >= 0 ? exact : views_.Find(view->GetKey());
+    if (index < 0)
+        return index;
+    View* removed = views_.GetAt(index);
+    removed->RemoveLister(this);
+    removed->SetTemplate(nullptr);
+    views_.Remove(removed);
+    view->SetTemplate(nullptr);
     return index;
 }
 
+void Template::UntieView(View& view) {
+    TakeOut(tiedViews_, &view);
+}
+
 void Template::DropViews() {
-    for (View* view : views_)
-        delete view;
+    const std::vector<View*> views = views_.GetAll();
     views_.Clear();
+    for (View* view : views) {
+        view->RemoveLister(this);
+        if (view->GetTemplate() == this || !view->IsListed())
+            delete view;
+    }
 }
 
 // -- lives ----------------------------------------------------------------------------------------
@@ -298,16 +369,25 @@ void Template::Clear(Template* fallback) {
     DropParents();
     DropChildren(fallback);
     DropProperties(false);
+    DropRetired(false);
+    ReleaseRemoved();
+    while (!tiedViews_.empty())
+        tiedViews_.back()->SetTemplate(nullptr);
 }
 
 void Template::BeginRedefinition() {
     DropViews();
     DropParents();
     DropProperties(true);
-    const auto unused = std::remove_if(
-        retiredProperties_.begin(), retiredProperties_.end(),
-        [](const std::unique_ptr<Property>& property) { return !property->IsInUse(); });
-    retiredProperties_.erase(unused, retiredProperties_.end());
+    DropRetired(true);
+}
+
+void Template::DropRetired(bool keepUsed) {
+    const std::vector<Property*> retired = retiredProperties_;
+    for (Property* property : retired) {
+        if (!keepUsed || !property->IsInUse())
+            delete property;
+    }
 }
 
 bool Template::IsUsedByInstances() const {
@@ -316,9 +396,23 @@ bool Template::IsUsedByInstances() const {
            std::any_of(retiredProperties_.begin(), retiredProperties_.end(), inUse);
 }
 
+/// Goes on into the templates that are contained, however deep and each once: where versions or
+/// parents were added later, templates may even contain each other.
 void Template::CollectPackages(std::set<std::string>& packages) const {
-    for (const Property* property : propertiesByName_)
-        property->CollectPackages(packages);
+    const std::uint64_t walk = NextTemplateWalk();
+    std::vector<const Template*> pending{this};
+    Visit(walk);
+    while (!pending.empty()) {
+        const Template* current = pending.back();
+        pending.pop_back();
+        for (const Property* property : current->propertiesByName_) {
+            const auto* contained = ObjectCast<Template>(property->GetContainedType());
+            if (!contained)
+                property->CollectPackages(packages);
+            else if (contained->Visit(walk))
+                pending.push_back(contained);
+        }
+    }
 }
 
 } // namespace Kor

@@ -176,12 +176,14 @@ public:
 
     // -- kept for Property, View and the walks --------------------------------------------------
 
-    void UnlistName(Property& property) { propertiesByName_.RemoveExactly(&property); }
+    /// False when the lookup does not have the property: an older definition.
+    bool UnlistName(Property& property) { return propertiesByName_.RemoveExactly(&property); }
     void ListName(Property& property) { propertiesByName_.Place(&property); }
     void ForgetProperty(Property& property);
-    bool ListsView(const View& view) const { return views_.Contains(&view); }
     void UnlistView(View& view) { views_.RemoveExactly(&view); }
     void ListView(View& view) { views_.Place(&view); }
+    void TieView(View& view) { tiedViews_.push_back(&view); }
+    void UntieView(View& view);
     const SortedObjectList<Template>& GetParents() const { return parents_; }
     const ObjectRegistry<Template>& GetChildren() const { return children_; }
 
@@ -202,25 +204,36 @@ private:
     void CopyParentsAndProperties(const Template& source);
     void LinkChild(Template* child);
     void UnlinkChild(Template* child);
-    void TakeOutChild(Template* child);
     void UnlinkParent(Template* parent);
+    void ReplaceParent(Template* replaced, Template* parent);
+    std::vector<Template*> GetAllParents() const;
+    std::vector<Template*> GetAllChildren() const;
     void DropParents();
     void DropChildren(Template* fallback);
     void DropViews();
     void DropProperties(bool keepUsed);
+    void DropRetired(bool keepUsed);
+    void ReleaseRemoved();
 
     std::string key_;
     int latestVersion_ = 1;
     SortedObjectList<Template> parents_;
     ObjectRegistry<Template> children_;
-    /// Children whose entry in one of the two lists another object of the same key has taken: they
-    /// are not shown, but must learn of this template's end.
+    /// Children that are not shown, because another object of the same key has their place or had
+    /// this template's place among their parents, but must learn of this template's end.
     std::vector<Template*> unlistedChildren_;
+    /// Templates that go on showing this one as a child although another of the same key has taken
+    /// their place among the parents.
+    std::vector<Template*> formerParents_;
     SortedObjectList<Property> propertiesByName_;
     std::vector<Property*> properties_;
-    /// Former properties that living property instances still refer to.
-    std::vector<std::unique_ptr<Property>> retiredProperties_;
+    /// Former properties that living property instances still refer to; owned.
+    std::vector<Property*> retiredProperties_;
+    /// Properties that were taken out but go on naming this template as their owner.
+    std::vector<Property*> removedProperties_;
     SortedObjectList<View> views_;
+    /// The views that name this template as theirs, listed or not.
+    std::vector<View*> tiedViews_;
     int instanceCount_ = 0;
 
     mutable std::vector<Property*> instanceProperties_;

@@ -1,9 +1,17 @@
 #include "schema/View.h"
 
+#include <algorithm>
+
 #include "core/Names.h"
 #include "schema/Template.h"
 
 namespace Kor {
+
+View::~View() {
+    SetTemplate(nullptr);
+    for (Template* lister : listers_)
+        lister->UnlistView(*this);
+}
 
 std::unique_ptr<Object> View::Clone() const {
     std::unique_ptr<View> copy(new View(*this));
@@ -14,13 +22,29 @@ std::unique_ptr<Object> View::Clone() const {
 bool View::SetName(const char* name) {
     if (!IsValidName(TextOf(name)))
         return false;
-    Template* lister = owner_ && owner_->ListsView(*this) ? owner_ : nullptr;
-    if (lister)
+    for (Template* lister : listers_)
         lister->UnlistView(*this);
     StoreName(TextOf(name));
-    if (lister)
+    for (Template* lister : listers_)
         lister->ListView(*this);
     return true;
+}
+
+void View::SetTemplate(Template* owner) {
+    if (owner_)
+        owner_->UntieView(*this);
+    owner_ = owner;
+    if (owner_)
+        owner_->TieView(*this);
+}
+
+void View::AddLister(Template* lister) {
+    if (std::find(listers_.begin(), listers_.end(), lister) == listers_.end())
+        listers_.push_back(lister);
+}
+
+void View::RemoveLister(Template* lister) {
+    listers_.erase(std::remove(listers_.begin(), listers_.end(), lister), listers_.end());
 }
 
 } // namespace Kor

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "schema/Group.h"
 
 namespace Kor {
@@ -11,9 +13,13 @@ class View : public Group {
 public:
     static constexpr int kClassId = kViewClass;
 
-    View(std::string_view name, Template* owner) : Group(name), owner_(owner) {}
+    View(std::string_view name, Template* owner) : Group(name) { SetTemplate(owner); }
+
+    /// Takes itself out of the templates that list it.
+    ~View() override;
 
     int GetClass() const override { return kClassId; }
+
     bool ImplementsClass(int id) const override {
         return id == kClassId || Group::ImplementsClass(id);
     }
@@ -21,18 +27,25 @@ public:
     /// The copy refers to the same template.
     std::unique_ptr<Object> Clone() const override;
 
-    /// The template whose list follows the name.
+    /// The templates that list the view follow its new name.
     bool SetName(const char* name) override;
 
-    /// The template that lists the view, or null.
+    /// The template that the view belongs to, whether it lists the view or not; null once that
+    /// template is gone.
     Template* GetTemplate() const { return owner_; }
-    void SetTemplate(Template* owner) { owner_ = owner; }
+    void SetTemplate(Template* owner);
+
+    /// Kept by the templates that list the view.
+    bool IsListed() const { return !listers_.empty(); }
+    void AddLister(Template* lister);
+    void RemoveLister(Template* lister);
 
 private:
     friend class Group; // copies views among the items of a group
-    View(const View&) = default;
+    View(const View& source) : Group(source) { SetTemplate(source.owner_); }
 
-    Template* owner_;
+    Template* owner_ = nullptr;
+    std::vector<Template*> listers_;
 };
 
 } // namespace Kor

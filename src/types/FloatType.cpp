@@ -13,9 +13,10 @@ namespace {
 /// Narrows as the processor does, also where the language leaves the result open.
 template <class Element> Element Narrow(double number) {
     if (std::isfinite(number) && std::abs(number) > std::numeric_limits<Element>::max()) {
-        const auto nearest = static_cast<double>(std::numeric_limits<Element>::max());
-        // Half a unit in the last place above the largest number still rounds down to it.
-        if (std::abs(number) < nearest * (1 + std::numeric_limits<Element>::epsilon() / 4))
+        using Limits = std::numeric_limits<Element>;
+        // Below half a unit in the last place above the largest number it still rounds down.
+        const double half = std::ldexp(1.0, Limits::max_exponent - Limits::digits - 1);
+        if (std::abs(number) < static_cast<double>(Limits::max()) + half)
             return std::copysign(std::numeric_limits<Element>::max(),
                                  static_cast<Element>(number > 0 ? 1 : -1));
         return number > 0 ? std::numeric_limits<Element>::infinity()
@@ -31,7 +32,7 @@ template <class Element> std::unique_ptr<Object> FloatType<Element>::Clone() con
 }
 
 template <class Element> int FloatType<Element>::GetValueSize(const void*, int count) const {
-    return count < 0 ? 0 : count * static_cast<int>(sizeof(Element));
+    return ClampSize(count * static_cast<long long>(sizeof(Element)));
 }
 
 template <class Element> void* FloatType<Element>::NewValue(const void* initial, int count) const {

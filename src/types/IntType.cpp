@@ -11,7 +11,7 @@ template <class Element> std::unique_ptr<Object> IntType<Element>::Clone() const
 }
 
 template <class Element> int IntType<Element>::GetValueSize(const void*, int) const {
-    return this->GetDimension() * static_cast<int>(sizeof(Element));
+    return ClampSize(this->GetDimension() * static_cast<long long>(sizeof(Element)));
 }
 
 template <class Element> void* IntType<Element>::NewValue(const void* initial, int count) const {

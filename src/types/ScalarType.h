@@ -1,7 +1,9 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <limits>
 #include <new>
 
 #include "types/BinaryPacker.h"
@@ -18,6 +20,12 @@ inline void* AllocateElements(int count, size_t width) {
         throw std::bad_alloc();
     block[size] = '\0';
     return block;
+}
+
+/// A size as an int: 0 at least, and the largest int where dimensions from files ask for more.
+inline int ClampSize(long long size) {
+    constexpr long long kLargest = std::numeric_limits<int>::max();
+    return static_cast<int>(std::clamp(size, 0LL, kLargest));
 }
 
 /// What all types with plain contiguous elements share.

@@ -43,10 +43,10 @@ std::unique_ptr<Object> StringType::Clone() const {
 }
 
 int StringType::GetValueSize(const void* value, int count) const {
-    int size = 0;
-    for (int i = 0; i < count; ++i)
-        size += static_cast<int>(TextOf(At(value, i)).size()) + kLengthSize;
-    return size;
+    auto size = static_cast<long long>(count) * kLengthSize;
+    for (int i = 0; value && i < count; ++i)
+        size += static_cast<long long>(TextOf(At(value, i)).size());
+    return ClampSize(size);
 }
 
 void* StringType::NewValue(const void* initial, int count) const {

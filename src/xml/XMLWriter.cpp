@@ -59,6 +59,8 @@ void XMLWriter::AddIndent(int levels) {
 
 void XMLWriter::Open(ByteSink& sink, bool writeHeader) {
     Close();
+    if (!buffer_)
+        buffer_.reset(new char[kBlockSize]);
     sink_ = &sink;
     tagOpen_ = hasChildren_ = failed_ = false;
     if (writeHeader)
@@ -141,9 +143,9 @@ bool XMLWriter::Close() {
 }
 
 void XMLWriter::Flush() {
-    if (sink_ && !failed_ && !buffer_.empty())
-        failed_ = !sink_->Write(buffer_);
-    buffer_.clear();
+    if (sink_ && !failed_ && buffered_ > 0)
+        failed_ = !sink_->Write({buffer_.get(), buffered_});
+    buffered_ = 0;
 }
 
 void XMLWriter::CloseTag() {
@@ -161,9 +163,12 @@ void XMLWriter::BreakLine() {
 void XMLWriter::Put(std::string_view text) {
     if (!sink_)
         return;
-    buffer_.append(text);
-    if (buffer_.size() >= kBlockSize)
+    if (text.size() > kBlockSize - buffered_)
         Flush();
+    if (text.size() <= kBlockSize)
+        buffered_ += text.copy(buffer_.get() + buffered_, text.size());
+    else if (!failed_)
+        failed_ = !sink_->Write(text);
 }
 
 void XMLWriter::PutEscaped(std::string_view text) {

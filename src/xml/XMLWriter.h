@@ -1,6 +1,7 @@
 #pragma once
 
-#include <string>
+#include <cstddef>
+#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -58,7 +59,11 @@ private:
     bool hasChildren_ = false; ///< Whether a child of the element about to be ended was ended.
     bool failed_ = false;
     std::vector<const char*> openNames_;
-    std::string buffer_;
+
+    // What the sink has not got yet. A plain block: appending to a string costs more than the many
+    // short texts themselves.
+    std::unique_ptr<char[]> buffer_;
+    size_t buffered_ = 0;
 };
 
 } // namespace Kor

@@ -1,0 +1,145 @@
+// Saving where writing is not possible. What a full disk or a protected directory does can only be
+// had where the system lets a test arrange it.
+#if defined(__linux__)
+
+#include <csignal>
+#include <filesystem>
+
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include "api/SceneHost.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// A scene file with one asset in it, and a scene of many assets that is to replace it.
+class SceneFileFailureTest : public SceneTest {
+protected:
+    void SetUp() override {
+        SceneTest::SetUp();
+        OviAssetManager_NewAsset("old");
+        ASSERT_TRUE(OviAssetManager_SaveScene(Scene().c_str()));
+        old_ = ReadFile(Scene());
+        for (int i = 0; i < 3000; ++i)
+            OviAssetManager_NewAsset(nullptr);
+    }
+
+    /// In a directory of its own.
+    std::string Scene() { return PathOf("scenes/scene.asset"); }
+
+    /// Expects that saving fails, is reported, and leaves the old file and nothing else.
+    void ExpectFailure() {
+        EXPECT_FALSE(OviAssetManager_SaveScene(Scene().c_str()));
+        EXPECT_EQ(Errors(), Lines{"1 -1 Unable to open file for writing"});
+        EXPECT_EQ(OviErrorItem_GetSourceName(OviErrorManager_GetErrorItemAt(0)), Scene());
+        EXPECT_TRUE(ReadFile(Scene()) == old_) << "the old file changed";
+        EXPECT_EQ(std::distance(fs::directory_iterator(PathOf("scenes")), fs::directory_iterator()),
+                  1);
+    }
+
+    std::string old_;
+};
+
+/// Lets no file grow beyond a size while it lives, so that writes fail as on a full disk.
+class FileSizeLimit {
+public:
+    explicit FileSizeLimit(rlim_t size) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
+        getrlimit(RLIMIT_FSIZE, &previous_);
+        const rlimit limit{size, previous_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit() {
+        setrlimit(RLIMIT_FSIZE, &previous_);
+        std::signal(SIGXFSZ, handler_);
+    }
+
+private:
+    void (*handler_)(int);
+    rlimit previous_{};
+};
+
+/// Whom permissions bind, also when the tests are run by root.
+class OrdinaryUser {
+public:
+    OrdinaryUser() : previous_(getuid()) {
+        bound_ = previous_ != 0 || setresuid(kNobody, kNobody, previous_) == 0;
+    }
+    ~OrdinaryUser() {
+        if (getuid() != previous_ && setresuid(previous_, previous_, previous_) != 0)
+            std::abort();
+    }
+    bool IsBound() const { return bound_; }
+
+private:
+    static constexpr uid_t kNobody = 65534;
+    uid_t previous_;
+    bool bound_ = false;
+};
+
+} // namespace
+
+TEST_F(SceneFileFailureTest, LeavesTheOldFileWhenTheDiskIsFull) {
+    for (rlim_t size : {0, 1, 100, 5000}) {
+        OviErrorManager_Clear();
+        const FileSizeLimit limit(size);
+        ExpectFailure();
+    }
+    OviErrorManager_Clear();
+    EXPECT_TRUE(OviAssetManager_SaveScene(Scene().c_str()));
+    EXPECT_NE(ReadFile(Scene()), old_);
+    EXPECT_TRUE(Errors().empty());
+}
+
+TEST_F(SceneFileFailureTest, LeavesNoFileWhereNoneWas) {
+    const FileSizeLimit limit(100);
+    const std::string path = PathOf("fresh/scene.asset");
+    EXPECT_FALSE(OviAssetManager_SaveScene(path.c_str()));
+    EXPECT_TRUE(fs::is_empty(fs::path(path).parent_path()));
+}
+
+TEST_F(SceneFileFailureTest, LeavesTheOldFileInADirectoryThatCannotBeWritten) {
+    const auto directory = fs::path(Scene()).parent_path();
+    fs::permissions(directory, fs::perms(0555));
+    {
+        const OrdinaryUser user;
+        if (!user.IsBound())
+            GTEST_SKIP() << "permissions do not bind this user";
+        ExpectFailure();
+    }
+    fs::permissions(directory, fs::perms(0755));
+}
+
+TEST_F(SceneFileFailureTest, LeavesAFileThatIsWriteProtected) {
+    const auto directory = fs::path(Scene()).parent_path();
+    fs::permissions(directory, fs::perms(0777));
+    fs::permissions(Scene(), fs::perms(0444));
+    {
+        const OrdinaryUser user;
+        if (!user.IsBound())
+            GTEST_SKIP() << "permissions do not bind this user";
+        ExpectFailure();
+    }
+    fs::permissions(Scene(), fs::perms(0644));
+}
+
+TEST_F(SceneFileFailureTest, ReportsADeviceThatIsFull) {
+    if (!fs::is_character_file("/dev/full"))
+        GTEST_SKIP() << "this system has no such device";
+    const std::string link = PathOf("links/full.asset");
+    fs::create_symlink("/dev/full", link);
+    EXPECT_FALSE(OviAssetManager_SaveScene(link.c_str()));
+    EXPECT_EQ(Errors(), Lines{"1 -1 Unable to open file for writing"});
+    EXPECT_TRUE(fs::is_symlink(link));
+    EXPECT_TRUE(fs::is_character_file("/dev/full"));
+}
+
+TEST_F(SceneFileFailureTest, ReportsAMissingDirectory) {
+    const std::string path = Directory() + "/nowhere/scene.asset";
+    EXPECT_FALSE(OviAssetManager_SaveScene(path.c_str()));
+    EXPECT_EQ(Errors(), Lines{"1 -1 Unable to open file for writing"});
+    EXPECT_FALSE(fs::exists(path));
+}
+
+#endif

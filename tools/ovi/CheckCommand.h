@@ -1,0 +1,24 @@
+#pragma once
+
+#include "Command.h"
+
+#include <string>
+#include <vector>
+
+namespace OviTool {
+
+/// `ovi check`: loads files and prints every diagnostic.
+class CheckCommand : public Command {
+public:
+    const char* GetName() const override { return "check"; }
+    const char* GetDescription() const override;
+    void Declare(CLI::App& app) override;
+    int Run() override;
+
+private:
+    std::vector<std::string> schema_;
+    std::vector<std::string> files_;
+    std::string format_ = "text";
+};
+
+} // namespace OviTool

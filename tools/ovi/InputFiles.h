@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstddef>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace OviTool {
+
+class Findings;
+
+/// A file to load.
+struct InputFile {
+    std::string path; ///< As the library is to know it.
+    bool isScene;     ///< A scene, otherwise a template file.
+};
+
+/// The files to load, in load order and each of them once. Files that cannot be read are left out
+/// and noted as unreadable.
+class InputFiles {
+public:
+    static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+
+    explicit InputFiles(Findings& findings) : findings_(findings) {}
+
+    /// Adds a template file, or all template files below a directory: its own first, ascending
+    /// without regard to case, then those of its subdirectories likewise. Names that begin with a
+    /// dot are left out. The directory becomes a search path, so that files find their packages.
+    void AddSchema(const std::string& path);
+
+    /// Adds a template or scene file and gives its index, that of the first when it is there
+    /// already, or kNone when it cannot be read.
+    std::size_t Add(const std::string& path);
+
+    const std::vector<InputFile>& GetAll() const { return files_; }
+
+private:
+    void AddDirectory(const std::string& root);
+
+    /// Adds the files of one directory and gives its subdirectories, both relative to the root.
+    std::vector<std::string> AddFilesOf(const std::string& root, const std::string& relative);
+
+    std::size_t AddAs(const std::string& path, const std::string& libraryPath);
+
+    Findings& findings_;
+    std::vector<InputFile> files_;
+    std::map<std::string, std::size_t> indices_; ///< By canonical path.
+};
+
+} // namespace OviTool

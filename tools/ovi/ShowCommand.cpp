@@ -1,0 +1,51 @@
+#include "ShowCommand.h"
+
+#include "ChangeRecorder.h"
+#include "Findings.h"
+#include "InputFiles.h"
+#include "Loader.h"
+#include "Options.h"
+#include "ScenePrinter.h"
+#include "SchemaPrinter.h"
+#include "Session.h"
+
+#include <iostream>
+
+namespace OviTool {
+
+const char* ShowCommand::GetDescription() const {
+    return "Print a scene, or what a template file defines, as a tree";
+}
+
+void ShowCommand::Declare(CLI::App& app) {
+    DeclareSchemaOption(app, schema_);
+    app.add_flag("--all", all_,
+                 "Also print the properties of a scene that the file says nothing about");
+    app.add_option("FILE", file_, "The template (.template) or scene (.asset) file")->required();
+}
+
+int ShowCommand::Run() {
+    const Session session;
+    Findings findings;
+    InputFiles inputs(findings);
+    for (const std::string& path : schema_)
+        inputs.AddSchema(path);
+    const std::size_t index = inputs.Add(file_);
+
+    ChangeRecorder recorder;
+    LoadFiles(inputs.GetAll(), findings);
+    if (index != InputFiles::kNone) {
+        const InputFile& shown = inputs.GetAll()[index];
+        TreePrinter tree(std::cout);
+        if (shown.isScene)
+            ScenePrinter(tree, recorder, all_).Print(file_);
+        else
+            SchemaPrinter(tree).Print(file_, shown.path);
+    }
+    std::cout.flush();
+    findings.PrintText(std::cerr);
+    findings.PrintUnreadable(std::cerr);
+    return findings.GetExitCode();
+}
+
+} // namespace OviTool
