@@ -161,10 +161,16 @@ void XMLTemplateListener::StartUsing(const XMLAttributes& attributes) {
     const char* package = attributes.Find("package");
     if (!package)
         return;
-    const std::string name = package;
-    using_.Insert(name);
-    if (!manager_.LoadPackage(name))
-        Warn("Package not found: " + name);
+    using_.Insert(package);
+    // Packages use packages as deep as their files say: whoever reads this file loads the package
+    // before it goes on, without one reading inside the other.
+    wantedPackage_ = package;
+    parser_.Pause();
+}
+
+void XMLTemplateListener::AnswerWantedPackage(bool loaded) {
+    if (!loaded)
+        Warn("Package not found: " + wantedPackage_);
 }
 
 // -- templates ------------------------------------------------------------------------------------

@@ -39,6 +39,12 @@ public:
     bool Comment(std::string_view text) override;
     bool Characters(std::string_view text) override;
 
+    /// The package that a `using` element asks for while the parser is paused.
+    const std::string& GetWantedPackage() const { return wantedPackage_; }
+
+    /// Says whether the wanted package could be loaded.
+    void AnswerWantedPackage(bool loaded);
+
 private:
     using Handler = void (XMLTemplateListener::*)(const XMLAttributes&);
     struct Element {
@@ -110,6 +116,7 @@ private:
     std::vector<Group*> openGroups_; // the view at the bottom
     std::string package_;
     SortedStringList using_;
+    std::string wantedPackage_;
     std::string comment_;
     std::string text_;
     std::string language_; // empty when no label or description is open; "-" for the default one
