@@ -20,6 +20,12 @@ void TakeFromOwner(Object* object) {
         item->GetEnumeration()->RemoveItem(item);
 }
 
+/// Whether a type has users, with the last of which it then goes. Templates let go of theirs.
+bool IsStillNeeded(Object* object) {
+    auto* type = ObjectCast<Type>(object);
+    return type && !ObjectCast<Template>(object) && type->SurviveDeletion();
+}
+
 Lockable* LockableOf(Object* object) {
     if (auto* property = ObjectCast<Property>(object))
         return property;
@@ -33,7 +39,8 @@ void OviObject_Delete(OviObject* object) {
         if (TemplateManager::Exists() && &target == TemplateManager::Get()->GetRoot())
             return; // what everything falls back to goes with the manager alone
         TakeFromOwner(&target);
-        delete &target;
+        if (!IsStillNeeded(&target))
+            delete &target;
     });
 }
 

@@ -27,7 +27,7 @@ char ToLowerAscii(char c) {
 }
 
 bool EqualsIgnoreCase(std::string_view a, std::string_view b) {
-    return a.size() == b.size() && CompareIgnoreCase(a, b) == 0;
+    return a.size() == b.size() && (a == b || CompareIgnoreCase(a, b) == 0);
 }
 
 int CompareIgnoreCase(std::string_view a, std::string_view b) {

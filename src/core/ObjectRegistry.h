@@ -149,6 +149,9 @@ private:
     Position LowerBound(std::string_view key) const {
         if (chunks_.empty())
             return {0, 0};
+        // Files list objects in the order of their keys, so that most new ones come last.
+        if (chunks_.back().back()->GetKey() < key)
+            return {chunks_.size() - 1, chunks_.back().size()};
         const auto above = std::lower_bound(chunks_.begin() + 1, chunks_.end(), key,
                                             [](const std::vector<T*>& chunk, std::string_view k) {
                                                 return chunk.front()->GetKey() < k;

@@ -10,6 +10,7 @@
 #include "notify/NotificationManager.h"
 #include "schema/AttributeProperty.h"
 #include "schema/Template.h"
+#include "types/TypedValue.h"
 #include "xml/XMLWriter.h"
 
 namespace Kor {
@@ -19,6 +20,10 @@ namespace {
 /// The non-null block that stands for a value without elements; zeroes, for those who look anyway.
 alignas(8) char emptyBlock[16] = {};
 
+bool IsTemplateValue(const Type* type) {
+    return type && ObjectCast<Template>(type->GetStorageType());
+}
+
 } // namespace
 
 AttributeInstance::AttributeInstance(Instance& instance, AttributeProperty& property)
@@ -26,7 +31,6 @@ AttributeInstance::AttributeInstance(Instance& instance, AttributeProperty& prop
       dimension_(property.GetType() ? property.GetType()->GetDimension() : 0) {}
 
 AttributeInstance::~AttributeInstance() {
-    OrphanNestedInstances();
     FreeValue();
 }
 
@@ -39,8 +43,7 @@ Type* AttributeInstance::GetType() const {
 }
 
 bool AttributeInstance::HoldsInstances() const {
-    const Type* type = value_ ? valueType_.Get() : GetType();
-    return type && ObjectCast<Template>(type->GetStorageType());
+    return IsTemplateValue(value_ ? valueType_.Get() : GetType());
 }
 
 Instance* AttributeInstance::GetNestedInstance(int index) const {
@@ -49,29 +52,39 @@ Instance* AttributeInstance::GetNestedInstance(int index) const {
     return static_cast<Instance**>(value_)[index];
 }
 
+const void* AttributeInstance::GetReadableValue() const {
+    const Type* type = GetType();
+    return value_ && type && valueType_->GetStorageType() == type->GetStorageType() ? value_
+                                                                                    : nullptr;
+}
+
 // -- value ----------------------------------------------------------------------------------------
+
+// Every block is adopted with the type and the dimension that it was made for: callbacks may have
+// changed both by then.
 
 void* AttributeInstance::GetValue() {
     Type* type = GetType();
     if (value_ || !type)
         return value_;
-    AdoptValue(type->NewValue(GetAttributeProperty().GetDefaultValue(), dimension_));
+    AdoptValue(type, dimension_,
+               type->NewValue(GetAttributeProperty().GetReadableDefault(), dimension_));
     if (HoldsInstances())
         LinkNestedInstance();
     return value_;
 }
 
+/// The copy is made first: callbacks may change or free what the source points to.
 void AttributeInstance::SetValue(const void* source) {
-    Type* type = GetType();
+    const TypeRef type(GetType());
     if (!type)
         return;
-    Announce(source);
-    void* copy = type->NewValue(source, dimension_);
-    if (value_ && HoldsInstances()) {
-        RemoveNestedTemplates();
-        OrphanNestedInstances();
-    }
-    AdoptValue(copy);
+    const int dimension = dimension_;
+    TypedValue copy;
+    copy.Adopt(type.Get(), type->NewValue(source, dimension), dimension);
+    Announce(*type.Get(), source, dimension);
+    RemoveNestedTemplates();
+    AdoptValue(type.Get(), dimension, copy.Release());
     if (HoldsInstances()) {
         LinkNestedInstance();
         AnnounceNestedTemplates();
@@ -79,34 +92,33 @@ void AttributeInstance::SetValue(const void* source) {
 }
 
 void AttributeInstance::SetValueFromTexts(const char* const* texts, int count) {
-    Type* type = GetType();
-    if (!type || HoldsInstances())
+    const TypeRef type(GetType());
+    if (!type || IsTemplateValue(type.Get()))
         return;
     const int dimension = type->GetDimension() == 0 ? count : dimension_;
-    void* block = type->NewValue(nullptr, dimension);
-    for (int i = 0; block && i < std::min(count, dimension); ++i)
-        type->GetValueFromString(texts[i], block, i);
-    Announce(block);
-    FreeValue(); // with the dimension that the old block was made for
-    dimension_ = dimension;
-    AdoptValue(block);
+    TypedValue made;
+    made.Adopt(type.Get(), type->NewValue(nullptr, dimension), dimension);
+    for (int i = 0; made && i < std::min(count, dimension); ++i)
+        type->GetValueFromString(texts[i], made.Get(), i);
+    Announce(*type.Get(), made.Get(), dimension);
+    RemoveNestedTemplates();
+    AdoptValue(type.Get(), dimension, made.Release());
 }
 
 bool AttributeInstance::SetNestedInstance(std::unique_ptr<Instance>& instance, int index) {
     Type* type = GetType();
-    if (!type || !HoldsInstances() || index < 0)
+    if (!IsTemplateValue(type) || index < 0)
         return false;
     const bool variable = type->GetDimension() == 0;
     if (!variable && index >= dimension_)
         return false;
     const Instance* first = index == 0 ? instance.get() : GetNestedInstance(0);
-    Announce(&first);
-    if (index == 0 && value_) {
+    Announce(*type, &first, 1);
+    if (index == 0) {
         RemoveNestedTemplates();
-        OrphanNestedInstances();
         FreeValue();
     }
-    ResizeNested(variable ? index + 1 : dimension_);
+    ResizeNested(type, variable ? index + 1 : dimension_);
     Instance* nested = instance.get();
     StoreNestedInstance(std::move(instance), index);
     nested->SetParentPropertyInstance(this);
@@ -117,16 +129,29 @@ bool AttributeInstance::SetNestedInstance(std::unique_ptr<Instance>& instance, i
 
 void AttributeInstance::StoreNestedInstance(std::unique_ptr<Instance> instance, int index) {
     instance->BecomeValueElement();
-    static_cast<Instance**>(value_)[index] = instance.release();
+    Instance*& element = static_cast<Instance**>(value_)[index];
+    if (element) {
+        element->AttachSilently(nullptr);
+        element->Abandon();
+    }
+    element = instance.release();
 }
 
-void AttributeInstance::Announce(const void* source) {
+void AttributeInstance::ForgetNestedInstance(const Instance& nested) {
+    for (int i = 0; i < dimension_; ++i) {
+        if (GetNestedInstance(i) == &nested)
+            static_cast<Instance**>(value_)[i] = nullptr;
+    }
+}
+
+/// A value without elements has no text to show.
+void AttributeInstance::Announce(const Type& type, const void* source, int dimension) {
     NotificationManager* notifications = NotificationManager::Get();
     if (!notifications || !notifications->HasPropertyInstanceListeners())
         return;
     std::string text;
-    if (source)
-        GetType()->GetValueAsString(source, text, 0);
+    if (source && dimension > 0)
+        type.GetValueAsString(source, text, 0);
     notifications->NotifyPropertyInstance(this, kAttributeValueChanged, text.data());
 }
 
@@ -151,16 +176,18 @@ void AttributeInstance::AnnounceNestedTemplates() const {
         notifications->NotifyInstance(first, kTemplateAdded, first->GetTemplateAt(i));
 }
 
-void AttributeInstance::OrphanNestedInstances() {
+void AttributeInstance::OrphanNestedInstances() const {
     for (int i = 0; i < dimension_; ++i) {
         Instance* nested = GetNestedInstance(i);
         if (nested && nested->GetParentPropertyInstance() == this)
-            nested->SetParentPropertyInstance(nullptr);
+            nested->AttachSilently(nullptr);
     }
 }
 
 /// Grows the block of references; the new ones are null.
-void AttributeInstance::ResizeNested(int dimension) {
+void AttributeInstance::ResizeNested(Type* type, int dimension) {
+    if (value_ && !HoldsInstances())
+        FreeValue();
     const int old = value_ ? dimension_ : 0;
     if (value_ && dimension <= old)
         return;
@@ -171,14 +198,14 @@ void AttributeInstance::ResizeNested(int dimension) {
     std::fill(block + old, block + dimension, nullptr);
     value_ = block;
     dimension_ = dimension;
-    valueType_.Reset(GetType());
+    valueType_.Reset(type);
 }
 
-void AttributeInstance::AdoptValue(void* block) {
+void AttributeInstance::AdoptValue(Type* type, int dimension, void* block) {
     FreeValue();
-    Type* type = GetType();
+    dimension_ = dimension;
     const Type* storage = type ? type->GetStorageType() : nullptr;
-    if (!block && dimension_ < 1 && storage && !ObjectCast<Template>(storage))
+    if (!block && dimension < 1 && storage && !ObjectCast<Template>(storage))
         block = emptyBlock;
     value_ = block;
     if (block)
@@ -186,6 +213,7 @@ void AttributeInstance::AdoptValue(void* block) {
 }
 
 void AttributeInstance::FreeValue() {
+    OrphanNestedInstances();
     void* block = std::exchange(value_, nullptr);
     if (block && block != emptyBlock)
         valueType_->DeleteValue(block, dimension_);
@@ -200,7 +228,6 @@ bool AttributeInstance::SetDimension(int dimension) {
         return true;
     if (type->GetDimension() != 0 && type->GetDimension() != dimension)
         return false;
-    OrphanNestedInstances();
     FreeValue();
     dimension_ = dimension;
     return true;
@@ -243,11 +270,13 @@ int AttributeInstance::GetPadding(int offset) const {
 }
 
 bool AttributeInstance::IsValid() const {
-    return value_ && GetAttributeProperty().IsValueValid(value_);
+    const void* value = GetReadableValue();
+    return value && dimension_ >= GetType()->GetDimension() &&
+           GetAttributeProperty().IsValueValid(value);
 }
 
 int AttributeInstance::WriteToBinary(void* buffer, int bufferSize) const {
-    return GetProperty()->WriteValueToBinary(value_, dimension_, buffer, bufferSize);
+    return GetProperty()->WriteValueToBinary(GetReadableValue(), dimension_, buffer, bufferSize);
 }
 
 void AttributeInstance::CopyFrom(const PropertyInstance& source) {
@@ -259,10 +288,11 @@ void AttributeInstance::CopyFrom(const PropertyInstance& source) {
 
 void AttributeInstance::CopyPlainValue(AttributeInstance& source) {
     const void* value = source.GetValue();
-    Type* type = GetType();
-    if (!value || !type)
+    if (!value)
         return;
-    AdoptValue(type->GetStorageType()->CopyValue(value, dimension_));
+    Type* type = source.valueType_.Get();
+    const Type* storage = type->GetStorageType();
+    AdoptValue(type, dimension_, storage ? storage->CopyValue(value, dimension_) : nullptr);
 }
 
 } // namespace Kor

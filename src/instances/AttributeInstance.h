@@ -48,10 +48,14 @@ public:
     /// holds no instances or the dimension forbids that many.
     bool SetNestedInstance(std::unique_ptr<Instance>& instance, int index);
 
-    /// The type whose rules the value block follows, and whether that is a template.
+    /// The property's type, and whether the value block (without one: the type) is a template's.
     Type* GetType() const;
     bool HoldsInstances() const;
     Instance* GetNestedInstance(int index) const;
+
+    /// The value block when the property's type can read it; null when there is none, or one that
+    /// another type made before the property was given this one.
+    const void* GetReadableValue() const;
 
     /// Number of elements. Setting another one drops the value; false when the type fixes it.
     int GetDimension() const { return dimension_; }
@@ -84,22 +88,21 @@ public:
     /// Takes over a copy of a value that holds no instances.
     void CopyPlainValue(AttributeInstance& source);
 
-    /// Takes over a block of this attribute's dimension, made by its type.
-    void AdoptValue(void* block);
-
     /// Makes the value a block of as many null references as the dimension says.
-    void MakeEmptyNestedValue() { ResizeNested(dimension_); }
+    void MakeEmptyNestedValue() { ResizeNested(GetType(), dimension_); }
     void StoreNestedInstance(std::unique_ptr<Instance> instance, int index);
 
-    /// Lets go of the nested instances' link to this attribute.
-    void OrphanNestedInstances();
+    /// Called by a nested instance that is deleted by hand.
+    void ForgetNestedInstance(const Instance& nested);
 
 private:
-    void Announce(const void* source);
+    void Announce(const Type& type, const void* source, int dimension);
+    void AdoptValue(Type* type, int dimension, void* block);
     void LinkNestedInstance();
     void RemoveNestedTemplates() const;
     void AnnounceNestedTemplates() const;
-    void ResizeNested(int dimension);
+    void ResizeNested(Type* type, int dimension);
+    void OrphanNestedInstances() const;
     void FreeValue();
 
     int dimension_;

@@ -8,6 +8,7 @@
 
 #include "core/Names.h"
 #include "instances/Asset.h"
+#include "instances/AttributeInstance.h"
 #include "manager/RetiredSchema.h"
 #include "manager/TemplateManager.h"
 #include "notify/NotificationManager.h"
@@ -32,6 +33,8 @@ Instance::Instance(std::string_view name, Place place)
 }
 
 Instance::~Instance() {
+    if (auto* holder = ObjectCast<AttributeInstance>(parent_))
+        holder->ForgetNestedInstance(*this);
     if (abandoned_) {
         auto& abandoned = Abandoned();
         abandoned.erase(std::remove(abandoned.begin(), abandoned.end(), this), abandoned.end());

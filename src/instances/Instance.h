@@ -91,8 +91,8 @@ public:
     /// The asset at the top of the chain of parents, or null.
     Asset* GetParentAsset();
 
-    /// Sets the parent without announcing anything.
-    void AttachSilently(PropertyInstance& parent);
+    /// Sets the parent, or none, without announcing anything.
+    void AttachSilently(PropertyInstance* parent) { parent_ = parent; }
 
     /// A copy with everything but the parent, its nested instances copied too; silent.
     std::unique_ptr<Instance> CopyForValue();

@@ -25,16 +25,12 @@ void CopyNested(const AttributeInstance& source, AttributeInstance& copy, Pendin
             continue;
         auto made = std::make_unique<Instance>(nested->GetNameView(), Instance::kInsideValue);
         pending.emplace_back(nested, made.get());
-        made->AttachSilently(copy);
+        made->AttachSilently(&copy);
         copy.StoreNestedInstance(std::move(made), i);
     }
 }
 
 } // namespace
-
-void Instance::AttachSilently(PropertyInstance& parent) {
-    parent_ = &parent;
-}
 
 void Instance::CopyShallow(const Instance& source) {
     StoreName(source.GetNameView());

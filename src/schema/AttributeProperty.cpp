@@ -50,9 +50,17 @@ void AttributeProperty::Store(TypedValue& slot, void* value) {
     slot.Adopt(type_.Get(), value, count);
 }
 
+/// The values stay when the property is given another type, but that type must not read them.
+const void* AttributeProperty::GetReadable(const TypedValue& value) const {
+    const bool readable = type_ && value &&
+                          value.GetType()->GetStorageType() == type_->GetStorageType() &&
+                          value.GetCount() >= type_->GetDimension();
+    return readable ? value.Get() : nullptr;
+}
+
 bool AttributeProperty::IsValueValid(const void* value) const {
-    return type_ &&
-           type_->IsValueValid(value, minimum_.Get(), maximum_.Get(), type_->GetDimension());
+    return type_ && type_->IsValueValid(value, GetReadable(minimum_), GetReadable(maximum_),
+                                        type_->GetDimension());
 }
 
 void AttributeProperty::CollectPackages(std::set<std::string>& packages) const {

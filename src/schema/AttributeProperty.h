@@ -36,6 +36,10 @@ public:
     void* GetDefaultValue() const { return default_.Get(); }
     void* GetMinValue() const { return minimum_.Get(); }
     void* GetMaxValue() const { return maximum_.Get(); }
+
+    /// The default, unless it is a block of another type's form or dimension.
+    const void* GetReadableDefault() const { return GetReadable(default_); }
+
     void SetDefaultValue(void* value) { Store(default_, value); }
     void SetMinValue(void* value) { Store(minimum_, value); }
     void SetMaxValue(void* value) { Store(maximum_, value); }
@@ -62,6 +66,7 @@ protected:
 
 private:
     void Store(TypedValue& slot, void* value);
+    const void* GetReadable(const TypedValue& value) const;
 
     TypeRef type_;
     bool reference_ = false;

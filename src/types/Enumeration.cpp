@@ -1,5 +1,7 @@
 #include "types/Enumeration.h"
 
+#include <algorithm>
+
 #include "xml/XMLTemplateWriter.h"
 
 namespace Kor {
@@ -32,6 +34,9 @@ void Enumeration::WriteToXML(XMLWriter& writer) const {
 }
 
 int Enumeration::AddItem(EnumerationItem* item) {
+    Enumeration* before = item->GetEnumeration();
+    if (before && before != this)
+        before->RemoveItem(item); // or both would delete it
     EnumerationItem* replaced = nullptr;
     const int result = items_.Insert(item, &replaced);
     if (replaced)
@@ -41,11 +46,14 @@ int Enumeration::AddItem(EnumerationItem* item) {
 }
 
 int Enumeration::RemoveItem(EnumerationItem* item) {
-    const int index = items_.Find(item->GetKey());
+    // Of several items with that name, left by renaming, the given one itself.
+    const int exact = items_.IndexOf(item);
+    const int index = exact >= 0 ? exact : items_.Find(item->GetKey());
     if (index < 0)
         return index;
-    items_.GetAt(index)->SetEnumeration(nullptr);
-    items_.Remove(items_.GetAt(index));
+    EnumerationItem* removed = items_.GetAt(index);
+    removed->SetEnumeration(nullptr);
+    items_.Remove(removed);
     return index;
 }
 
@@ -75,7 +83,7 @@ int Enumeration::CompareValues(const void* a, const void*, int count) const {
     return carrier ? carrier->CompareValues(a, a, count) : 0;
 }
 
-bool Enumeration::IsValueValid(const void* value, const void*, const void*, int) const {
+bool Enumeration::IsValueValid(const void* value, const void*, const void*, int count) const {
     const Type* carrier = FollowCarriers();
     if (!value || !carrier)
         return false;
@@ -86,12 +94,12 @@ bool Enumeration::IsValueValid(const void* value, const void*, const void*, int)
     carrier->GetValueAsString(value, text, 0);
     if (items_.Find(text) >= 0)
         return true;
-    for (const EnumerationItem* item : items_) {
-        if (item->GetValue() &&
-            carrier->CompareValues(value, item->GetValue(), carrier->GetDimension()) == 0)
-            return true;
-    }
-    return false;
+    // An item's value may have more elements than the given one.
+    const int elements = std::min(carrier->GetDimension(), std::max(count, 1));
+    return std::any_of(items_.begin(), items_.end(), [&](const EnumerationItem* item) {
+        const void* other = item->GetValueOfStorage(carrier);
+        return other && carrier->CompareValues(value, other, elements) == 0;
+    });
 }
 
 /// The block may be shorter than a name, so nothing behind the first difference is read.

@@ -43,7 +43,7 @@ public:
     int CompareValues(const void* a, const void* b, int count) const override;
 
     /// Whether the value stands for an item: by the text of its first element, by its bytes, or
-    /// because the block itself is an item's name. Bounds and count mean nothing here.
+    /// because the block itself is an item's name. Bounds mean nothing here.
     bool IsValueValid(const void* value, const void* minimum, const void* maximum,
                       int count) const override;
     int GetValueAsString(const void* value, std::string& text, int index) const override;

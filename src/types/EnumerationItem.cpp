@@ -17,7 +17,12 @@ EnumerationItem::EnumerationItem(std::string_view name, Type* valueType, const c
 
 EnumerationItem::EnumerationItem(const EnumerationItem& other)
     : Type(other), valueType_(other.valueType_) {
-    SetValue(other.value_.Get());
+    // Every element: making a new value from another one may repeat the first.
+    Type* type = other.value_.GetType();
+    const Type* storage = type ? type->GetStorageType() : nullptr;
+    const int count = other.value_.GetCount();
+    if (storage)
+        value_.Adopt(type, storage->CopyValue(other.value_.Get(), count), count);
 }
 
 std::unique_ptr<Object> EnumerationItem::Clone() const {
@@ -26,6 +31,11 @@ std::unique_ptr<Object> EnumerationItem::Clone() const {
 
 void EnumerationItem::WriteToXML(XMLWriter& writer) const {
     XMLTemplateWriter(writer).WriteItem(*this);
+}
+
+const void* EnumerationItem::GetValueOfStorage(const Type* storage) const {
+    const Type* type = value_.GetType();
+    return type && type->GetStorageType() == storage ? value_.Get() : nullptr;
 }
 
 std::string EnumerationItem::GetValueText() const {

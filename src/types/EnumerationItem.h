@@ -25,6 +25,9 @@ public:
     Type* GetValueType() const { return valueType_.Get(); }
     const void* GetValue() const { return value_.Get(); }
 
+    /// The value when its block follows the rules of that type; else null.
+    const void* GetValueOfStorage(const Type* storage) const;
+
     /// The text of the value's first element.
     std::string GetValueText() const;
 

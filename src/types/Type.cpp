@@ -194,8 +194,28 @@ std::string Type::GetReadableText(const void* value, int index) const {
 }
 
 void Type::ReleaseUse() {
-    if (--useCount_ <= 0 && ownedByUsers_ && !registered_)
-        delete this;
+    Type* type = this;
+    // A type that goes may be the last user of its base type, and so on: a loop, because such
+    // chains can be long.
+    while (--type->useCount_ <= 0 && type->ownedByUsers_ && !type->registered_) {
+        Type* base = type->GetBaseType();
+        if (base)
+            base->AddUse();
+        type->SetBaseType(nullptr);
+        delete type;
+        if (!base)
+            return;
+        type = base;
+    }
+}
+
+bool Type::SurviveDeletion() {
+    // What values do not need could only be a circle that keeps the type alive for ever.
+    if (GetValueCarrier() != GetBaseType() || !GetStorageType())
+        SetBaseType(nullptr);
+    if (useCount_ > 0)
+        LeaveToUsers();
+    return useCount_ > 0;
 }
 
 } // namespace Kor

@@ -142,6 +142,10 @@ public:
     bool IsLeftToUsers() const { return ownedByUsers_; }
     void TakeFromUsers() { ownedByUsers_ = false; }
 
+    /// Asked when an unregistered type is to be deleted: true when it has users, which it is then
+    /// left to, because they go on calling it for their values.
+    bool SurviveDeletion();
+
     void AddUse() { ++useCount_; }
     void DropUse() { --useCount_; }
     void ReleaseUse();

@@ -17,6 +17,12 @@ void TypedValue::Adopt(Type* type, void* block, int count) {
     count_ = count;
 }
 
+void* TypedValue::Release() {
+    void* block = std::exchange(block_, nullptr);
+    type_.Reset(nullptr);
+    return block;
+}
+
 void TypedValue::Clear() {
     if (void* block = std::exchange(block_, nullptr))
         type_->DeleteValue(block, count_);

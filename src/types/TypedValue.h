@@ -21,6 +21,9 @@ public:
     /// unless it is the very same one.
     void Adopt(Type* type, void* block, int count);
 
+    /// Hands the block over to the caller.
+    void* Release();
+
     /// Frees the block.
     void Clear();
 

@@ -1,8 +1,11 @@
 #include "xml/VersionOrder.h"
 
+#include <algorithm>
 #include <queue>
+#include <string_view>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 
 #include "schema/Template.h"
 
@@ -15,9 +18,12 @@ class StepGraph {
 public:
     explicit StepGraph(const std::vector<const Template*>& versions) {
         for (size_t i = 0; i < versions.size(); ++i)
-            AddVersion(*versions[i], i > 0 ? versions[i - 1] : nullptr);
+            AddVersion(versions, i);
         for (size_t i = 1; i < versions.size(); ++i)
             AddCreation(versions, i);
+        for (size_t i = 1; i < versions.size(); ++i)
+            AddVersionsBetween(versions, i);
+        AddLateParents();
         for (const Template* version : versions)
             AddDeclarationOrder(*version);
     }
@@ -53,6 +59,8 @@ public:
     }
 
 private:
+    using NamedProperties = std::unordered_multimap<std::string_view, const Property*>;
+
     size_t AddStep(const VersionStep& step) {
         steps_.push_back(step);
         followers_.emplace_back();
@@ -60,10 +68,13 @@ private:
         return steps_.size() - 1;
     }
 
-    void AddVersion(const Template& version, const Template* lower) {
+    void AddVersion(const std::vector<const Template*>& versions, size_t at) {
+        const Template& version = *versions[at];
+        const Template* lower = at > 0 ? versions[at - 1] : nullptr;
         const size_t first = steps_.size();
-        const bool hasParents = !GetIntroducedParents(version, lower).empty();
-        if (hasParents)
+        const std::vector<Template*> introduced = GetIntroducedParents(version, lower);
+        std::vector<const Property*> older = FindOlder(versions, at, introduced);
+        if (!introduced.empty() && older.empty())
             AddStep({&version, lower, nullptr, false});
         for (const Property* property : version.GetDeclaredProperties()) {
             if (property->GetOwner() == &version && property->GetVersion() == version.GetVersion())
@@ -71,26 +82,95 @@ private:
         }
         if (steps_.size() == first && lower)
             AddStep({&version, lower, nullptr, true});
+        if (!older.empty())
+            lateParents_.emplace_back(AddStep({&version, lower, nullptr, false}), std::move(older));
         ranges_.push_back({first, steps_.size()});
     }
 
-    /// The first step of a version makes it: what it shares with lower versions comes after, what
-    /// it has copies of before.
+    /// The properties that this or later versions share with lower ones although parents that this
+    /// version introduces have newer ones of the name, which would keep them out: they were there
+    /// before the parents.
+    static std::vector<const Property*> FindOlder(const std::vector<const Template*>& versions,
+                                                  size_t at,
+                                                  const std::vector<Template*>& introduced) {
+        std::vector<const Property*> older;
+        for (size_t i = std::max<size_t>(at, 1); i < versions.size() && !introduced.empty(); ++i) {
+            for (const Property* property : versions[i]->GetDeclaredProperties()) {
+                const bool shared = property->GetOwner() && property->GetOwner() != versions[i];
+                const bool hidden =
+                    shared &&
+                    std::any_of(introduced.begin(), introduced.end(), [&](Template* parent) {
+                        const Property* other = parent->GetProperty(property->GetKey(), true);
+                        return other && other->GetVersion() > property->GetVersion();
+                    });
+                if (hidden)
+                    older.push_back(property);
+            }
+        }
+        return older;
+    }
+
+    void AddLateParents() {
+        for (const auto& [parents, older] : lateParents_) {
+            for (const Property* property : older) {
+                const auto node = nodes_.find(property);
+                if (node != nodes_.end())
+                    AddEdge(node->second, parents);
+            }
+        }
+    }
+
+    /// The first step of a version makes it; where the properties of lower versions stand to that
+    /// shows in what the version has of them.
     void AddCreation(const std::vector<const Template*>& versions, size_t at) {
         const auto [creation, end] = ranges_[at];
         for (size_t step = creation + 1; step < end; ++step)
             AddEdge(creation, step);
         const auto& declared = versions[at]->GetDeclaredProperties();
-        const std::unordered_set<const Property*> shared(declared.begin(), declared.end());
+        const std::unordered_set<const Property*> listed(declared.begin(), declared.end());
+        NamedProperties named;
+        for (const Property* property : declared)
+            named.emplace(property->GetKey(), property);
         for (size_t step = 0; step < creation; ++step) {
-            const Property* property = steps_[step].property;
-            if (!property)
+            if (!steps_[step].property)
                 continue;
-            if (shared.count(property))
+            if (listed.count(steps_[step].property))
                 AddEdge(creation, step);
             else
-                AddEdge(step, creation);
+                AddUnshared(step, creation, named);
         }
+    }
+
+    /// A property of which the version has a copy was there before it. One of which it has nothing
+    /// came after a newer definition that kept it out; the versions above say nothing more then.
+    void AddUnshared(size_t step, size_t creation, const NamedProperties& named) {
+        const Property* property = steps_[step].property;
+        const auto [first, last] = named.equal_range(property->GetKey());
+        const bool copied = std::any_of(first, last, [property](const auto& other) {
+            return other.second->GetVersion() == property->GetVersion();
+        });
+        if (copied) {
+            AddEdge(step, creation);
+        } else if (keptOut_.insert(property).second) {
+            AddEdge(creation, step);
+            for (auto newer = first; newer != last; ++newer) {
+                const auto node = nodes_.find(newer->second);
+                if (node != nodes_.end() && node->second != step)
+                    AddEdge(node->second, step);
+            }
+        }
+    }
+
+    /// A version is a copy of the nearest lower one that there was: those in between came later.
+    void AddVersionsBetween(const std::vector<const Template*>& versions, size_t at) {
+        const VersionedObject* source = versions[at]->GetPrevious();
+        size_t below = at;
+        while (below > 0 && versions[below - 1] != source)
+            --below;
+        if (below == 0) // made by hand or from a version that is gone
+            return;
+        for (size_t between = below; between < at; ++between)
+            AddEdge(ranges_[at].first, ranges_[between].first);
     }
 
     void AddDeclarationOrder(const Template& version) {
@@ -119,6 +199,8 @@ private:
     std::vector<int> blockers_;
     std::vector<Range> ranges_;
     std::unordered_map<const Property*, size_t> nodes_;
+    std::unordered_set<const Property*> keptOut_;
+    std::vector<std::pair<size_t, std::vector<const Property*>>> lateParents_;
 };
 
 } // namespace

@@ -38,6 +38,11 @@ bool XMLInstanceListener::Refuse(const std::string& message) {
     return parser_.GetErrorListener() != nullptr;
 }
 
+void XMLInstanceListener::ReportInvalidName(const char* name) {
+    Error("Invalid asset name: " + Quoted(name) +
+          ". Valid characters must be in the range [A-Z][a-z][0-9][_]. Ignoring asset.");
+}
+
 // -- events ---------------------------------------------------------------------------------------
 
 const XMLInstanceListener::Element* XMLInstanceListener::FindElement(std::string_view name) {
@@ -107,13 +112,14 @@ bool XMLInstanceListener::StartAsset(const XMLAttributes& attributes) {
     if (!asset)
         asset = assets_.NewAsset(name);
     if (!asset) {
-        Error("Invalid asset name: " + Quoted(name) +
-              ". Valid characters must be in the range [A-Z][a-z][0-9][_]. Ignoring asset.");
+        ReportInvalidName(name);
         ignoredDepth_ = 1;
         return true;
     }
     if (reference)
         asset->SetReference(reference, true);
+    if (attribute_ && valueCount_ > 0)
+        SetCollectedValues();
     open_.push_back({asset, attribute_, nestedCount_});
     attribute_ = nullptr;
     current_ = nullptr;
@@ -137,20 +143,19 @@ void XMLInstanceListener::StartNested(const char* name) {
 void XMLInstanceListener::EndAsset() {
     if (open_.empty())
         return;
+    EndProperty(); // one whose end tag is missing
     attribute_ = open_.back().holder;
     current_ = attribute_;
     nestedCount_ = open_.back().indexInHolder;
     open_.pop_back();
-    valueOpen_ = false;
-    valueCount_ = 0;
 }
 
 bool XMLInstanceListener::StartAssetRef(const XMLAttributes& attributes) {
     const char* name = attributes.Find("name");
     if (!name)
         return Refuse("<assetRef> element must have an 'name' attribute");
-    if (!assets_.GetAsset(name))
-        assets_.NewAsset(name);
+    if (!assets_.GetAsset(name) && !assets_.NewAsset(name))
+        ReportInvalidName(name);
     return true;
 }
 
@@ -213,11 +218,9 @@ PropertyInstance* XMLInstanceListener::OpenProperty(const char* element,
     PropertyInstance* found = FindPropertyInstance(element, attributes);
     if (!found)
         return nullptr;
+    EndProperty(); // of an attribute that this one stands in
     current_ = found;
-    attribute_ = nullptr;
     nestedCount_ = 0;
-    valueOpen_ = false;
-    valueCount_ = 0;
     return found;
 }
 

@@ -30,7 +30,7 @@ public:
 private:
     using Handler = bool (XMLInstanceListener::*)(const XMLAttributes&);
     struct Element {
-        const char* name;
+        std::string_view name;
         Handler start;
         void (XMLInstanceListener::*end)();
     };
@@ -69,6 +69,7 @@ private:
     void SetCollectedValues();
 
     void Error(const std::string& message);
+    void ReportInvalidName(const char* name);
 
     /// Reports a structural error; false, ending the reading, when nobody listens.
     bool Refuse(const std::string& message);

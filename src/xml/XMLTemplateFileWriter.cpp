@@ -1,6 +1,7 @@
 #include "xml/XMLTemplateFileWriter.h"
 
 #include <unordered_map>
+#include <unordered_set>
 
 #include "core/Names.h"
 #include "manager/TemplateManager.h"
@@ -13,28 +14,68 @@ namespace Kor {
 
 namespace {
 
-/// The types that must be defined before a definition is read.
-std::vector<const Type*> GetNeeded(const Type& type) {
-    std::vector<Type*> used;
-    type.CollectUsedTypes(used);
-    std::vector<const Type*> needed(used.begin(), used.end());
+/// The templates' latest versions stand for all versions, which are written together.
+const Type* GetWritten(const Type* type) {
+    const auto* definition = ObjectCast<Template>(type);
+    const TemplateManager* manager = TemplateManager::Get();
+    const Template* latest =
+        definition && manager ? manager->GetTemplate(definition->GetFullName()) : nullptr;
+    return latest ? latest : type;
+}
+
+/// All versions of a template; anything else alone.
+std::vector<const Type*> GetVersions(const Type& type) {
     const auto* definition = ObjectCast<Template>(&type);
-    if (!definition)
-        return needed;
-    for (const Template* parent : definition->GetParents())
-        needed.push_back(parent);
-    for (const Property* property : definition->GetDeclaredProperties()) {
-        if (const auto* attribute = ObjectCast<AttributeProperty>(property))
-            needed.push_back(attribute->GetType());
+    const TemplateManager* manager = TemplateManager::Get();
+    if (!definition || !manager)
+        return {&type};
+    const std::vector<Template*> versions = manager->GetVersions(definition->GetFullName());
+    return {versions.begin(), versions.end()};
+}
+
+/// What must be defined before a definition is read: base types and parents.
+std::vector<const Type*> GetRequired(const Type& type) {
+    std::vector<const Type*> required;
+    for (const Type* version : GetVersions(type)) {
+        if (const auto* definition = ObjectCast<Template>(version))
+            required.insert(required.end(), definition->GetParents().begin(),
+                            definition->GetParents().end());
+        if (version->GetBaseType())
+            required.push_back(version->GetBaseType());
     }
+    return required;
+}
+
+/// The types of a template's attributes. They too must be known when it is read; but where
+/// templates refer to each other in a circle, a mere declaration has to do.
+std::vector<const Type*> GetMentioned(const Type& type) {
+    std::vector<const Type*> mentioned;
+    for (const Type* version : GetVersions(type)) {
+        const auto* definition = ObjectCast<Template>(version);
+        if (!definition)
+            break;
+        for (const Property* property : definition->GetDeclaredProperties()) {
+            const auto* attribute = ObjectCast<AttributeProperty>(property);
+            if (attribute && attribute->GetType())
+                mentioned.push_back(attribute->GetType());
+        }
+    }
+    return mentioned;
+}
+
+std::vector<const Type*> GetNeeded(const Type& type) {
+    std::vector<const Type*> needed = GetRequired(type);
+    const std::vector<const Type*> mentioned = GetMentioned(type);
+    needed.insert(needed.end(), mentioned.begin(), mentioned.end());
     return needed;
 }
 
-/// Puts what others need in front, keeping the order otherwise. Needs may run in circles (through
-/// references): the walk then leaves the order as it comes.
+/// Puts what others need in front and keeps the order otherwise.
 class Sorter {
 public:
-    explicit Sorter(const std::vector<const Type*>& types) {
+    using Needs = std::vector<const Type*> (*)(const Type&);
+
+    Sorter(const std::vector<const Type*>& types, Needs needs) : needs_(needs) {
         for (const Type* type : types)
             states_[type] = kUntouched;
         for (const Type* type : types)
@@ -57,7 +98,7 @@ private:
         while (!path.empty()) {
             Step& step = path.back();
             if (step.next < step.needed.size()) {
-                Enter(step.needed[step.next++], path);
+                Enter(GetWritten(step.needed[step.next++]), path);
                 continue;
             }
             states_[step.type] = kDone;
@@ -71,11 +112,18 @@ private:
         if (state == states_.end() || state->second != kUntouched)
             return;
         state->second = kOpen;
-        path.push_back({type, GetNeeded(*type)});
+        path.push_back({type, needs_(*type)});
     }
 
+    Needs needs_;
     std::unordered_map<const Type*, State> states_;
 };
+
+/// The second pass changes nothing unless needs run in circles, which the first one cuts anywhere:
+/// base types and parents, which never do, come first then all the same.
+std::vector<const Type*> Sort(const std::vector<const Type*>& types) {
+    return Sorter(Sorter(types, &GetNeeded).sorted, &GetRequired).sorted;
+}
 
 } // namespace
 
@@ -111,12 +159,27 @@ std::set<std::string> XMLTemplateFileWriter::CollectUsedPackages() const {
             type->CollectPackages(packages);
     }
     for (const Type* type : templates_) {
-        for (const Type* needed : GetNeeded(*type)) {
-            if (ObjectCast<Template>(needed))
-                packages.insert(needed->GetPackageName());
-        }
+        for (const Type* needed : GetNeeded(*type))
+            packages.insert(needed->GetPackageName());
     }
     return packages;
+}
+
+/// Writes the templates, and before each one declarations of those behind it that it mentions.
+void XMLTemplateFileWriter::WriteTemplates(XMLTemplateWriter& elements) const {
+    std::unordered_set<const Type*> unknown(templates_.begin(), templates_.end());
+    for (const Type* type : Sort(templates_)) {
+        unknown.erase(type);
+        for (const Type* mentioned : GetMentioned(*type)) {
+            const Type* written = GetWritten(mentioned);
+            if (unknown.erase(written) == 0 || written->GetBaseType())
+                continue;
+            elements.SwitchPackage(*written);
+            elements.DeclareTemplate(static_cast<const Template&>(*written));
+        }
+        elements.SwitchPackage(*type);
+        elements.WriteTemplate(static_cast<const Template&>(*type));
+    }
 }
 
 bool XMLTemplateFileWriter::Write(ByteSink& sink) const {
@@ -134,14 +197,21 @@ bool XMLTemplateFileWriter::Write(ByteSink& sink) const {
     }
     XMLTemplateWriter elements(writer);
     elements.SetPackage(package_);
-    for (const Type* type : Sorter(plainTypes_).sorted)
+    // Without a template the file deliberately has no package at all.
+    const bool hasPackages = !templates_.empty();
+    for (const Type* type : Sort(plainTypes_)) {
+        if (hasPackages)
+            elements.SwitchPackage(*type);
         elements.WriteType(*type);
-    for (const Type* type : Sorter(enumerations_).sorted)
+    }
+    for (const Type* type : Sort(enumerations_)) {
+        if (hasPackages)
+            elements.SwitchPackage(*type);
         elements.WriteEnumeration(static_cast<const Enumeration&>(*type));
+    }
     for (const LOD* lod : lods_)
         elements.WriteLOD(*lod);
-    for (const Type* type : Sorter(templates_).sorted)
-        elements.WriteTemplate(static_cast<const Template&>(*type));
+    WriteTemplates(elements);
     writer.EndElement();
     return writer.Close();
 }

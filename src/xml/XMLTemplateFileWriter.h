@@ -12,7 +12,7 @@ class LOD;
 class Template;
 class TemplateManager;
 class Type;
-class XMLWriter;
+class XMLTemplateWriter;
 
 /// Writes all definitions of a template file: plain types, enumerations, levels of
 /// detail, templates; in each group
@@ -26,6 +26,7 @@ public:
 
 private:
     std::set<std::string> CollectUsedPackages() const;
+    void WriteTemplates(XMLTemplateWriter& elements) const;
 
     std::vector<const Type*> plainTypes_;
     std::vector<const Type*> enumerations_;

@@ -59,29 +59,29 @@ void XMLTemplateListener::Warn(const std::string& message) {
 const XMLTemplateListener::Element* XMLTemplateListener::FindElement(std::string_view name) {
     using Listener = XMLTemplateListener;
     static constexpr Element kElements[] = {
-        {"template", &Listener::StartTemplate},
-        {"type", &Listener::StartType},
-        {"node", &Listener::StartNode},
-        {"anchor", &Listener::StartAnchor},
-        {"attribute", &Listener::StartAttribute},
-        {"geometry", &Listener::StartGeometry},
-        {"alternate", &Listener::StartAlternate},
-        {"extends", &Listener::StartExtends},
-        {"lod", &Listener::StartLOD},
-        {"shape", &Listener::StartShape},
-        {"label", &Listener::StartLabel},
-        {"description", &Listener::StartDescription},
-        {"view", &Listener::StartView},
-        {"group", &Listener::StartGroup},
-        {"property", &Listener::StartViewProperty},
-        {"enum", &Listener::StartEnum},
-        {"item", &Listener::StartItem},
-        {"command", &Listener::StartCommand},
-        {"asset", &Listener::StartAsset},
-        {"using", &Listener::StartUsing},
-        {"templates", &Listener::StartTemplates},
-        {"action", &Listener::Ignore},
-        {"lods", &Listener::Ignore},
+        {"template", &Listener::StartTemplate, nullptr},
+        {"type", &Listener::StartType, nullptr},
+        {"node", &Listener::StartNode, &Listener::EndMember},
+        {"anchor", &Listener::StartAnchor, &Listener::EndMember},
+        {"attribute", &Listener::StartAttribute, &Listener::EndMember},
+        {"geometry", &Listener::StartGeometry, &Listener::EndMember},
+        {"alternate", &Listener::StartAlternate, nullptr},
+        {"extends", &Listener::StartExtends, nullptr},
+        {"lod", &Listener::StartLOD, &Listener::EndLOD},
+        {"shape", &Listener::StartShape, nullptr},
+        {"label", &Listener::StartLabel, &Listener::EndLabel},
+        {"description", &Listener::StartDescription, &Listener::EndDescription},
+        {"view", &Listener::StartView, &Listener::EndGroup},
+        {"group", &Listener::StartGroup, &Listener::EndGroup},
+        {"property", &Listener::StartViewProperty, &Listener::EndViewProperty},
+        {"enum", &Listener::StartEnum, &Listener::EndEnum},
+        {"item", &Listener::StartItem, nullptr},
+        {"command", &Listener::StartCommand, nullptr},
+        {"asset", &Listener::StartAsset, nullptr},
+        {"using", &Listener::StartUsing, nullptr},
+        {"templates", &Listener::StartTemplates, nullptr},
+        {"action", &Listener::Ignore, nullptr},
+        {"lods", &Listener::Ignore, nullptr},
     };
     for (const Element& element : kElements) {
         if (EqualsIgnoreCase(element.name, name))
@@ -110,30 +110,12 @@ bool XMLTemplateListener::EndElement(std::string_view name) {
         template_ = nullptr;
         return true;
     }
-    if (skippedDepth_ > 0)
-        return true;
-    if (EqualsIgnoreCase(name, "attribute") || EqualsIgnoreCase(name, "node") ||
-        EqualsIgnoreCase(name, "geometry") || EqualsIgnoreCase(name, "anchor"))
-        member_ = nullptr;
-    else if (EqualsIgnoreCase(name, "lod"))
-        EndLOD();
-    else if (EqualsIgnoreCase(name, "enum"))
-        enumeration_ = nullptr;
-    else if (EqualsIgnoreCase(name, "label"))
-        StoreText(true);
-    else if (EqualsIgnoreCase(name, "description"))
-        StoreText(false);
-    else
-        EndOther(name);
+    const Element* element = FindElement(name);
+    if (!element || !element->end)
+        comment_.clear();
+    else if (skippedDepth_ == 0)
+        (this->*element->end)();
     return true;
-}
-
-void XMLTemplateListener::EndOther(std::string_view name) {
-    if (EqualsIgnoreCase(name, "view") || EqualsIgnoreCase(name, "group"))
-        EndGroup();
-    else if (EqualsIgnoreCase(name, "property"))
-        viewItem_ = openGroups_.empty() ? nullptr : openGroups_.back();
-    comment_.clear();
 }
 
 bool XMLTemplateListener::Comment(std::string_view text) {

@@ -50,6 +50,7 @@ private:
     struct Element {
         const char* name;
         Handler handler;
+        void (XMLTemplateListener::*end)(); // null: the end of the element clears the comment
     };
     static const Element* FindElement(std::string_view name);
 
@@ -77,6 +78,10 @@ private:
     void StartLabel(const XMLAttributes& attributes) { StartText("label", attributes); }
     void StartDescription(const XMLAttributes& attributes) { StartText("description", attributes); }
     void Ignore(const XMLAttributes&) {}
+    void EndMember() { member_ = nullptr; }
+    void EndEnum() { enumeration_ = nullptr; }
+    void EndLabel() { StoreText(true); }
+    void EndDescription() { StoreText(false); }
 
     // -- parts of them --------------------------------------------------------------------------
     bool IsInsideTemplate(const char* element);
@@ -87,13 +92,12 @@ private:
     void AddViewItem(ViewItem* item);
     void EndLOD();
     void EndGroup();
-    void EndOther(std::string_view name);
+    void EndViewProperty();
     bool HasName(const char* element, const XMLAttributes& attributes);
     void ReportInvalidName(const char* word, const char* name);
     bool HasValidName(const char* word, const char* name);
     void AddProperty(std::unique_ptr<Property> property);
     Type* FindAttributeType(const char* name);
-    void SetAttributeType(AttributeProperty& attribute, const char* typeName);
     void SetAttributeValues(AttributeProperty& attribute, const XMLAttributes& attributes);
     Template* FindTemplateVersion(std::string_view name, int version) const;
     std::string Qualify(std::string_view name) const;

@@ -231,7 +231,12 @@ void XMLTemplateListener::StartViewProperty(const XMLAttributes& attributes) {
 void XMLTemplateListener::EndGroup() {
     if (!openGroups_.empty())
         openGroups_.pop_back();
+    EndViewProperty();
+}
+
+void XMLTemplateListener::EndViewProperty() {
     viewItem_ = openGroups_.empty() ? nullptr : openGroups_.back();
+    comment_.clear();
 }
 
 } // namespace Kor

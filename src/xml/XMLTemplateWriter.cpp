@@ -1,5 +1,7 @@
 #include "xml/XMLTemplateWriter.h"
 
+#include <algorithm>
+#include <cstring>
 #include <string>
 
 #include "instances/Asset.h"
@@ -25,10 +27,19 @@ const Instance* GetDefaultInstance(const AttributeProperty& attribute) {
     return *static_cast<Instance* const*>(value);
 }
 
+/// Whether a reader makes the value again from its text: of a template type it always makes an
+/// instance.
+bool IsReadable(const Type& type, const void* value) {
+    return value &&
+           (!ObjectCast<Template>(type.GetStorageType()) || *static_cast<Instance* const*>(value));
+}
+
 /// The text of a value, or of the type's zero where a reader would otherwise stop too early.
 std::string TextOfValue(const Type& type, const void* value) {
     if (value)
         return type.GetReadableText(value, 0);
+    if (ObjectCast<Template>(type.GetStorageType()))
+        return {};
     void* zero = type.NewValue(nullptr, type.GetDimension());
     std::string text = zero ? type.GetReadableText(zero, 0) : std::string();
     type.DeleteValue(zero, type.GetDimension());
@@ -58,6 +69,27 @@ std::vector<const Template*> CollectVersions(const Template& latest) {
     }
     versions.push_back(&latest);
     return versions;
+}
+
+/// Whether all versions have the comment and the texts that copies of the first one have: texts
+/// that were there when they were made, or none.
+bool FitInOneElement(const std::vector<const Template*>& versions) {
+    const Template& first = *versions.front();
+    const Template& latest = *versions.back();
+    const bool copiedTexts = HaveSameTexts(first, latest);
+    return std::all_of(versions.begin() + 1, versions.end(), [&](const Template* version) {
+        const bool hasTexts =
+            version->GetLabels().GetCount() > 0 || version->GetDescriptions().GetCount() > 0;
+        return std::strcmp(version->GetComment(), first.GetComment()) == 0 &&
+               (copiedTexts ? HaveSameTexts(first, *version) : !hasTexts);
+    });
+}
+
+/// Whether the package of the type lies inside the given one.
+bool BelongsBelow(const Type& type, std::string_view package) {
+    const std::string& own = type.GetPackageName();
+    return own.size() > package.size() && own[package.size()] == '.' &&
+           own.compare(0, package.size(), package) == 0;
 }
 
 } // namespace
@@ -113,27 +145,59 @@ void XMLTemplateWriter::WriteItem(const EnumerationItem& item) {
 
 // -- templates ------------------------------------------------------------------------------------
 
+std::string_view XMLTemplateWriter::GetNameInFile(const Template& type) const {
+    const std::string_view fullName = type.GetFullName();
+    if (!inFile_ || type.GetPackageName() == package_)
+        return type.GetNameView();
+    if (package_.empty())
+        return fullName;
+    return BelongsBelow(type, package_) ? fullName.substr(package_.size() + 1) : type.GetNameView();
+}
+
+void XMLTemplateWriter::SwitchPackage(const Type& type) {
+    const bool isTemplate = ObjectCast<Template>(&type) && !type.GetBaseType();
+    if (type.GetPackageName() == package_ ||
+        (isTemplate && (package_.empty() || BelongsBelow(type, package_))))
+        return;
+    package_ = type.GetPackageName();
+    writer_.StartElement("templates");
+    writer_.WriteAttribute("package", package_);
+    EndObject(true);
+}
+
+void XMLTemplateWriter::DeclareTemplate(const Template& type) {
+    if (commentPending_)
+        writer_.WriteComment("");
+    commentPending_ = false;
+    writer_.StartElement("template");
+    writer_.WriteAttribute("name", GetNameInFile(type));
+    EndObject(false);
+}
+
+void XMLTemplateWriter::StartTemplate(const Template& version) {
+    StartObject(version, "template");
+    writer_.WriteAttribute("name", GetNameInFile(version));
+}
+
 void XMLTemplateWriter::WriteTemplate(const Template& latest) {
     if (latest.GetBaseType()) { // made from another template by a type element
         WriteType(latest);
         return;
     }
     const std::vector<const Template*> versions = CollectVersions(latest);
+    const std::vector<VersionStep> steps = OrderVersionSteps(versions);
     const Template& first = *versions.front();
+    if (!FitInOneElement(versions)) {
+        WriteVersionByVersion(steps, first);
+        return;
+    }
     // Later versions have the texts that were there when they were copied.
     const bool copiedTexts = HaveSameTexts(first, latest);
-    StartObject(latest, "template");
-    const bool isShort = !inFile_ || latest.GetPackageName() == package_;
-    writer_.WriteAttribute("name",
-                           isShort ? latest.GetNameView() : std::string_view(latest.GetFullName()));
+    StartTemplate(latest);
     if (copiedTexts)
         first.NamedObject::WriteToXML(writer_);
-    for (const VersionStep& step : OrderVersionSteps(versions)) {
-        if (step.property)
-            WriteProperty(*step.property);
-        else
-            WriteParents(step);
-    }
+    for (const VersionStep& step : steps)
+        WriteStep(step);
     if (!copiedTexts)
         first.NamedObject::WriteToXML(writer_);
     for (const Template* version : versions) {
@@ -143,10 +207,36 @@ void XMLTemplateWriter::WriteTemplate(const Template& latest) {
     EndObject(false);
 }
 
+/// A template element gives its comment and texts to what is the latest version when it starts. So
+/// each version gets its own element, which ends with the texts, after the next version was made.
+void XMLTemplateWriter::WriteVersionByVersion(const std::vector<VersionStep>& steps,
+                                              const Template& first) {
+    const Template* highest = &first;
+    StartTemplate(*highest);
+    for (const VersionStep& step : steps) {
+        WriteStep(step);
+        if (step.version->GetVersion() <= highest->GetVersion())
+            continue;
+        highest->NamedObject::WriteToXML(writer_);
+        EndObject(false);
+        highest = step.version;
+        StartTemplate(*highest);
+    }
+    highest->NamedObject::WriteToXML(writer_);
+    EndObject(false);
+}
+
+void XMLTemplateWriter::WriteStep(const VersionStep& step) {
+    if (!step.property)
+        WriteParents(step);
+    else
+        WriteProperty(*step.property);
+}
+
 void XMLTemplateWriter::WriteParents(const VersionStep& step) {
     const int version = step.version->GetVersion();
     if (step.writesKnownParent) {
-        if (const Template* known = step.version->GetParentAt(0))
+        if (const Template* known = step.lower->GetParentAt(0))
             WriteParent(*known, version);
         return;
     }
@@ -262,15 +352,12 @@ void XMLTemplateWriter::WriteValues(const AttributeProperty& attribute) {
     const Type* type = attribute.GetType();
     if (!type || type->GetDimension() < 1)
         return;
-    if (ObjectCast<Template>(type->GetStorageType())) {
-        const Instance* instance = GetDefaultInstance(attribute);
-        if (instance && !ObjectCast<Asset>(instance) && *instance->GetName())
-            writer_.WriteAttribute("default", instance->GetNameView());
-        return;
-    }
-    const bool hasMaximum = attribute.GetMaxValue() != nullptr;
-    const bool hasMinimum = hasMaximum || attribute.GetMinValue();
-    if (hasMinimum || attribute.GetDefaultValue())
+    const bool hasMaximum = IsReadable(*type, attribute.GetMaxValue());
+    const bool hasMinimum = hasMaximum || IsReadable(*type, attribute.GetMinValue());
+    // A default asset has an element of its own.
+    const bool hasDefault = IsReadable(*type, attribute.GetDefaultValue()) &&
+                            !ObjectCast<Asset>(GetDefaultInstance(attribute));
+    if (hasMinimum || hasDefault)
         writer_.WriteAttribute("default", TextOfValue(*type, attribute.GetDefaultValue()));
     if (hasMinimum)
         writer_.WriteAttribute("min", TextOfValue(*type, attribute.GetMinValue()));

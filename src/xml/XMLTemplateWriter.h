@@ -31,11 +31,17 @@ class XMLTemplateWriter {
 public:
     explicit XMLTemplateWriter(XMLWriter& writer) : writer_(writer) {}
 
-    /// Says that this is a file of a package: names of other packages are written in full.
+    /// Says that this is a file, and which package its definitions belong to unless told otherwise.
     void SetPackage(std::string_view packageName) {
         package_ = packageName;
         inFile_ = true;
     }
+
+    /// Tells a reader when a definition belongs to another package than those before it.
+    void SwitchPackage(const Type& type);
+
+    /// Makes a template known that what follows refers to, before its own definition.
+    void DeclareTemplate(const Template& type);
 
     void WriteType(const Type& type);
     void WriteEnumeration(const Enumeration& enumeration);
@@ -62,6 +68,10 @@ private:
     void EndMember(const Property& property);
     void WriteAncestor(const NodeProperty& node);
     bool StartViewItem(const ViewItem& item);
+    std::string_view GetNameInFile(const Template& type) const;
+    void StartTemplate(const Template& version);
+    void WriteVersionByVersion(const std::vector<VersionStep>& steps, const Template& first);
+    void WriteStep(const VersionStep& step);
     void WriteParents(const VersionStep& step);
     void WriteParent(const Template& parent, int version);
     void WriteValues(const AttributeProperty& attribute);

@@ -1,6 +1,7 @@
 #include "Declaration.h"
 
 #include <cstdlib>
+#include <cstring>
 #include <utility>
 
 namespace OviTool {
@@ -12,7 +13,8 @@ std::string WriteXml(OviType* type) {
     OviType_WriteToXML(type, 0, &size, nullptr);
     std::string xml(static_cast<std::size_t>(size), '\0');
     OviType_WriteToXML(type, 0, &size, xml.data());
-    return xml.c_str();
+    xml.resize(std::strlen(xml.c_str()));
+    return xml;
 }
 
 /// The library escapes these five characters and no others.

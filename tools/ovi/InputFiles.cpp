@@ -64,6 +64,14 @@ fs::path ToDirectory(const std::string& root, std::string relative) {
     return fs::u8path(root) / fs::u8path(relative);
 }
 
+/// Joined as the library does it.
+std::string Join(const std::string& directory, const std::string& name) {
+    std::string path = directory;
+    if (!path.empty())
+        path += '\\';
+    return path += name;
+}
+
 std::string WithoutTrailingSeparators(std::string path) {
     while (path.size() > 1 && (path.back() == '/' || path.back() == '\\'))
         path.pop_back();
@@ -108,12 +116,12 @@ std::vector<std::string> InputFiles::AddFilesOf(const std::string& root,
     std::error_code error;
     for (const std::string& name : ListNames(directory, error)) {
         const fs::path path = directory / fs::u8path(name);
-        std::string below = relative.empty() ? name : relative + "\\" + name;
+        std::string below = Join(relative, name);
         std::error_code ignored;
         if (fs::is_directory(path, ignored))
             directories.push_back(std::move(below));
         else if (HasExtension(path, ".template"))
-            AddAs(path.u8string(), root + "\\" + below);
+            AddAs(path.u8string(), Join(root, below));
     }
     if (error)
         findings_.AddUnreadable(directory.u8string(), error.message());

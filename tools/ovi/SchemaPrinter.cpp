@@ -145,28 +145,35 @@ void SchemaPrinter::PrintProperty(OviProperty* property) {
 }
 
 void SchemaPrinter::PrintAttribute(OviAttributeProperty* attribute) {
-    const std::pair<const char*, const void*> values[] = {
-        {"default ", OviAttributeProperty_GetDefaultValue(attribute)},
-        {"minimum ", OviAttributeProperty_GetMinValue(attribute)},
-        {"maximum ", OviAttributeProperty_GetMaxValue(attribute)}};
-    OviType* const type = OviAttributeProperty_GetType(attribute);
-    std::string line;
-    for (const auto& [label, block] : values) {
-        if (type && block)
-            line += (line.empty() ? "" : "; ") + (label + DescribeValue(type, block));
-    }
-    if (!line.empty())
-        tree_.Line(3, line);
+    const std::string values = DescribeValues(attribute);
+    if (!values.empty())
+        tree_.Line(3, values);
     const std::string autoBind = OviAttributeProperty_GetAutoBind(attribute);
     if (!autoBind.empty())
         tree_.Line(3, "binds automatically to " + Quoted(autoBind));
 }
 
-std::string SchemaPrinter::DescribeValue(OviType* type, const void* block) {
-    if (!values_.HoldsInstances(type))
-        return values_.Describe(type, block, GetDimension(type));
-    OviInstance* const first = *static_cast<OviInstance* const*>(block);
-    return first ? std::string("instance ") + OviNamedObject_GetName(first) : "none";
+std::string SchemaPrinter::DescribeValues(OviAttributeProperty* attribute) {
+    OviType* const type = OviAttributeProperty_GetType(attribute);
+    const void* const block = OviAttributeProperty_GetDefaultValue(attribute);
+    if (values_.HoldsInstances(type)) { // bounds mean nothing then
+        OviInstance* const first = block ? *static_cast<OviInstance* const*>(block) : nullptr;
+        const std::string name = OviNamedObject_GetName(first);
+        return !first         ? ""
+               : name.empty() ? "default instance without a name"
+                              : "default instance " + name;
+    }
+    const std::pair<const char*, const void*> values[] = {
+        {"default ", block},
+        {"minimum ", OviAttributeProperty_GetMinValue(attribute)},
+        {"maximum ", OviAttributeProperty_GetMaxValue(attribute)}};
+    std::string result;
+    for (const auto& [label, value] : values) {
+        if (type && value)
+            result += (result.empty() ? "" : "; ") +
+                      (label + values_.Describe(type, value, GetDimension(type)));
+    }
+    return result;
 }
 
 void SchemaPrinter::PrintTexts(int depth, OviNamedObject* object) {

@@ -23,7 +23,7 @@ private:
     void PrintProperties(OviTemplate* definition);
     void PrintProperty(OviProperty* property);
     void PrintAttribute(OviAttributeProperty* attribute);
-    std::string DescribeValue(OviType* type, const void* block);
+    std::string DescribeValues(OviAttributeProperty* attribute);
     void PrintTexts(int depth, OviNamedObject* object);
 
     TreePrinter& tree_;

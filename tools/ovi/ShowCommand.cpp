@@ -31,21 +31,22 @@ int ShowCommand::Run() {
     for (const std::string& path : schema_)
         inputs.AddSchema(path);
     const std::size_t index = inputs.Add(file_);
-
     ChangeRecorder recorder;
     LoadFiles(inputs.GetAll(), findings);
-    if (index != InputFiles::kNone) {
-        const InputFile& shown = inputs.GetAll()[index];
-        TreePrinter tree(std::cout);
-        if (shown.isScene)
-            ScenePrinter(tree, recorder, all_).Print(file_);
-        else
-            SchemaPrinter(tree).Print(file_, shown.path);
-    }
+    if (index != InputFiles::kNone)
+        Print(inputs.GetAll()[index], recorder);
     std::cout.flush();
     findings.PrintText(std::cerr);
     findings.PrintUnreadable(std::cerr);
     return findings.GetExitCode();
+}
+
+void ShowCommand::Print(const InputFile& file, const ChangeRecorder& recorder) const {
+    TreePrinter tree(std::cout);
+    if (file.isScene)
+        ScenePrinter(tree, recorder, all_).Print(file_);
+    else
+        SchemaPrinter(tree).Print(file_, file.path);
 }
 
 } // namespace OviTool

@@ -7,6 +7,9 @@
 
 namespace OviTool {
 
+class ChangeRecorder;
+struct InputFile;
+
 /// `ovi show`: prints a scene, or what a template file defines, as a tree.
 class ShowCommand : public Command {
 public:
@@ -16,6 +19,8 @@ public:
     int Run() override;
 
 private:
+    void Print(const InputFile& file, const ChangeRecorder& recorder) const;
+
     std::vector<std::string> schema_;
     std::string file_;
     bool all_ = false;

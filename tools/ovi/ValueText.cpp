@@ -91,32 +91,31 @@ ValueText::Storage ValueText::GetStorage(OviType* type) {
     return entry->second;
 }
 
-/// The kind of type at which the chain of base types ends decides how values lie in memory.
+/// The type at which the chain of base types ends decides how values lie in memory.
 ValueText::Storage ValueText::FindStorage(OviType* type) {
-    for (int steps = 0; type && steps < kLongestChain; ++steps) {
-        OviType* const base = OviType_GetBaseType(type);
-        switch (OviObject_GetClass(type)) {
-        case OVI_CLASS_TEMPLATE:
+    OviType* last = type;
+    for (int steps = 0; last && steps < kLongestChain; ++steps) {
+        if (OviObject_ImplementsClass(last, OVI_CLASS_TEMPLATE))
             return Storage::kInstances;
-        case OVI_CLASS_STRING_TYPE:
-            return Storage::kText;
-        case OVI_CLASS_FLOAT_TYPE:
-        case OVI_CLASS_BOOL_TYPE:
-            return Storage::kOther;
-        case OVI_CLASS_INT_TYPE: {
-            const std::string name = OviType_GetFullName(type);
-            if (name == "INT8" || name == "UINT8")
-                return name == "INT8" ? Storage::kSigned8 : Storage::kUnsigned8;
-            if (!base)
-                return Storage::kOther;
+        OviType* const base = OviType_GetBaseType(last);
+        if (!base)
             break;
-        }
-        default:
-            break;
-        }
-        type = base;
+        last = base;
     }
-    return Storage::kNone;
+    const std::string name = last ? OviType_GetFullName(last) : "";
+    switch (OviObject_GetClass(last)) {
+    case OVI_CLASS_STRING_TYPE:
+        return Storage::kText;
+    case OVI_CLASS_INT_TYPE:
+        if (name == "INT8" || name == "UINT8")
+            return name == "INT8" ? Storage::kSigned8 : Storage::kUnsigned8;
+        return Storage::kOther;
+    case OVI_CLASS_FLOAT_TYPE:
+    case OVI_CLASS_BOOL_TYPE:
+        return Storage::kOther;
+    default:
+        return Storage::kNone;
+    }
 }
 
 const ValueText::ItemNames& ValueText::GetItemNames(OviEnumeration* enumeration) {

@@ -1,0 +1,205 @@
+#!/usr/bin/env bash
+# Builds the benchmarks into build/bench, makes a scene in a temporary directory and measures the
+# library beside expat, pugixml and the standard library. Each figure is the median of several runs,
+# ours and theirs in turn, each run in a process of its own. Times are those of the processor, so
+# that other programs and the disk do not count.
+#
+# usage: scripts/bench.sh [--assets N] [--runs N] [--instructions] [--write]
+#   --assets N      the size of the scene (100000); 5000 with 3 runs takes less than a minute
+#   --runs N        how many runs make a median (5)
+#   --instructions  also count the instructions of loading and saving (needs valgrind)
+#   --write         put the results into docs/benchmarks.md
+set -euo pipefail
+# shellcheck source=scripts/lib.sh
+source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
+
+assets=100000
+runs=5
+instructions=false
+write=false
+usage() {
+    echo "usage: scripts/bench.sh [--assets N] [--runs N] [--instructions] [--write]" >&2
+    exit 2
+}
+while (($# > 0)); do
+    case $1 in
+        --assets | --runs)
+            [[ ${2:-} =~ ^[1-9][0-9]*$ ]] || usage
+            [[ $1 == --assets ]] && assets=$2 || runs=$2
+            shift
+            ;;
+        --instructions) instructions=true ;;
+        --write) write=true ;;
+        *) usage ;;
+    esac
+    shift
+done
+
+say "Setting up"
+"$rootDir/scripts/setup.sh" --ci
+if $instructions; then
+    command -v valgrind >/dev/null || fail "--instructions needs the Debian package valgrind"
+fi
+
+say "Building into build/bench"
+build_all bench -DCMAKE_BUILD_TYPE=Release -DOVICORE_BUILD_TESTS=OFF -DOVICORE_BUILD_TOOLS=OFF \
+    -DOVICORE_BUILD_EXAMPLES=OFF -DOVICORE_BUILD_BENCHMARKS=ON
+bench=$rootDir/build/bench/bench/ovi_bench
+[[ -x $bench ]] || fail "the benchmarks were not built"
+
+workDir=$(mktemp -d)
+trap 'rm -rf "$workDir"' EXIT
+scene=$workDir/scene.asset
+samples=$workDir/samples.tsv
+
+say "Making a scene of $assets assets"
+"$rootDir/build/bench/bench/ovi_make_scene" "$scene" "$assets"
+echo "$(stat --format=%s "$scene") bytes"
+
+# Runs one benchmark once and adds a line to the samples: figure, side, nanoseconds, peak, and
+# allocations. The columns are looked up by name, since Google Benchmark gives them no fixed order.
+run_once() {
+    local figure=$1 side=$2 name=$3
+    "$bench" --scene="$scene" --assets="$assets" --benchmark_filter="^$name(\$|/)" \
+        --benchmark_min_time=0.2 --benchmark_format=csv >"$workDir/run.csv" 2>"$workDir/run.log" ||
+        fail "$name: $(cat "$workDir/run.log")"
+    awk -F, -v figure="$figure" -v side="$side" '
+        { gsub(/"/, "") }
+        $1 == "name" { for (i = 1; i <= NF; ++i) column[$i] = i; next }
+        !("cpu_time" in column) || $column["error_occurred"] == "true" { next }
+        {
+            allocations = "allocations" in column ? $column["allocations"] : "-"
+            print figure "\t" side "\t" $column["cpu_time"] "\t" $column["peak_kB"] "\t" allocations
+            done = 1
+        }
+        END { exit !done }' "$workDir/run.csv" >>"$samples" ||
+        fail "$name: $(cat "$workDir/run.csv" "$workDir/run.log")"
+}
+
+# The figures: title, ours, theirs.
+figures=(
+    "Reading without building anything, beside expat|read/ovi|read/expat"
+    "Reading without building anything, beside pugixml|read/ovi|read/pugixml"
+    "Loading a scene, beside expat with empty handlers|load/ovi|read/expat"
+    "Loading a scene, beside pugixml|load/ovi|read/pugixml"
+    "Saving a scene, beside pugixml|save/ovi|save/pugixml"
+    "Clearing a scene, beside loading it|clear/ovi|load/ovi"
+    "Finding an asset by name, beside std::map|asset/ovi|asset/map"
+    "Finding a property instance by name, beside std::map|property/ovi|property/map"
+    "Finding a template by name, beside std::map|template/ovi|template/map"
+    "Setting a FLOAT with a callback, beside malloc, free and snprintf|set_value/ovi|set_value/libc"
+    "Making 100 assets without names among many, beside in an empty scene|new_asset/nth|new_asset/first"
+)
+
+say "Measuring: ${#figures[@]} figures, $runs runs each"
+for figure in "${figures[@]}"; do
+    IFS='|' read -r title ours theirs <<<"$figure"
+    for ((run = 0; run < runs; ++run)); do
+        run_once "$title" ours "$ours"
+        run_once "$title" theirs "$theirs"
+    done
+    echo "$title"
+done
+
+# What was saved must be what was loaded, or the times mean nothing.
+cmp "$scene" "$scene.ovi.asset" || fail "the saved scene differs from the one that was loaded"
+
+# Prints a Markdown table of the medians of one column of the samples.
+print_table() {
+    local kind=$1
+    awk -F'\t' -v kind="$kind" '
+        function median(text, values, count, i, j, swap) {
+            count = split(text, values, " ")
+            for (i = 2; i <= count; ++i)
+                for (j = i; j > 1 && values[j - 1] + 0 > values[j] + 0; --j) {
+                    swap = values[j]; values[j] = values[j - 1]; values[j - 1] = swap
+                }
+            return (values[int((count + 1) / 2)] + values[int((count + 2) / 2)]) / 2
+        }
+        function show(value) {
+            if (kind == "peak") return sprintf("%.1f MB", value / 1024)
+            if (kind == "allocations") return sprintf("%.2f", value)
+            if (value >= 1e6) return sprintf("%.1f ms", value / 1e6)
+            return value >= 1e4 ? sprintf("%.1f us", value / 1e3) : sprintf("%.1f ns", value)
+        }
+        BEGIN { field = kind == "time" ? 3 : kind == "peak" ? 4 : 5 }
+        $field == "-" { next }
+        kind == "peak" && $1 !~ /^(Reading|Loading|Saving)/ { next }
+        !($1 in seen) { seen[$1] = 1; order[++count] = $1 }
+        { all[$1, $2] = all[$1, $2] " " $field }
+        END {
+            print "| Figure | Ours | Theirs | Ratio |"
+            print "|---|--:|--:|--:|"
+            for (i = 1; i <= count; ++i) {
+                ours = median(all[order[i], "ours"])
+                theirs = median(all[order[i], "theirs"])
+                ratio = theirs > 0 ? sprintf("%.2f", ours / theirs) : (ours > 0 ? "more" : "same")
+                printf "| %s | %s | %s | %s |\n", order[i], show(ours), show(theirs), ratio
+            }
+        }' "$samples"
+}
+
+print_results() {
+    local bytes
+    bytes=$(stat --format=%s "$scene")
+    echo "$assets assets in a file of $((bytes / 1000000)) MB; the median of $runs runs each;" \
+        "$(sed -n 's/^model name[^:]*: //p' /proc/cpuinfo | head -n 1), $(nproc) processors," \
+        "$(sed -n 's/^PRETTY_NAME="\(.*\)"$/\1/p' /etc/os-release), $(c++ -dumpversion | sed 's/^/g++ /')."
+    printf '\n### Processor time\n\n'
+    print_table time
+    printf '\n### Peak memory of the process\n\n'
+    print_table peak
+    printf '\n### Allocations per call\n\n'
+    print_table allocations
+}
+
+# Counts the instructions inside a function of the library while a benchmark runs.
+count_instructions() {
+    local name=$1 function=$2 log=$workDir/callgrind.log
+    valgrind --tool=callgrind --callgrind-out-file="$workDir/callgrind.out" \
+        --collect-atstart=no --toggle-collect="$function" \
+        "$bench" --scene="$workDir/counted.asset" --benchmark_filter="^$name(\$|/)" \
+        >"$log" 2>&1 || fail "$(cat "$log")"
+    grep -q 'ERROR' "$log" && fail "$(cat "$log")"
+    sed -nE 's/^.*Collected : ([0-9]+).*$/\1/p' "$log"
+}
+
+print_instructions() {
+    local countedAssets=10000 load save
+    "$rootDir/build/bench/bench/ovi_make_scene" "$workDir/counted.asset" "$countedAssets"
+    load=$(count_instructions load/ovi OviAssetManager_LoadScene)
+    save=$(count_instructions save/ovi OviAssetManager_SaveScene)
+    printf '\n### Instructions for %s assets\n\n' "$countedAssets"
+    echo "| Work | Instructions | per asset |"
+    echo "|---|--:|--:|"
+    echo "| Loading | $load | $((load / countedAssets)) |"
+    echo "| Saving | $save | $((save / countedAssets)) |"
+}
+
+# Replaces what stands between the two marker lines of the document.
+write_results() {
+    local document=$rootDir/docs/benchmarks.md
+    grep -q '^<!-- results: begin' "$document" || fail "no markers in $document"
+    awk -v results="$1" '
+        /^<!-- results: begin/ {
+            print
+            print ""
+            while ((getline line < results) > 0) print line
+            print ""
+            inside = 1
+        }
+        /^<!-- results: end/ { inside = 0 }
+        !inside' "$document" >"$workDir/document.md"
+    cp "$workDir/document.md" "$document"
+}
+
+say "Results"
+print_results >"$workDir/results.md"
+if $instructions; then
+    print_instructions >>"$workDir/results.md"
+fi
+cat "$workDir/results.md"
+if $write; then
+    write_results "$workDir/results.md"
+    echo "Written into docs/benchmarks.md"
+fi

@@ -1,0 +1,74 @@
+"""Runs the program ovi; shared by the tests beside this file.
+
+Each test is called with the build directory and the source directory.
+"""
+
+import os
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+BUILD_DIR = Path(sys.argv[1]).resolve() if len(sys.argv) > 1 else Path("build")
+SOURCE_DIR = Path(sys.argv[2]).resolve() if len(sys.argv) > 2 else Path.cwd()
+EXAMPLES = SOURCE_DIR / "examples"
+SCHEMA = EXAMPLES / "schema"
+EXPECTED = SOURCE_DIR / "tests" / "cli" / "expected"
+PROGRAM = BUILD_DIR / "tools" / ("ovi.exe" if os.name == "nt" else "ovi")
+
+
+class Result:
+    """What a run of the program gave."""
+
+    def __init__(self, completed):
+        self.code = completed.returncode
+        self.out = completed.stdout.decode("utf-8")
+        self.err = completed.stderr.decode("utf-8")
+
+
+def ovi(*arguments, cwd=SOURCE_DIR):
+    """Runs the program in a directory, the source directory unless told otherwise."""
+    command = [str(PROGRAM), *map(str, arguments)]
+    return Result(subprocess.run(command, cwd=cwd, capture_output=True, timeout=120, check=False))
+
+
+class TestCase(unittest.TestCase):
+    """A test with a directory of its own for files."""
+
+    maxDiff = None
+
+    def setUp(self):
+        directory = tempfile.TemporaryDirectory()
+        self.addCleanup(directory.cleanup)
+        self.directory = Path(directory.name).resolve()
+
+    def write(self, name, text):
+        """Writes a file below the test's directory and gives its path."""
+        path = self.directory / name
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_text(text, encoding="utf-8")
+        return path
+
+    def check_result(self, result, code, out, summary):
+        """Compares all that a run of `ovi check` gave."""
+        self.assertEqual((code, out, summary + "\n"), (result.code, result.out, result.err))
+
+
+def template(name, content="", head="", package="test"):
+    """The text of a template file with one template."""
+    return (
+        "<?xml version='1.0' encoding='UTF-8'?>\n"
+        f"<templates package='{package}'>\n{head}"
+        f"<template name='{name}'>\n{content}</template>\n</templates>\n"
+    )
+
+
+def scene(content=""):
+    """The text of a scene file."""
+    return f"<?xml version='1.0' encoding='UTF-8'?>\n<assets>\n{content}</assets>\n"
+
+
+def main():
+    """Runs the tests of the calling file."""
+    unittest.main(argv=sys.argv[:1])
