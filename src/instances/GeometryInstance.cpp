@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <limits>
 
 #include "instances/Instance.h"
 #include "xml/XMLWriter.h"
@@ -12,14 +13,18 @@ namespace Kor {
 GeometryInstance::GeometryInstance(Instance& instance, GeometryProperty& property)
     : PropertyInstance(instance, property) {
     nodes_.reserve(static_cast<size_t>(property.GetAlternateCount()));
-    for (int i = 0; i < property.GetAlternateCount(); ++i)
+    for (int i = 0; i < property.GetAlternateCount(); ++i) {
         nodes_.push_back(new NodeInstance(instance, *property.GetAlternateAt(i)));
+        nodes_.back()->SetGeometry(this);
+    }
 }
 
 GeometryInstance::~GeometryInstance() {
     for (NodeInstance* node : nodes_) {
-        if (node)
-            node->LeaveInstance(); // which does not list it
+        if (!node)
+            continue;
+        node->SetGeometry(nullptr);
+        node->LeaveInstance(); // which does not list it
         delete node;
     }
 }
@@ -32,16 +37,28 @@ NodeInstance* GeometryInstance::GetNodeInstanceAt(int index) const {
 void GeometryInstance::SetNodeInstanceAt(int index, NodeInstance* node) {
     if (index < 0 || index >= GetNodeInstanceCount() || GetNodeInstanceAt(index) == node)
         return;
-    // A node instance has one owner: neither another slot nor an instance's list keeps it.
-    std::replace(nodes_.begin(), nodes_.end(), node, static_cast<NodeInstance*>(nullptr));
+    NodeInstance* replaced = GetNodeInstanceAt(index);
+    if (replaced) {
+        replaced->SetGeometry(nullptr);
+        replaced->LeaveInstance();
+    }
+    // A node instance has one owner: neither another geometry nor an instance's list keeps it.
+    if (node && node->GetGeometry())
+        node->GetGeometry()->ForgetNodeInstance(*node);
     if (node && node->GetInstance())
         node->GetInstance()->ForgetPropertyInstance(*node);
-    if (node && GetInstance())
+    nodes_[static_cast<size_t>(index)] = node;
+    if (!node)
+        return;
+    node->SetGeometry(this);
+    node->LeaveInstance();
+    if (GetInstance())
         node->JoinInstance(*GetInstance());
-    NodeInstance*& slot = nodes_[static_cast<size_t>(index)];
-    if (slot)
-        slot->LeaveInstance();
-    slot = node;
+}
+
+void GeometryInstance::ForgetNodeInstance(NodeInstance& node) {
+    std::replace(nodes_.begin(), nodes_.end(), &node, static_cast<NodeInstance*>(nullptr));
+    node.SetGeometry(nullptr);
 }
 
 void GeometryInstance::WriteToXML(XMLWriter& writer) const {
@@ -65,7 +82,7 @@ int GeometryInstance::GetBinarySize() const {
         const int size = node ? node->GetBinarySize() : 0;
         if (size < 1)
             return 0;
-        sum += size;
+        sum += std::min(size, std::numeric_limits<int>::max() - sum);
     }
     return sum;
 }
@@ -91,12 +108,10 @@ int GeometryInstance::WriteToBinary(void* buffer, int bufferSize) const {
         return 0;
     const std::int32_t count = GetNodeInstanceCount();
     std::memcpy(buffer, &count, sizeof count);
-    int remaining = bufferSize - kCountSize;
+    // All nodes write to one place, so the room never grows past what there is.
     for (const NodeInstance* node : nodes_) {
-        // The room is said to grow with what was written, but never past what there is.
-        const int room = std::min(remaining, bufferSize - kCountSize);
         if (node)
-            remaining += node->WriteToBinary(static_cast<char*>(buffer) + kCountSize, room);
+            node->WriteToBinary(static_cast<char*>(buffer) + kCountSize, bufferSize - kCountSize);
     }
     return kCountSize;
 }

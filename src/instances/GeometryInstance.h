@@ -31,6 +31,9 @@ public:
     /// Takes over a node instance; the one it replaces goes back to the caller.
     void SetNodeInstanceAt(int index, NodeInstance* node);
 
+    /// Called by a node instance that dies or moves: its place is empty then.
+    void ForgetNodeInstance(NodeInstance& node);
+
     void WriteToXML(XMLWriter& writer) const override;
 
     /// The sum of the node instances' sizes; 0 when one of them has none.

@@ -1,8 +1,14 @@
 #include "instances/NodeInstance.h"
 
+#include "instances/GeometryInstance.h"
 #include "xml/XMLWriter.h"
 
 namespace Kor {
+
+NodeInstance::~NodeInstance() {
+    if (geometry_)
+        geometry_->ForgetNodeInstance(*this);
+}
 
 void NodeInstance::WriteToXML(XMLWriter& writer) const {
     writer.StartElement("node");
