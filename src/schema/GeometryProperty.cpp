@@ -1,5 +1,8 @@
 #include "schema/GeometryProperty.h"
 
+#include <algorithm>
+#include <limits>
+
 // A property makes its own value side; the instances' headers know the schema, not the reverse.
 #include "instances/GeometryInstance.h"
 
@@ -27,7 +30,7 @@ int GeometryProperty::GetValueSize() const {
         const int size = alternate->GetValueSize();
         if (size < 1)
             return 0;
-        sum += size;
+        sum += std::min(size, std::numeric_limits<int>::max() - sum);
     }
     return sum;
 }
