@@ -67,6 +67,12 @@ void Group::WriteToXML(XMLWriter& writer) const {
 
 /// Whether this group stands somewhere inside the item.
 bool Group::IsInside(const ViewItem* item) const {
+    if (item == this)
+        return true;
+    // Files add empty groups to ever deeper ones: only what has items is looked for above.
+    const auto* outermost = ObjectCast<Group>(item);
+    if (!outermost || outermost->items_.empty())
+        return false;
     std::unordered_set<const ViewItem*> met{this};
     std::vector<const ViewItem*> pending{this};
     while (!pending.empty()) {
