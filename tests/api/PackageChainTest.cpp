@@ -70,7 +70,7 @@ TEST_F(PackageChainTest, TwoThousandPackagesEachUsingTheNextLoadOnASmallStack) {
         WritePackageFile("p" + std::to_string(i), text + "</template>");
     }
     AddPath();
-    RunOnSmallStack([this] { EXPECT_TRUE(Load("p0")); });
+    RunOnSmallStack([] { EXPECT_TRUE(Load("p0")); });
     EXPECT_EQ(Errors(), Names{});
     EXPECT_EQ(OviTemplateManager_GetTemplateCount(), kCount + 1);
     EXPECT_TRUE(OviTemplate_IsDescendantOf(OviTemplateManager_GetTemplate("p0.T"),
