@@ -23,6 +23,7 @@ if ! command -v debootstrap >/dev/null; then
 fi
 
 freshRoot=$(mktemp -d /var/tmp/ovicore-root.XXXXXX)
+chmod 755 "$freshRoot" # as the root directory of every system is
 clean_up() {
     local mountPoint
     for mountPoint in dev/pts proc; do
