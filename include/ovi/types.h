@@ -97,8 +97,9 @@ typedef void OviAttributeInstance;
 
 #endif
 
-/** Class numbers, as OviObject_GetClass gives them. The numbers in between belong to no class; those
- *  of nodes, anchors, geometry, groups and view properties are reserved for classes to come. */
+/** Class numbers, as OviObject_GetClass gives them. The numbers in between belong to no class;
+ * those of nodes, anchors, geometry, groups and view properties are reserved for classes to come.
+ */
 enum {
     OVI_CLASS_OBJECT = 0,
     OVI_CLASS_TEMPLATE = 1,
