@@ -8,9 +8,12 @@
 #include "ovi/attribute_property.h"
 #include "ovi/enumeration.h"
 #include "ovi/error_manager.h"
+#include "ovi/geometry_property.h"
 #include "ovi/instance.h"
 #include "ovi/library.h"
 #include "ovi/named_object.h"
+#include "ovi/node_instance.h"
+#include "ovi/node_property.h"
 #include "ovi/notification_manager.h"
 #include "ovi/object.h"
 #include "ovi/property.h"
@@ -18,5 +21,6 @@
 #include "ovi/template_manager.h"
 #include "ovi/type.h"
 #include "ovi/types.h"
+#include "ovi/view.h"
 
 #endif

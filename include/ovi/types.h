@@ -59,15 +59,23 @@ OVI_HANDLE(OviEnumerationItem, OviType)
 OVI_HANDLE(OviTemplate, OviType)
 OVI_HANDLE(OviProperty, OviNamedObject)
 OVI_HANDLE(OviAttributeProperty, OviProperty)
+OVI_HANDLE(OviNodeProperty, OviAttributeProperty)
+OVI_HANDLE(OviAnchorProperty, OviNodeProperty)
+OVI_HANDLE(OviGeometryProperty, OviProperty)
+OVI_HANDLE(OviGeometryAlternate, OviNodeProperty)
 OVI_HANDLE(OviCommand, OviNamedObject)
 OVI_HANDLE(OviLOD, OviNamedObject)
 OVI_HANDLE(OviViewItem, OviNamedObject)
 OVI_HANDLE(OviGroup, OviViewItem)
 OVI_HANDLE(OviView, OviGroup)
+OVI_HANDLE(OviViewProperty, OviViewItem)
 OVI_HANDLE(OviInstance, OviNamedObject)
 OVI_HANDLE(OviAsset, OviInstance)
 OVI_HANDLE(OviPropertyInstance, OviNamedObject)
 OVI_HANDLE(OviAttributeInstance, OviPropertyInstance)
+OVI_HANDLE(OviNodeInstance, OviAttributeInstance)
+OVI_HANDLE(OviAnchorInstance, OviNodeInstance)
+OVI_HANDLE(OviGeometryInstance, OviPropertyInstance)
 
 #undef OVI_HANDLE
 #undef OVI_NO_INSTANCES
@@ -85,21 +93,27 @@ typedef void OviEnumerationItem;
 typedef void OviTemplate;
 typedef void OviProperty;
 typedef void OviAttributeProperty;
+typedef void OviNodeProperty;
+typedef void OviAnchorProperty;
+typedef void OviGeometryProperty;
+typedef void OviGeometryAlternate;
 typedef void OviCommand;
 typedef void OviLOD;
 typedef void OviViewItem;
 typedef void OviGroup;
 typedef void OviView;
+typedef void OviViewProperty;
 typedef void OviInstance;
 typedef void OviAsset;
 typedef void OviPropertyInstance;
 typedef void OviAttributeInstance;
+typedef void OviNodeInstance;
+typedef void OviAnchorInstance;
+typedef void OviGeometryInstance;
 
 #endif
 
-/** Class numbers, as OviObject_GetClass gives them. The numbers in between belong to no class;
- * those of nodes, anchors, geometry, groups and view properties are reserved for classes to come.
- */
+/** Class numbers, as OviObject_GetClass gives them. The numbers in between belong to no class. */
 enum {
     OVI_CLASS_OBJECT = 0,
     OVI_CLASS_TEMPLATE = 1,

@@ -1,10 +1,12 @@
 // Copies of instances inside values. The nested instances are copied from a list of pending pairs,
 // so that the depth of nesting does not matter.
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
 #include "instances/AttributeInstance.h"
+#include "instances/GeometryInstance.h"
 #include "instances/Instance.h"
 #include "schema/Property.h"
 
@@ -31,6 +33,23 @@ void CopyNested(const AttributeInstance& source, AttributeInstance& copy, Pendin
     }
 }
 
+/// Gives an attribute a copy of another one's value.
+void CopyValue(AttributeInstance& source, AttributeInstance& copy, Pending& pending) {
+    if (source.HoldsInstances())
+        CopyNested(source, copy, pending);
+    else
+        copy.CopyPlainValue(source);
+}
+
+void CopyNodeValues(const GeometryInstance& source, GeometryInstance& copy, Pending& pending) {
+    for (int i = 0; i < std::min(source.GetNodeInstanceCount(), copy.GetNodeInstanceCount()); ++i) {
+        NodeInstance* original = source.GetNodeInstanceAt(i);
+        NodeInstance* made = copy.GetNodeInstanceAt(i);
+        if (original && made && original->GetProperty() == made->GetProperty())
+            CopyValue(*original, *made, pending);
+    }
+}
+
 } // namespace
 
 void Instance::CopyShallow(const Instance& source) {
@@ -52,14 +71,10 @@ std::unique_ptr<Instance> Instance::CopyForValue() {
             PropertyInstance* made = original->GetProperty()->CreateInstance(*copy).release();
             copy->propertyInstances_.Append(made);
             made->CopyFrom(*original);
-            auto* attribute = ObjectCast<AttributeInstance>(original);
-            if (!attribute)
-                continue;
-            auto* madeAttribute = static_cast<AttributeInstance*>(made);
-            if (attribute->HoldsInstances())
-                CopyNested(*attribute, *madeAttribute, pending);
-            else
-                madeAttribute->CopyPlainValue(*attribute);
+            if (auto* attribute = ObjectCast<AttributeInstance>(original))
+                CopyValue(*attribute, static_cast<AttributeInstance&>(*made), pending);
+            else if (const auto* geometry = ObjectCast<GeometryInstance>(original))
+                CopyNodeValues(*geometry, static_cast<GeometryInstance&>(*made), pending);
         }
     }
     return root;

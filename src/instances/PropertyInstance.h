@@ -32,6 +32,7 @@ public:
     /// The owning instance; null once the property instance was taken away from it.
     Instance* GetInstance() const { return instance_; }
     void LeaveInstance() { instance_ = nullptr; }
+    void JoinInstance(Instance& instance) { instance_ = &instance; }
 
     /// The version of the property's owner template that the instance implements, or null.
     Template* GetTemplate() const;

@@ -2,13 +2,10 @@
 
 #include <algorithm>
 
-#include "core/ErrorManager.h"
 #include "core/Names.h"
-#include "manager/LoadingMark.h"
 #include "manager/TemplateManager.h"
+#include "manager/TemplateReading.h"
 #include "platform/File.h"
-#include "xml/XMLParser.h"
-#include "xml/XMLTemplateListener.h"
 
 namespace Kor {
 
@@ -27,11 +24,6 @@ std::string Replaced(std::string_view text, char from, char to) {
     std::string result(text);
     std::replace(result.begin(), result.end(), from, to);
     return result;
-}
-
-bool IsTemplateFile(std::string_view name) {
-    return name.size() > kExtension.size() &&
-           EqualsIgnoreCase(name.substr(name.size() - kExtension.size()), kExtension);
 }
 
 } // namespace
@@ -103,42 +95,14 @@ bool TemplateManager::EnumeratePackages(bool loadedOnly, SortedStringList& packa
 }
 
 bool TemplateManager::LoadPackage(std::string_view name) {
-    if (packages_.Contains(name))
-        return true;
-    const std::string relative = Replaced(name, '.', '\\');
-    const std::vector<std::string> paths = searchPaths_;
-    for (const std::string& path : paths) {
-        // Entered first, so that packages may use each other in a circle.
-        packages_.Insert(name);
-        LoadingMark mark([this, name] { packages_.Remove(name); });
-        if (LoadPackageDirectory(path + relative)) {
-            mark.Keep();
-            return true;
-        }
-    }
-    return false;
+    return IsPackageLoaded(name) || TemplateReading(*this).LoadPackage(name);
 }
 
-/// Subdirectories are packages of their own.
-bool TemplateManager::LoadPackageDirectory(const std::string& directory) {
-    std::vector<std::string> names;
-    if (!ListDirectory(directory, true, false, names))
-        return false;
-    XMLParser parser;
-    parser.SetErrorListener(ErrorManager::Get());
-    for (const std::string& name : names) {
-        if (!IsTemplateFile(name))
-            continue;
-        const std::string path = WithBackslash(directory) + name;
-        // Every file starts with a fresh state, also within one package.
-        XMLTemplateListener listener(parser);
-        parser.SetXMLListener(&listener);
-        if (!LoadTemplateFile(path.c_str(), &parser)) {
-            RemoveLoadedFile(path);
-            return false;
-        }
-    }
-    return true;
+void TemplateManager::SetPackageLoaded(std::string_view name, bool loaded) {
+    if (loaded)
+        packages_.Insert(name);
+    else
+        packages_.Remove(name);
 }
 
 bool TemplateManager::LoadTemplate(std::string_view name, const SortedStringList* prefixes) {

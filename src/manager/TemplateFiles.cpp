@@ -5,12 +5,10 @@
 #include "core/ErrorManager.h"
 #include "core/Names.h"
 #include "instances/Instance.h"
-#include "manager/LoadingMark.h"
 #include "manager/TemplateManager.h"
 #include "manager/TypeGroup.h"
+#include "manager/TemplateReading.h"
 #include "platform/File.h"
-#include "xml/XMLParser.h"
-#include "xml/XMLTemplateListener.h"
 #include "xml/XMLTemplateFileWriter.h"
 
 namespace Kor {
@@ -41,29 +39,15 @@ void ClearUnused(TypeGroup& definitions, Template* root) {
 
 } // namespace
 
-bool TemplateManager::LoadTemplateFile(const char* path, XMLParser* reader) {
+bool TemplateManager::LoadTemplateFile(const char* path) {
     const auto file = InputFile::Open(path);
-    return file && LoadTemplateStream(path, *file, reader);
+    return file && LoadTemplateStream(path, *file);
 }
 
-bool TemplateManager::LoadTemplateStream(const char* path, ByteSource& source, XMLParser* reader) {
+bool TemplateManager::LoadTemplateStream(const char* path, ByteSource& source) {
     if (loadedFiles_.Contains(path))
         return true;
-    if (reader)
-        return reader->Parse(path, source);
-    AddLoadedFile(path);
-    LoadingMark mark([this, path] { RemoveLoadedFile(path); });
-    XMLParser parser;
-    parser.SetErrorListener(ErrorManager::Get());
-    bool read = false;
-    {
-        XMLTemplateListener listener(parser);
-        parser.SetXMLListener(&listener);
-        read = parser.Parse(path, source);
-    }
-    if (read)
-        mark.Keep();
-    return read;
+    return TemplateReading(*this).ReadFile(path, source);
 }
 
 void TemplateManager::ForgetLoadedFile(std::string_view path) {

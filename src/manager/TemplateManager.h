@@ -18,7 +18,6 @@
 namespace Kor {
 
 class ByteSource;
-class XMLParser;
 
 /// The registry of the schema: templates in all their versions, plain types, enumerations, levels
 /// of detail, anchor types; and the files and packages they come from. It owns the templates,
@@ -108,10 +107,9 @@ public:
 
     // -- template files -------------------------------------------------------------------------
 
-    /// Reads a file with the given reader, or with one of its own; true without reading when the
-    /// file is loaded already.
-    virtual bool LoadTemplateFile(const char* path, XMLParser* reader = nullptr);
-    virtual bool LoadTemplateStream(const char* path, ByteSource& source, XMLParser* reader);
+    /// Reads a file; true without reading when it is loaded already.
+    virtual bool LoadTemplateFile(const char* path);
+    virtual bool LoadTemplateStream(const char* path, ByteSource& source);
 
     /// Deletes what the file defined, except what is still referred to: that stays, recycled. True
     /// when the last object handled was deleted.
@@ -144,6 +142,8 @@ public:
 
     /// Loads all template files of a package directory below the first search path that has it.
     virtual bool LoadPackage(std::string_view name);
+    bool IsPackageLoaded(std::string_view name) const { return packages_.Contains(name); }
+    void SetPackageLoaded(std::string_view name, bool loaded);
 
     /// Loads the file that holds a template by its full name; the prefixes are tried after the
     /// name itself.
@@ -178,7 +178,6 @@ private:
     std::vector<Type*> GetDefinitionsToUnload(std::string_view path) const;
     template <class T> int Remove(ObjectRegistry<T>& registry, T* object);
     bool FindPackages(const std::string& root, SortedStringList& packages) const;
-    bool LoadPackageDirectory(const std::string& directory);
     const std::unordered_set<Type*>* FindFile(std::string_view fileName) const;
     Type* FindExactly(std::string_view name) const;
     bool HasNewerProperty(const Template& version, const Property& property) const;

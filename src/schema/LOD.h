@@ -6,8 +6,8 @@
 
 namespace Kor {
 
-/// A level of detail: a kind of geometry and a limit on its shapes. The numbers are stored for the
-/// host and not interpreted.
+/// A level of detail: a kind of geometry, a threshold and limits on its shapes. The numbers are
+/// stored for the host and not interpreted.
 class LOD : public NamedObject {
 public:
     static constexpr int kClassId = kLODClass;
@@ -25,9 +25,53 @@ public:
     std::unique_ptr<Object> Clone() const override {
         return std::unique_ptr<Object>(new LOD(*this));
     }
+    void WriteToXML(XMLWriter& writer) const override;
+
+    int GetType() const { return type_; }
+    void SetType(int type) { type_ = type; }
+
+    /// "Bounding Volume", "Collision" or "Surface"; "" for any other type.
+    const char* GetTypeName() const;
+
+    int GetThreshold() const { return threshold_; }
+    void SetThreshold(int threshold) { threshold_ = threshold; }
+    int GetMaxShapes() const { return maxShapes_; }
+    void SetMaxShapes(int count) { maxShapes_ = count; }
+
+    /// Shapes as bits, from 1 for polygons to 32 for pyramids.
+    int GetAllowedShapes() const { return allowedShapes_; }
+    void AllowShape(int shapes);
+    void DisallowShape(int shapes);
+
+    /// Deliberately asks the maximum number of shapes, not the allowed ones, for the bits.
+    bool IsShapeAllowed(int shapes) const { return (maxShapes_ & shapes) == shapes; }
+
+    /// The names of the allowed shapes, in bit order, with ", " in between.
+    const char* GetAllowedShapeNames();
+
+    /// The template file that defined the level; "" for none.
+    const std::string& GetFileName() const { return fileName_; }
+    void SetFileName(std::string_view fileName) { fileName_ = fileName; }
 
 private:
     LOD(const LOD&) = default;
+
+    int type_ = kSurface;
+    int threshold_ = 0;
+    int maxShapes_ = 0;
+    int allowedShapes_ = 0;
+    std::string allowedShapeNames_; // made when asked for, dropped when the shapes change
+    std::string fileName_;
 };
+
+/// A shape by its bit, with the names that hosts see and that files use.
+struct LODShape {
+    int bit;
+    const char* name;
+    const char* fileName;
+};
+constexpr LODShape kLODShapes[] = {{1, "Polygons", "polygons"}, {2, "Cube", "cube"},
+                                   {4, "Sphere", "sphere"},     {8, "Cylinder", "cylinder"},
+                                   {16, "Cone", "cone"},        {32, "Pyramid", "pyramid"}};
 
 } // namespace Kor

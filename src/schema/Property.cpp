@@ -5,6 +5,7 @@
 #include "core/Names.h"
 #include "schema/SchemaRevision.h"
 #include "schema/Template.h"
+#include "schema/ViewProperty.h"
 
 namespace Kor {
 
@@ -25,6 +26,8 @@ Property::~Property() {
         holders_.back()->ForgetProperty(*this);
     for (Command* command : commands_)
         command->RemoveLister(this);
+    while (!viewers_.empty())
+        viewers_.back()->SetProperty(nullptr);
 }
 
 bool Property::SetName(const char* name) {
@@ -76,6 +79,12 @@ void Property::StoreFullName(std::string fullName) {
         SchemaRevision::AdvanceKeys();
     fullName_.swap(fullName);
     SchemaRevision::Advance();
+}
+
+void Property::RemoveViewer(ViewProperty* viewer) {
+    const auto found = std::find(viewers_.begin(), viewers_.end(), viewer);
+    if (found != viewers_.end())
+        viewers_.erase(found);
 }
 
 void Property::RemoveHolder(Template* holder) {

@@ -17,6 +17,7 @@ class Instance;
 class PropertyInstance;
 class Template;
 class Type;
+class ViewProperty;
 
 /// A member that a template declares: what all kinds of properties share.
 class Property : public NamedObject, public VersionedObject, public Lockable {
@@ -102,6 +103,10 @@ public:
     void UnlistCommand(Command& command) { commands_.RemoveExactly(&command); }
     void ListCommand(Command& command) { commands_.Place(&command); }
 
+    /// Kept by the view properties that refer to the property.
+    void AddViewer(ViewProperty* viewer) { viewers_.push_back(viewer); }
+    void RemoveViewer(ViewProperty* viewer);
+
     /// The template that frees this copy although its version keeps it from being the owner.
     Template* GetKeeper() const { return keeper_; }
     void SetKeeper(Template* keeper) { keeper_ = keeper; }
@@ -120,6 +125,7 @@ private:
     Template* keeper_ = nullptr;
     SortedObjectList<Command> commands_;
     std::vector<Template*> holders_;
+    std::vector<ViewProperty*> viewers_;
     int useCount_ = 0;
 };
 

@@ -13,6 +13,12 @@ View::~View() {
         lister->UnlistView(*this);
 }
 
+std::unique_ptr<Object> View::Clone() const {
+    std::unique_ptr<View> copy(new View(*this));
+    copy->CopyItems(*this);
+    return copy;
+}
+
 bool View::SetName(const char* name) {
     if (!IsValidName(TextOf(name)))
         return false;

@@ -2,33 +2,30 @@
 
 #include <vector>
 
-#include "schema/ViewItem.h"
+#include "schema/Group.h"
 
 namespace Kor {
 
 class Template;
 
 /// The root of one view; belongs to a template.
-class View : public ViewItem {
+class View : public Group {
 public:
     static constexpr int kClassId = kViewClass;
 
-    View(std::string_view name, Template* owner) : ViewItem(name) { SetTemplate(owner); }
+    View(std::string_view name, Template* owner) : Group(name) { SetTemplate(owner); }
 
     /// Takes itself out of the templates that list it.
     ~View() override;
 
     int GetClass() const override { return kClassId; }
 
-    /// A view is a group of view items.
     bool ImplementsClass(int id) const override {
-        return id == kClassId || id == kGroupClass || ViewItem::ImplementsClass(id);
+        return id == kClassId || Group::ImplementsClass(id);
     }
 
     /// The copy refers to the same template.
-    std::unique_ptr<Object> Clone() const override {
-        return std::unique_ptr<Object>(new View(*this));
-    }
+    std::unique_ptr<Object> Clone() const override;
 
     /// The templates that list the view follow its new name.
     bool SetName(const char* name) override;
@@ -44,7 +41,8 @@ public:
     void RemoveLister(Template* lister);
 
 private:
-    View(const View& source) : ViewItem(source) { SetTemplate(source.owner_); }
+    friend class Group; // copies views among the items of a group
+    View(const View& source) : Group(source) { SetTemplate(source.owner_); }
 
     Template* owner_ = nullptr;
     std::vector<Template*> listers_;

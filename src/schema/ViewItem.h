@@ -1,9 +1,13 @@
 #pragma once
 
+#include <vector>
+
 #include "core/Lockable.h"
 #include "core/NamedObject.h"
 
 namespace Kor {
+
+class Group;
 
 /// A node of the tree by which an editor arranges a template's properties.
 class ViewItem : public NamedObject, public Lockable {
@@ -11,6 +15,9 @@ public:
     static constexpr int kClassId = kViewItemClass;
 
     explicit ViewItem(std::string_view name) : NamedObject(name) {}
+
+    /// Takes itself out of the groups that list it.
+    ~ViewItem() override;
 
     int GetClass() const override { return kClassId; }
     bool ImplementsClass(int id) const override {
@@ -20,9 +27,17 @@ public:
         return std::unique_ptr<Object>(new ViewItem(*this));
     }
 
+    /// The groups that list the item, once for each entry.
+    const std::vector<Group*>& GetGroups() const { return groups_; }
+    void AddGroup(Group* group) { groups_.push_back(group); }
+    void RemoveGroup(Group* group);
+
 protected:
-    /// The copy's lock state is 0.
+    /// The copy's lock state is 0, and no group lists it.
     ViewItem(const ViewItem& source) : NamedObject(source), Lockable() {}
+
+private:
+    std::vector<Group*> groups_;
 };
 
 } // namespace Kor

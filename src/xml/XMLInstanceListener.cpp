@@ -6,7 +6,8 @@
 #include "core/Names.h"
 #include "core/NumberText.h"
 #include "instances/AssetManager.h"
-#include "instances/AttributeInstance.h"
+#include "instances/AnchorInstance.h"
+#include "instances/GeometryInstance.h"
 #include "manager/TemplateManager.h"
 #include "xml/XMLParser.h"
 
@@ -47,10 +48,14 @@ void XMLInstanceListener::ReportInvalidName(const char* name) {
 const XMLInstanceListener::Element* XMLInstanceListener::FindElement(std::string_view name) {
     using Listener = XMLInstanceListener;
     static constexpr Element kElements[] = {
-        {"attribute", &Listener::StartAttribute, &Listener::EndAttribute},
+        {"attribute", &Listener::StartAttribute, &Listener::EndProperty},
         {"value", &Listener::StartValue, &Listener::EndValue},
         {"asset", &Listener::StartAsset, &Listener::EndAsset},
         {"implements", &Listener::StartImplements, &Listener::EndNothing},
+        {"node", &Listener::StartNode, &Listener::EndProperty},
+        {"anchor", &Listener::StartAnchor, &Listener::EndProperty},
+        {"geometry", &Listener::StartGeometry, &Listener::EndProperty},
+        {"alternate", &Listener::StartAlternate, &Listener::EndNothing},
         {"assetRef", &Listener::StartAssetRef, &Listener::EndNothing},
     };
     for (const Element& element : kElements) {
@@ -117,6 +122,7 @@ bool XMLInstanceListener::StartAsset(const XMLAttributes& attributes) {
         SetCollectedValues();
     open_.push_back({asset, attribute_, nestedCount_});
     attribute_ = nullptr;
+    current_ = nullptr;
     return true;
 }
 
@@ -131,13 +137,15 @@ void XMLInstanceListener::StartNested(const char* name) {
     }
     open_.push_back({nested, attribute_, nestedCount_ + 1});
     attribute_ = nullptr;
+    current_ = nullptr;
 }
 
 void XMLInstanceListener::EndAsset() {
     if (open_.empty())
         return;
-    EndAttribute(); // one whose end tag is missing
+    EndProperty(); // one whose end tag is missing
     attribute_ = open_.back().holder;
+    current_ = attribute_;
     nestedCount_ = open_.back().indexInHolder;
     open_.pop_back();
 }
@@ -204,24 +212,97 @@ PropertyInstance* XMLInstanceListener::FindPropertyInstance(const char* element,
     return found;
 }
 
+/// Makes the property instance that an element names the current one; null when there is none.
+PropertyInstance* XMLInstanceListener::OpenProperty(const char* element,
+                                                    const XMLAttributes& attributes) {
+    PropertyInstance* found = FindPropertyInstance(element, attributes);
+    if (!found)
+        return nullptr;
+    EndProperty(); // of an attribute that this one stands in
+    current_ = found;
+    nestedCount_ = 0;
+    return found;
+}
+
 bool XMLInstanceListener::StartAttribute(const XMLAttributes& attributes) {
-    PropertyInstance* found = FindPropertyInstance("attribute", attributes);
+    PropertyInstance* found = OpenProperty("attribute", attributes);
     if (!found)
         return true;
-    auto* attribute = ObjectCast<AttributeInstance>(found);
-    if (!attribute) {
+    attribute_ = ObjectCast<AttributeInstance>(found);
+    if (!attribute_) {
         Error("Property is not an attribute property: " + Quoted(attributes.Find("property")));
         return true;
     }
-    EndAttribute(); // one that this one stands in
-    attribute_ = attribute;
-    nestedCount_ = 0;
     const char* value = attributes.Find("value");
-    if (value && !attribute->HoldsInstances())
-        attribute->SetValueFromTexts(&value, 1);
-    if (const char* binding = attributes.Find("binding"))
+    if (value && !attribute_->HoldsInstances())
+        attribute_->SetValueFromTexts(&value, 1);
+    SetBindingAndLocks(*attribute_, attributes);
+    return true;
+}
+
+/// What the element does not fit is left alone: only attributes, nodes and anchors have bindings.
+void XMLInstanceListener::SetBindingAndLocks(PropertyInstance& propertyInstance,
+                                             const XMLAttributes& attributes) {
+    const char* binding = attributes.Find("binding");
+    auto* attribute = ObjectCast<AttributeInstance>(&propertyInstance);
+    if (binding && attribute)
         attribute->SetBinding(binding);
-    SetLocks(*attribute, attributes);
+    SetLocks(propertyInstance, attributes);
+}
+
+bool XMLInstanceListener::StartNode(const XMLAttributes& attributes) {
+    if (PropertyInstance* found = OpenProperty("node", attributes))
+        SetBindingAndLocks(*found, attributes);
+    return true;
+}
+
+bool XMLInstanceListener::StartAnchor(const XMLAttributes& attributes) {
+    PropertyInstance* found = OpenProperty("anchor", attributes);
+    if (!found)
+        return true;
+    SetBindingAndLocks(*found, attributes);
+    const char* attached = attributes.Find("attachedAnchor");
+    auto* anchor = ObjectCast<AnchorInstance>(found);
+    if (attached && anchor)
+        anchor->SetAttachedAnchor(attached);
+    return true;
+}
+
+bool XMLInstanceListener::StartGeometry(const XMLAttributes& attributes) {
+    if (!open_.empty() && current_) {
+        Error("Unexpected nested <geometry> element");
+        return true;
+    }
+    OpenProperty("geometry", attributes);
+    return true;
+}
+
+bool XMLInstanceListener::StartAlternate(const XMLAttributes& attributes) {
+    auto* geometry = ObjectCast<GeometryInstance>(current_);
+    const char* lod = attributes.Find("lod");
+    const char* binding = attributes.Find("binding");
+    if (!geometry) {
+        Error("<alternate> must occur inside a <geometry> element");
+        return true;
+    }
+    if (!lod) {
+        Error("<alternate> element must have an 'lod' attribute");
+        return true;
+    }
+    if (!binding) { // the message deliberately names another attribute
+        Error("<alternate> element must have a 'nodeName' attribute");
+        return true;
+    }
+    const GeometryProperty& property = geometry->GetGeometryProperty();
+    for (int i = 0; i < property.GetAlternateCount(); ++i) {
+        const LOD* level = property.GetAlternateAt(i)->GetLOD();
+        if (!level || !EqualsIgnoreCase(level->GetNameView(), lod))
+            continue;
+        if (NodeInstance* node = geometry->GetNodeInstanceAt(i))
+            node->SetBinding(binding);
+        return true;
+    }
+    Error("Unknown level of detail: " + Quoted(lod));
     return true;
 }
 
@@ -233,10 +314,11 @@ void XMLInstanceListener::SetLocks(PropertyInstance& propertyInstance,
         propertyInstance.SetValueLocked(ReadFlag(locked));
 }
 
-void XMLInstanceListener::EndAttribute() {
+void XMLInstanceListener::EndProperty() {
     if (attribute_ && valueCount_ > 0)
         SetCollectedValues();
     attribute_ = nullptr;
+    current_ = nullptr;
     valueOpen_ = false;
     valueCount_ = 0;
 }

@@ -48,9 +48,13 @@ private:
     bool StartAssetRef(const XMLAttributes& attributes);
     bool StartImplements(const XMLAttributes& attributes);
     bool StartAttribute(const XMLAttributes& attributes);
+    bool StartNode(const XMLAttributes& attributes);
+    bool StartAnchor(const XMLAttributes& attributes);
+    bool StartGeometry(const XMLAttributes& attributes);
+    bool StartAlternate(const XMLAttributes& attributes);
     bool StartValue(const XMLAttributes& attributes);
     void EndAsset();
-    void EndAttribute();
+    void EndProperty();
     void EndValue();
     void EndNothing() {}
 
@@ -59,6 +63,8 @@ private:
     bool HoldsInstances() const;
     Template* FindTemplate(const char* name, const char* version);
     PropertyInstance* FindPropertyInstance(const char* element, const XMLAttributes& attributes);
+    PropertyInstance* OpenProperty(const char* element, const XMLAttributes& attributes);
+    void SetBindingAndLocks(PropertyInstance& propertyInstance, const XMLAttributes& attributes);
     void SetLocks(PropertyInstance& propertyInstance, const XMLAttributes& attributes);
     void SetCollectedValues();
 
@@ -72,7 +78,8 @@ private:
     AssetManager& assets_;
     TemplateManager& templates_;
     std::vector<OpenInstance> open_;
-    AttributeInstance* attribute_ = nullptr; // whose element is open
+    PropertyInstance* current_ = nullptr;    // whose element is open
+    AttributeInstance* attribute_ = nullptr; // the same, while that is an attribute element
     int nestedCount_ = 0;                    // instances met so far in it
     int ignoredDepth_ = 0;                   // elements inside and with an ignored nested asset
     bool valueOpen_ = false;

@@ -102,7 +102,13 @@ bool XMLParser::Parse(const char* sourceName, ByteSource& source) {
     Begin(sourceName, source);
     openNames_.clear();
     openNameAts_.clear();
+    paused_ = false;
     return ReadHeader() && ReadContent();
+}
+
+bool XMLParser::Resume() {
+    paused_ = false;
+    return ReadContent();
 }
 
 // Whatever stands before the header, a byte-order mark for instance, is ignored.
@@ -120,7 +126,7 @@ bool XMLParser::ReadHeader() {
 
 // Elements still open and text behind the last tag are deliberately not reported or delivered.
 bool XMLParser::ReadContent() {
-    while (ReadUntil('<')) {
+    while (!paused_ && ReadUntil('<')) {
         if (!HandleText())
             return false;
         if (!ReadUntil('>')) {

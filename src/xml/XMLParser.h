@@ -24,6 +24,12 @@ public:
     /// True when the source was read to its end, no tag was left open and no listener refused.
     bool Parse(const char* sourceName, ByteSource& source) override;
 
+    /// Called by a listener that needs something done before the next element: Parse (or Resume)
+    /// returns behind the current one, true, and Resume goes on from there.
+    void Pause() { paused_ = true; }
+    bool IsPaused() const { return paused_; }
+    bool Resume();
+
 private:
     bool ReadHeader();
     bool ReadContent();
@@ -40,6 +46,7 @@ private:
     std::string_view GetInnermost() const;
 
     IXMLListener* listener_;
+    bool paused_ = false;
     XMLAttributes attributes_;
     std::string openNames_;           ///< The names of the open elements, one behind the other.
     std::vector<size_t> openNameAts_; ///< Where each of them begins.

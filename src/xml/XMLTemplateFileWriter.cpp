@@ -142,6 +142,11 @@ XMLTemplateFileWriter::XMLTemplateFileWriter(const TemplateManager& manager,
         else if (!definition)
             plainTypes_.push_back(type);
     }
+    for (int i = 0; i < manager.GetLODCount(); ++i) {
+        const LOD* lod = manager.GetLODAt(i);
+        if (!lod->GetFileName().empty() && EqualsIgnoreCase(lod->GetFileName(), fileName))
+            lods_.push_back(lod);
+    }
     // Types and enumerations are deliberately not asked for the file's package.
     if (!templates_.empty())
         package_ = templates_.front()->GetPackageName();
@@ -209,6 +214,8 @@ bool XMLTemplateFileWriter::Write(ByteSink& sink) const {
             elements.SwitchPackage(*type);
         elements.WriteEnumeration(static_cast<const Enumeration&>(*type));
     }
+    for (const LOD* lod : lods_)
+        elements.WriteLOD(*lod);
     WriteTemplates(elements);
     writer.EndElement();
     return writer.Close();

@@ -8,12 +8,14 @@
 namespace Kor {
 
 class ByteSink;
+class LOD;
 class Template;
 class TemplateManager;
 class Type;
 class XMLTemplateWriter;
 
-/// Writes all definitions of a template file: plain types, enumerations, templates; in each group
+/// Writes all definitions of a template file: plain types, enumerations, levels of
+/// detail, templates; in each group
 /// what others need first, otherwise in key order.
 class XMLTemplateFileWriter {
 public:
@@ -28,6 +30,7 @@ private:
 
     std::vector<const Type*> plainTypes_;
     std::vector<const Type*> enumerations_;
+    std::vector<const LOD*> lods_;
     std::vector<const Type*> templates_; // latest versions
     std::string package_;
 };

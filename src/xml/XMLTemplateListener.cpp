@@ -8,23 +8,15 @@
 #include "manager/TemplateManager.h"
 #include "notify/NotificationManager.h"
 #include "schema/AttributeProperty.h"
+#include "schema/LOD.h"
+#include "schema/ViewItem.h"
 #include "types/CustomType.h"
+#include "xml/TemplateAttributes.h"
 #include "xml/XMLParser.h"
 
 namespace Kor {
 
 namespace {
-
-/// Where a version is not given, it is the first.
-int ReadVersion(const XMLAttributes& attributes, const char* name) {
-    const char* text = attributes.Find(name);
-    return text ? ParseInt(text) : 1;
-}
-
-/// True unless the text is empty or begins with "0" or "f".
-bool ReadFlag(const char* text) {
-    return text && *text && *text != '0' && *text != 'f';
-}
 
 std::string Quoted(const char* text) {
     return std::string("'") + text + "'";
@@ -44,6 +36,10 @@ XMLTemplateListener::~XMLTemplateListener() {
         ReportUnclosed("property", member_->GetNameView());
     if (enumeration_)
         ReportUnclosed("enumeration", enumeration_->GetNameView());
+    if (lod_)
+        ReportUnclosed("level of detail", lod_->GetNameView());
+    if (viewItem_)
+        ReportUnclosed("view item", viewItem_->GetNameView());
 }
 
 /// Called at the listener's end, where no exception may get out: without memory nothing is said.
@@ -68,10 +64,19 @@ const XMLTemplateListener::Element* XMLTemplateListener::FindElement(std::string
     static constexpr Element kElements[] = {
         {"template", &Listener::StartTemplate, nullptr},
         {"type", &Listener::StartType, nullptr},
-        {"attribute", &Listener::StartAttribute, &Listener::EndAttribute},
+        {"node", &Listener::StartNode, &Listener::EndMember},
+        {"anchor", &Listener::StartAnchor, &Listener::EndMember},
+        {"attribute", &Listener::StartAttribute, &Listener::EndMember},
+        {"geometry", &Listener::StartGeometry, &Listener::EndMember},
+        {"alternate", &Listener::StartAlternate, nullptr},
         {"extends", &Listener::StartExtends, nullptr},
+        {"lod", &Listener::StartLOD, &Listener::EndLOD},
+        {"shape", &Listener::StartShape, nullptr},
         {"label", &Listener::StartLabel, &Listener::EndLabel},
         {"description", &Listener::StartDescription, &Listener::EndDescription},
+        {"view", &Listener::StartView, &Listener::EndGroup},
+        {"group", &Listener::StartGroup, &Listener::EndGroup},
+        {"property", &Listener::StartViewProperty, &Listener::EndViewProperty},
         {"enum", &Listener::StartEnum, &Listener::EndEnum},
         {"item", &Listener::StartItem, nullptr},
         {"command", &Listener::StartCommand, nullptr},
@@ -141,10 +146,16 @@ void XMLTemplateListener::StartUsing(const XMLAttributes& attributes) {
     const char* package = attributes.Find("package");
     if (!package)
         return;
-    const std::string name = package;
-    using_.Insert(name);
-    if (!manager_.LoadPackage(name))
-        Warn("Package not found: " + name);
+    using_.Insert(package);
+    // Packages use packages as deep as their files say: whoever reads this file loads the package
+    // before it goes on, without one reading inside the other.
+    wantedPackage_ = package;
+    parser_.Pause();
+}
+
+void XMLTemplateListener::AnswerWantedPackage(bool loaded) {
+    if (!loaded)
+        Warn("Package not found: " + wantedPackage_);
 }
 
 // -- templates ------------------------------------------------------------------------------------
@@ -241,13 +252,14 @@ void XMLTemplateListener::StartExtends(const XMLAttributes& attributes) {
         Error("<extends> requires a 'template' attribute");
         return;
     }
-    Template* parent = FindTemplateVersion(name, ReadVersion(attributes, "templateVersion"));
+    Template* parent =
+        FindTemplateVersion(name, ReadTemplateVersion(attributes, "templateVersion"));
     if (!parent) {
         Error("Template not found: " + Quoted(name));
         return;
     }
-    manager_.AddParentFromVersion(template_->GetFullName(), ReadVersion(attributes, "version"),
-                                  parent);
+    manager_.AddParentFromVersion(template_->GetFullName(),
+                                  ReadTemplateVersion(attributes, "version"), parent);
 }
 
 // -- properties -----------------------------------------------------------------------------------
@@ -265,14 +277,19 @@ void XMLTemplateListener::AddProperty(std::unique_ptr<Property> property) {
         static_cast<void>(property.release()); // its templates have it now
 }
 
-void XMLTemplateListener::StartAttribute(const XMLAttributes& attributes) {
-    if (!IsInsideTemplate("attribute"))
-        return;
+bool XMLTemplateListener::CanStartMember(const char* element, const char* nestedMessage,
+                                         const XMLAttributes& attributes) {
+    if (!IsInsideTemplate(element))
+        return false;
     if (member_) {
-        Error("Unexpected nested <attribute> element");
-        return;
+        Error(nestedMessage);
+        return false;
     }
-    if (!HasName("attribute", attributes))
+    return HasName(element, attributes);
+}
+
+void XMLTemplateListener::StartAttribute(const XMLAttributes& attributes) {
+    if (!CanStartMember("attribute", "Unexpected nested <attribute> element", attributes))
         return;
     const char* name = attributes.Find("name");
     const char* type = attributes.Find("type");
@@ -285,11 +302,12 @@ void XMLTemplateListener::StartAttribute(const XMLAttributes& attributes) {
         ReportInvalidName("attribute", name);
         return;
     }
-    auto created = std::make_unique<AttributeProperty>(name, ReadVersion(attributes, "version"));
+    auto created =
+        std::make_unique<AttributeProperty>(name, ReadTemplateVersion(attributes, "version"));
     AttributeProperty& attribute = *created;
     Type* resolved = FindAttributeType(type);
     AddProperty(std::move(created));
-    attribute.SetReference(ReadFlag(attributes.Find("reference")));
+    attribute.SetReference(ReadTemplateFlag(attributes.Find("reference")));
     if (!attribute.SetType(resolved))
         Error("Assigning type " + Quoted(type) + " to attribute " + Quoted(name) +
               " would cause circular reference. Ignoring type.");
@@ -462,7 +480,9 @@ void XMLTemplateListener::StartType(const XMLAttributes& attributes) {
 // -- labels and descriptions ----------------------------------------------------------------------
 
 NamedObject* XMLTemplateListener::GetTextOwner() const {
-    return member_ ? static_cast<NamedObject*>(member_) : template_;
+    if (member_)
+        return member_;
+    return viewItem_ ? static_cast<NamedObject*>(viewItem_) : template_;
 }
 
 void XMLTemplateListener::StartText(const char* element, const XMLAttributes& attributes) {

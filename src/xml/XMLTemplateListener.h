@@ -12,11 +12,16 @@ namespace Kor {
 
 class AttributeProperty;
 class Enumeration;
+class Group;
+class LOD;
 class NamedObject;
+class NodeProperty;
 class Property;
 class Template;
 class TemplateManager;
 class Type;
+class View;
+class ViewItem;
 class XMLParser;
 
 /// Turns the elements of a template file into schema objects. No fault stops the reading: a faulty
@@ -34,6 +39,12 @@ public:
     bool Comment(std::string_view text) override;
     bool Characters(std::string_view text) override;
 
+    /// The package that a `using` element asks for while the parser is paused.
+    const std::string& GetWantedPackage() const { return wantedPackage_; }
+
+    /// Says whether the wanted package could be loaded.
+    void AnswerWantedPackage(bool loaded);
+
 private:
     using Handler = void (XMLTemplateListener::*)(const XMLAttributes&);
     struct Element {
@@ -50,21 +61,38 @@ private:
     void StartExtends(const XMLAttributes& attributes);
     void StartAttribute(const XMLAttributes& attributes);
     void StartAsset(const XMLAttributes& attributes);
+    void StartNode(const XMLAttributes& attributes);
+    void StartAnchor(const XMLAttributes& attributes);
+    void StartGeometry(const XMLAttributes& attributes);
+    void StartAlternate(const XMLAttributes& attributes);
     void StartCommand(const XMLAttributes& attributes);
     void StartEnum(const XMLAttributes& attributes);
     void StartItem(const XMLAttributes& attributes);
     void StartType(const XMLAttributes& attributes);
+    void StartLOD(const XMLAttributes& attributes);
+    void StartShape(const XMLAttributes& attributes);
+    void StartView(const XMLAttributes& attributes);
+    void StartGroup(const XMLAttributes& attributes);
+    void StartViewProperty(const XMLAttributes& attributes);
     void StartText(const char* element, const XMLAttributes& attributes);
     void StartLabel(const XMLAttributes& attributes) { StartText("label", attributes); }
     void StartDescription(const XMLAttributes& attributes) { StartText("description", attributes); }
     void Ignore(const XMLAttributes&) {}
-    void EndAttribute() { member_ = nullptr; }
+    void EndMember() { member_ = nullptr; }
     void EndEnum() { enumeration_ = nullptr; }
     void EndLabel() { StoreText(true); }
     void EndDescription() { StoreText(false); }
 
     // -- parts of them --------------------------------------------------------------------------
     bool IsInsideTemplate(const char* element);
+    bool CanStartMember(const char* element, const char* nestedMessage,
+                        const XMLAttributes& attributes);
+    void SetAncestor(NodeProperty& node, const XMLAttributes& attributes);
+    bool IsInsideView(const char* element);
+    void AddViewItem(ViewItem* item);
+    void EndLOD();
+    void EndGroup();
+    void EndViewProperty();
     bool HasName(const char* element, const XMLAttributes& attributes);
     void ReportInvalidName(const char* word, const char* name);
     bool HasValidName(const char* word, const char* name);
@@ -86,8 +114,13 @@ private:
     Template* template_ = nullptr;
     Property* member_ = nullptr;
     Enumeration* enumeration_ = nullptr;
+    std::unique_ptr<LOD> lod_;
+    ViewItem* viewItem_ = nullptr;
+    std::vector<View*> views_;       // those that the file gave so far
+    std::vector<Group*> openGroups_; // the view at the bottom
     std::string package_;
     SortedStringList using_;
+    std::string wantedPackage_;
     std::string comment_;
     std::string text_;
     std::string language_; // empty when no label or description is open; "-" for the default one

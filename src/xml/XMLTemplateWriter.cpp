@@ -6,7 +6,8 @@
 
 #include "instances/Asset.h"
 #include "manager/TemplateManager.h"
-#include "schema/AttributeProperty.h"
+#include "schema/AnchorProperty.h"
+#include "schema/GeometryProperty.h"
 #include "schema/Template.h"
 #include "types/Enumeration.h"
 #include "xml/VersionOrder.h"
@@ -200,6 +201,10 @@ void XMLTemplateWriter::WriteTemplate(const Template& latest) {
         WriteStep(step);
     if (!copiedTexts)
         first.NamedObject::WriteToXML(writer_);
+    for (const Template* version : versions) {
+        for (int i = 0; i < version->GetViewCount(); ++i)
+            WriteViewItem(*version->GetViewAt(i));
+    }
     EndObject(false);
 }
 
@@ -225,10 +230,8 @@ void XMLTemplateWriter::WriteVersionByVersion(const std::vector<VersionStep>& st
 void XMLTemplateWriter::WriteStep(const VersionStep& step) {
     if (!step.property)
         WriteParents(step);
-    else if (step.property->GetClass() == AttributeProperty::kClassId)
-        WriteAttribute(static_cast<const AttributeProperty&>(*step.property));
     else
-        step.property->WriteToXML(writer_);
+        WriteProperty(*step.property);
 }
 
 void XMLTemplateWriter::WriteParents(const VersionStep& step) {
@@ -254,9 +257,37 @@ void XMLTemplateWriter::WriteParent(const Template& parent, int version) {
 
 // -- properties -----------------------------------------------------------------------------------
 
+void XMLTemplateWriter::WriteProperty(const Property& property) {
+    switch (property.GetClass()) {
+    case kNodePropertyClass:
+        WriteNode(static_cast<const NodeProperty&>(property));
+        break;
+    case kAnchorPropertyClass:
+        WriteAnchor(static_cast<const AnchorProperty&>(property));
+        break;
+    case kGeometryPropertyClass:
+        WriteGeometry(static_cast<const GeometryProperty&>(property));
+        break;
+    default:
+        WriteAttribute(static_cast<const AttributeProperty&>(property));
+        break;
+    }
+}
+
+void XMLTemplateWriter::StartMember(const Property& property, const char* element) {
+    StartObject(property, element);
+    writer_.WriteAttribute("name", property.GetNameView());
+}
+
+void XMLTemplateWriter::EndMember(const Property& property) {
+    property.NamedObject::WriteToXML(writer_);
+    for (int i = 0; i < property.GetCommandCount(); ++i)
+        WriteCommand(*property.GetCommandAt(i));
+    EndObject(false);
+}
+
 void XMLTemplateWriter::WriteAttribute(const AttributeProperty& attribute) {
-    StartObject(attribute, "attribute");
-    writer_.WriteAttribute("name", attribute.GetNameView());
+    StartMember(attribute, "attribute");
     // An attribute without a type still needs one to be read at all.
     writer_.WriteAttribute("type", attribute.GetType() ? attribute.GetType()->GetFullName() : "");
     if (attribute.GetVersion() != 1)
@@ -267,10 +298,54 @@ void XMLTemplateWriter::WriteAttribute(const AttributeProperty& attribute) {
     if (*attribute.GetAutoBind())
         writer_.WriteAttribute("autoBind", attribute.GetAutoBind());
     WriteDefaultAsset(attribute);
-    attribute.NamedObject::WriteToXML(writer_);
-    for (int i = 0; i < attribute.GetCommandCount(); ++i)
-        WriteCommand(*attribute.GetCommandAt(i));
+    EndMember(attribute);
+}
+
+void XMLTemplateWriter::WriteNode(const NodeProperty& node) {
+    StartMember(node, "node");
+    if (node.GetVersion() != 1)
+        writer_.WriteAttribute("version", node.GetVersion());
+    WriteAncestor(node);
+    EndMember(node);
+}
+
+void XMLTemplateWriter::WriteAnchor(const AnchorProperty& anchor) {
+    StartMember(anchor, "anchor");
+    if (anchor.GetVersion() != 1)
+        writer_.WriteAttribute("version", anchor.GetVersion());
+    if (anchor.IsChild())
+        writer_.WriteAttribute("child", "true");
+    WriteAncestor(anchor);
+    EndMember(anchor);
+}
+
+void XMLTemplateWriter::WriteAncestor(const NodeProperty& node) {
+    if (*node.GetAncestor())
+        writer_.WriteAttribute("ancestor", node.GetAncestor());
+    if (node.GetAncestorDistance() != -1)
+        writer_.WriteAttribute("distance", node.GetAncestorDistance());
+    if (*node.GetAutoBind())
+        writer_.WriteAttribute("autoBind", node.GetAutoBind());
+}
+
+void XMLTemplateWriter::WriteGeometry(const GeometryProperty& geometry) {
+    StartMember(geometry, "geometry");
+    if (geometry.GetVersion() != 1)
+        writer_.WriteAttribute("version", geometry.GetVersion());
+    geometry.NamedObject::WriteToXML(writer_);
+    for (int i = 0; i < geometry.GetAlternateCount(); ++i)
+        WriteAlternate(*geometry.GetAlternateAt(i));
+    for (int i = 0; i < geometry.GetCommandCount(); ++i)
+        WriteCommand(*geometry.GetCommandAt(i));
     EndObject(false);
+}
+
+void XMLTemplateWriter::WriteAlternate(const GeometryAlternate& alternate) {
+    StartObject(alternate, "alternate");
+    writer_.WriteAttribute("lod", alternate.GetKey());
+    if (alternate.GetVersion() != 1)
+        writer_.WriteAttribute("version", alternate.GetVersion());
+    EndObject(true);
 }
 
 /// A reader takes a minimum only behind a default, and a maximum only behind a minimum.

@@ -5,15 +5,23 @@
 
 namespace Kor {
 
+class AnchorProperty;
 class AttributeProperty;
 class ByteSink;
 class Command;
 class Enumeration;
 class EnumerationItem;
+class GeometryAlternate;
+class GeometryProperty;
+class Group;
+class LOD;
 class NamedObject;
+class NodeProperty;
+class Property;
 class Template;
 class TemplateManager;
 class Type;
+class ViewItem;
 class XMLWriter;
 struct VersionStep;
 
@@ -42,11 +50,24 @@ public:
     /// All versions up to the given one: the parents and properties that each introduces.
     void WriteTemplate(const Template& latest);
     void WriteAttribute(const AttributeProperty& attribute);
+    void WriteNode(const NodeProperty& node);
+    void WriteAnchor(const AnchorProperty& anchor);
+    void WriteGeometry(const GeometryProperty& geometry);
+    void WriteAlternate(const GeometryAlternate& alternate);
     void WriteCommand(const Command& command);
+    void WriteLOD(const LOD& lod);
+
+    /// A view, group or view property with all it contains.
+    void WriteViewItem(const ViewItem& item);
 
 private:
     void StartObject(const NamedObject& object, const char* element);
     void EndObject(bool dropsComment);
+    void WriteProperty(const Property& property);
+    void StartMember(const Property& property, const char* element);
+    void EndMember(const Property& property);
+    void WriteAncestor(const NodeProperty& node);
+    bool StartViewItem(const ViewItem& item);
     std::string_view GetNameInFile(const Template& type) const;
     void StartTemplate(const Template& version);
     void WriteVersionByVersion(const std::vector<VersionStep>& steps, const Template& first);

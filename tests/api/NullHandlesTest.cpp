@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "api/CallTable.h"
+#include "api/CallTableNodes.h"
 #include "api/Host.h"
 #include "api/Values.h"
 
@@ -98,7 +99,8 @@ TEST_F(NullHandlesTest, UnloadingTheNullFileLeavesWhatHasNoFile) {
 
 TEST_F(NullHandlesTest, EveryExportedFunctionIsCalled) {
     std::set<std::string> called;
-    for (const Calls& calls : {ObjectCalls(), SchemaCalls(), InstanceCalls(), ManagerCalls()}) {
+    for (const Calls& calls :
+         {ObjectCalls(), SchemaCalls(), InstanceCalls(), ManagerCalls(), NodeCalls()}) {
         for (const Call& call : calls) {
             const std::string text = call.text; // a call may stand in the argument of another
             for (size_t at = text.find("Ovi"); at != std::string::npos;

@@ -36,7 +36,7 @@ TEST_P(SceneFormatMessages, AreReportedWithLevelAndLine) {
 
 const Case kStructure[] = {
     {"NothingWrong", "<asset name='x'><implements template='T'/></asset>", {}},
-    {"UnknownElementsAreIgnored", "<nonsense/><asset name='x'><node/><view/></asset>", {}},
+    {"UnknownElementsAreIgnored", "<nonsense/><asset name='x'><lod/><view/></asset>", {}},
     {"AssetWithoutName", "\n<asset/>", {"1 3 <asset> element must have an 'name' attribute"}},
     {"AssetWithNameInCapitals",
      "<asset NAME='x'/>",

@@ -24,7 +24,8 @@ protected:
         ErrorManager::Get()->Terminate();
     }
 
-    /// Reads a text as the file "f", reporting to the error manager if told to.
+    /// Reads a text as the file "f", reporting to the error manager if told to. No package is
+    /// found.
     static bool Read(const std::string& content, bool reports, size_t blockSize = 65536) {
         const std::string text = "<?xml?>" + content;
         MemorySource source(text);
@@ -33,7 +34,12 @@ protected:
             parser.SetErrorListener(ErrorManager::Get());
         XMLTemplateListener listener(parser);
         parser.SetXMLListener(&listener);
-        return parser.Parse("f", source);
+        bool read = parser.Parse("f", source);
+        while (read && parser.IsPaused()) {
+            listener.AnswerWantedPackage(false);
+            read = parser.Resume();
+        }
+        return read;
     }
 
     static int CountErrors() { return ErrorManager::Get()->GetErrorItemCount(15); }

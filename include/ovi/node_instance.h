@@ -1,0 +1,23 @@
+/* Anchor and geometry instances. Node instances have no functions of their own: their binding is
+ * that of an attribute instance. */
+#ifndef OVI_NODE_INSTANCE_H
+#define OVI_NODE_INSTANCE_H
+
+#include "ovi/types.h"
+
+/** The name of the anchor that this one is attached to; "" for none. */
+OVI_API const char* OviAnchorInstance_GetAttachedAnchor(OviAnchorInstance* anchor);
+
+/** Stores the name; no event, no check. */
+OVI_API void OviAnchorInstance_SetAttachedAnchor(OviAnchorInstance* anchor, const char* attached);
+
+/** The node instance of an alternate, in the order of the geometry property's alternates. */
+OVI_API OviNodeInstance* OviGeometryInstance_GetNodeInstanceAt(OviGeometryInstance* geometry,
+                                                               int index);
+
+/** Puts another node instance (or null) in place, which the geometry then owns; the one it replaces
+ *  belongs to the caller. No event. */
+OVI_API void OviGeometryInstance_SetNodeInstanceAt(OviGeometryInstance* geometry, int index,
+                                                   OviNodeInstance* node);
+
+#endif

@@ -1,0 +1,129 @@
+#include "instances/GeometryInstance.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+
+#include "instances/Instance.h"
+#include "xml/XMLWriter.h"
+
+namespace Kor {
+
+GeometryInstance::GeometryInstance(Instance& instance, GeometryProperty& property)
+    : PropertyInstance(instance, property) {
+    nodes_.reserve(static_cast<size_t>(property.GetAlternateCount()));
+    for (int i = 0; i < property.GetAlternateCount(); ++i) {
+        nodes_.push_back(new NodeInstance(instance, *property.GetAlternateAt(i)));
+        nodes_.back()->SetGeometry(this);
+    }
+}
+
+GeometryInstance::~GeometryInstance() {
+    for (NodeInstance* node : nodes_) {
+        if (!node)
+            continue;
+        node->SetGeometry(nullptr);
+        node->LeaveInstance(); // which does not list it
+        delete node;
+    }
+}
+
+NodeInstance* GeometryInstance::GetNodeInstanceAt(int index) const {
+    return index >= 0 && index < GetNodeInstanceCount() ? nodes_[static_cast<size_t>(index)]
+                                                        : nullptr;
+}
+
+void GeometryInstance::SetNodeInstanceAt(int index, NodeInstance* node) {
+    if (index < 0 || index >= GetNodeInstanceCount() || GetNodeInstanceAt(index) == node)
+        return;
+    NodeInstance* replaced = GetNodeInstanceAt(index);
+    if (replaced) {
+        replaced->SetGeometry(nullptr);
+        replaced->LeaveInstance();
+    }
+    // A node instance has one owner: neither another geometry nor an instance's list keeps it.
+    if (node && node->GetGeometry())
+        node->GetGeometry()->ForgetNodeInstance(*node);
+    if (node && node->GetInstance())
+        node->GetInstance()->ForgetPropertyInstance(*node);
+    nodes_[static_cast<size_t>(index)] = node;
+    if (!node)
+        return;
+    node->SetGeometry(this);
+    node->LeaveInstance();
+    if (GetInstance())
+        node->JoinInstance(*GetInstance());
+}
+
+void GeometryInstance::ForgetNodeInstance(NodeInstance& node) {
+    std::replace(nodes_.begin(), nodes_.end(), &node, static_cast<NodeInstance*>(nullptr));
+    node.SetGeometry(nullptr);
+}
+
+void GeometryInstance::WriteToXML(XMLWriter& writer) const {
+    writer.StartElement("geometry");
+    writer.WriteAttribute("property", GetKey());
+    for (const NodeInstance* node : nodes_) {
+        const auto* alternate = node ? ObjectCast<GeometryAlternate>(node->GetProperty()) : nullptr;
+        if (!alternate || !alternate->GetLOD())
+            continue;
+        writer.StartElement("alternate");
+        writer.WriteAttribute("lod", alternate->GetLOD()->GetNameView());
+        writer.WriteAttribute("binding", std::string_view(node->GetBinding()));
+        writer.EndElement();
+    }
+    writer.EndElement();
+}
+
+int GeometryInstance::GetBinarySize() const {
+    int sum = 0;
+    for (const NodeInstance* node : nodes_) {
+        const int size = node ? node->GetBinarySize() : 0;
+        if (size < 1)
+            return 0;
+        sum += std::min(size, std::numeric_limits<int>::max() - sum);
+    }
+    return sum;
+}
+
+int GeometryInstance::GetPadding(int offset) const {
+    int largest = 0;
+    int asked = offset;
+    for (const NodeInstance* node : nodes_) {
+        largest = std::max(largest, node ? node->GetPadding(asked) : 0);
+        asked = largest;
+    }
+    return largest;
+}
+
+bool GeometryInstance::IsValid() const {
+    return std::all_of(nodes_.begin(), nodes_.end(),
+                       [](const NodeInstance* node) { return node && node->IsValid(); });
+}
+
+int GeometryInstance::WriteToBinary(void* buffer, int bufferSize) const {
+    constexpr int kCountSize = static_cast<int>(sizeof(std::int32_t));
+    if (!buffer || bufferSize < kCountSize)
+        return 0;
+    const std::int32_t count = GetNodeInstanceCount();
+    std::memcpy(buffer, &count, sizeof count);
+    // All nodes write to one place, so the room never grows past what there is.
+    for (const NodeInstance* node : nodes_) {
+        if (node)
+            node->WriteToBinary(static_cast<char*>(buffer) + kCountSize, bufferSize - kCountSize);
+    }
+    return kCountSize;
+}
+
+void GeometryInstance::CopyFrom(const PropertyInstance& source) {
+    PropertyInstance::CopyFrom(source);
+    const auto& other = static_cast<const GeometryInstance&>(source);
+    const int count = std::min(GetNodeInstanceCount(), other.GetNodeInstanceCount());
+    for (int i = 0; i < count; ++i) {
+        if (nodes_[static_cast<size_t>(i)] && other.GetNodeInstanceAt(i))
+            nodes_[static_cast<size_t>(i)]->CopyFrom(*other.GetNodeInstanceAt(i));
+    }
+}
+
+} // namespace Kor

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "instances/NodeInstance.h"
+#include "schema/GeometryProperty.h"
+
+namespace Kor {
+
+/// The value side of a geometry: one node instance for each of its alternates, in their order.
+class GeometryInstance : public PropertyInstance {
+public:
+    static constexpr int kClassId = kGeometryInstanceClass;
+
+    GeometryInstance(Instance& instance, GeometryProperty& property);
+    ~GeometryInstance() override;
+
+    int GetClass() const override { return kClassId; }
+    bool ImplementsClass(int id) const override {
+        return id == kClassId || PropertyInstance::ImplementsClass(id);
+    }
+
+    const GeometryProperty& GetGeometryProperty() const {
+        return static_cast<const GeometryProperty&>(*GetProperty());
+    }
+
+    int GetNodeInstanceCount() const { return static_cast<int>(nodes_.size()); }
+    NodeInstance* GetNodeInstanceAt(int index) const;
+
+    /// Takes over a node instance; the one it replaces goes back to the caller.
+    void SetNodeInstanceAt(int index, NodeInstance* node);
+
+    /// Called by a node instance that dies or moves: its place is empty then.
+    void ForgetNodeInstance(NodeInstance& node);
+
+    void WriteToXML(XMLWriter& writer) const override;
+
+    /// The sum of the node instances' sizes; 0 when one of them has none.
+    int GetBinarySize() const override;
+
+    /// Each node instance is asked with the largest result so far.
+    int GetPadding(int offset) const override;
+    bool IsValid() const override;
+
+    /// Writes the number of node instances and, all at the same place behind it, their values; only
+    /// the number counts in the result, by intent.
+    int WriteToBinary(void* buffer, int bufferSize) const override;
+    void CopyFrom(const PropertyInstance& source) override;
+
+private:
+    std::vector<NodeInstance*> nodes_; // owned
+};
+
+} // namespace Kor

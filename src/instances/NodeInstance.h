@@ -1,0 +1,38 @@
+#pragma once
+
+#include "instances/AttributeInstance.h"
+#include "schema/NodeProperty.h"
+
+namespace Kor {
+
+class GeometryInstance;
+
+/// Stands for a node of the host's scene; valid once it is bound to one.
+class NodeInstance : public AttributeInstance {
+public:
+    static constexpr int kClassId = kNodeInstanceClass;
+
+    NodeInstance(Instance& instance, NodeProperty& property)
+        : AttributeInstance(instance, property) {}
+
+    /// Takes itself out of the geometry that it stands in.
+    ~NodeInstance() override;
+
+    int GetClass() const override { return kClassId; }
+    bool ImplementsClass(int id) const override {
+        return id == kClassId || AttributeInstance::ImplementsClass(id);
+    }
+
+    /// Deliberately without the binding, although it is read.
+    void WriteToXML(XMLWriter& writer) const override;
+    bool IsValid() const override { return *GetBinding() != '\0'; }
+
+    /// The geometry that owns this node instance; null when an instance or the host does.
+    GeometryInstance* GetGeometry() const { return geometry_; }
+    void SetGeometry(GeometryInstance* geometry) { geometry_ = geometry; }
+
+private:
+    GeometryInstance* geometry_ = nullptr;
+};
+
+} // namespace Kor

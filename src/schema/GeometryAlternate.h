@@ -1,0 +1,41 @@
+#pragma once
+
+#include "schema/LOD.h"
+#include "schema/NodeProperty.h"
+
+namespace Kor {
+
+/// One form of a geometry: a node bound to a level of detail, which is borrowed.
+class GeometryAlternate : public NodeProperty {
+public:
+    static constexpr int kClassId = kGeometryAlternateClass;
+
+    /// Takes the level's name as its own.
+    GeometryAlternate(LOD* lod, int version);
+
+    int GetClass() const override { return kClassId; }
+    bool ImplementsClass(int id) const override {
+        return id == kClassId || NodeProperty::ImplementsClass(id);
+    }
+    std::unique_ptr<Object> Clone() const override;
+    void WriteToXML(XMLWriter& writer) const override;
+
+    /// The level's key, also when the level is renamed.
+    std::string_view GetKey() const override;
+
+    /// As for every property, and then the level's name once more: "High.High" without an owner,
+    /// which is intended.
+    void UpdateFullName() override;
+
+    LOD* GetLOD() const { return lod_; }
+
+    /// Changes key and full name, not the own name; the place in a geometry's list stays.
+    void SetLOD(LOD* lod);
+
+private:
+    GeometryAlternate(const GeometryAlternate& source) = default;
+
+    LOD* lod_;
+};
+
+} // namespace Kor

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "schema/GeometryAlternate.h"
+#include "schema/Property.h"
+
+namespace Kor {
+
+/// A piece of geometry with alternative forms, one per level of detail. The alternates are
+/// deliberately not deleted with it.
+class GeometryProperty : public Property {
+public:
+    static constexpr int kClassId = kGeometryPropertyClass;
+
+    GeometryProperty(std::string_view name, int version) : Property(name, version) {}
+
+    int GetClass() const override { return kClassId; }
+    bool ImplementsClass(int id) const override {
+        return id == kClassId || Property::ImplementsClass(id);
+    }
+    std::unique_ptr<Object> Clone() const override;
+    void WriteToXML(XMLWriter& writer) const override;
+
+    /// The index, or the complement of the index of the alternate of that level that was
+    /// overwritten; `replaced`, when given, receives that one, or null.
+    int AddAlternate(GeometryAlternate* alternate, GeometryAlternate** replaced = nullptr) {
+        return alternates_.Insert(alternate, replaced);
+    }
+    int RemoveAlternate(GeometryAlternate* alternate) { return alternates_.Remove(alternate); }
+    int GetAlternateCount() const { return alternates_.GetCount(); }
+    GeometryAlternate* GetAlternateAt(int index) const { return alternates_.GetAt(index); }
+    GeometryAlternate* GetAlternate(std::string_view lod) const { return alternates_.Get(lod); }
+
+    /// The sum of the alternates' sizes; 0 when one of them has none.
+    int GetValueSize() const override;
+    std::unique_ptr<PropertyInstance> CreateInstance(Instance& instance) override;
+
+    /// A geometry has no value of its own.
+    int WriteValueToBinary(const void*, int, void*, int) const override { return 0; }
+
+private:
+    GeometryProperty(const GeometryProperty& source);
+
+    SortedObjectList<GeometryAlternate> alternates_;
+};
+
+} // namespace Kor

@@ -1,0 +1,119 @@
+#include "schema/Group.h"
+
+#include <algorithm>
+#include <unordered_set>
+#include <utility>
+
+#include "schema/View.h"
+#include "xml/XMLTemplateWriter.h"
+
+namespace Kor {
+
+// Groups nest as deeply as a file says, so trees are deleted and copied from lists of what is
+// still to be done.
+
+Group::~Group() {
+    std::unordered_set<ViewItem*> met{this};
+    std::vector<ViewItem*> doomed;
+    std::vector<Group*> pending{this};
+    while (!pending.empty()) {
+        Group* group = pending.back();
+        pending.pop_back();
+        for (ViewItem* item : std::exchange(group->items_, {})) {
+            item->RemoveGroup(group);
+            if (!met.insert(item).second)
+                continue;
+            doomed.push_back(item);
+            if (auto* inner = ObjectCast<Group>(item))
+                pending.push_back(inner);
+        }
+    }
+    for (ViewItem* item : doomed)
+        delete item;
+}
+
+ViewItem* Group::CopyAlone(const ViewItem& item) {
+    if (const auto* view = ObjectCast<View>(&item))
+        return new View(*view);
+    if (const auto* group = ObjectCast<Group>(&item))
+        return new Group(*group);
+    return static_cast<ViewItem*>(item.Clone().release());
+}
+
+void Group::CopyItems(const Group& source) {
+    std::vector<std::pair<const Group*, Group*>> pending{{&source, this}};
+    while (!pending.empty()) {
+        const auto [original, copy] = pending.back();
+        pending.pop_back();
+        for (const ViewItem* item : original->items_) {
+            ViewItem* made = CopyAlone(*item);
+            if (auto* inner = ObjectCast<Group>(made))
+                pending.emplace_back(static_cast<const Group*>(item), inner);
+            copy->items_.push_back(made);
+            made->AddGroup(copy);
+        }
+    }
+}
+
+std::unique_ptr<Object> Group::Clone() const {
+    std::unique_ptr<Group> copy(new Group(*this));
+    copy->CopyItems(*this);
+    return copy;
+}
+
+void Group::WriteToXML(XMLWriter& writer) const {
+    XMLTemplateWriter(writer).WriteViewItem(*this);
+}
+
+/// Whether this group stands somewhere inside the item.
+bool Group::IsInside(const ViewItem* item) const {
+    if (item == this)
+        return true;
+    // Files add empty groups to ever deeper ones: only what has items is looked for above.
+    const auto* outermost = ObjectCast<Group>(item);
+    if (!outermost || outermost->items_.empty())
+        return false;
+    std::unordered_set<const ViewItem*> met{this};
+    std::vector<const ViewItem*> pending{this};
+    while (!pending.empty()) {
+        const ViewItem* current = pending.back();
+        pending.pop_back();
+        if (current == item)
+            return true;
+        for (const Group* outer : current->GetGroups()) {
+            if (met.insert(outer).second)
+                pending.push_back(outer);
+        }
+    }
+    return false;
+}
+
+void Group::AddViewItemAt(ViewItem* item, int position) {
+    if (!item || IsInside(item))
+        return;
+    const int count = GetViewItemCount();
+    const int place = position < 0 || position > count ? count : position;
+    items_.insert(items_.begin() + place, item);
+    item->AddGroup(this);
+}
+
+void Group::RemoveViewItemAt(int index) {
+    ViewItem* item = GetViewItemAt(index);
+    if (!item)
+        return;
+    items_.erase(items_.begin() + index);
+    item->RemoveGroup(this);
+}
+
+ViewItem* Group::GetViewItemAt(int index) const {
+    return index >= 0 && index < GetViewItemCount() ? items_[static_cast<size_t>(index)] : nullptr;
+}
+
+void Group::ForgetItem(ViewItem& item) {
+    const auto found = std::find(items_.begin(), items_.end(), &item);
+    if (found != items_.end())
+        items_.erase(found);
+    item.RemoveGroup(this);
+}
+
+} // namespace Kor

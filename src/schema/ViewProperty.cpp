@@ -1,0 +1,36 @@
+#include "schema/ViewProperty.h"
+
+#include "schema/Property.h"
+#include "xml/XMLTemplateWriter.h"
+
+namespace Kor {
+
+ViewProperty::ViewProperty(std::string_view name, Property* property) : ViewItem(name) {
+    SetProperty(property);
+}
+
+ViewProperty::ViewProperty(const ViewProperty& source) : ViewItem(source) {
+    SetProperty(source.property_);
+}
+
+ViewProperty::~ViewProperty() {
+    SetProperty(nullptr);
+}
+
+std::unique_ptr<Object> ViewProperty::Clone() const {
+    return std::unique_ptr<Object>(new ViewProperty(*this));
+}
+
+void ViewProperty::WriteToXML(XMLWriter& writer) const {
+    XMLTemplateWriter(writer).WriteViewItem(*this);
+}
+
+void ViewProperty::SetProperty(Property* property) {
+    if (property_)
+        property_->RemoveViewer(this);
+    property_ = property;
+    if (property_)
+        property_->AddViewer(this);
+}
+
+} // namespace Kor
