@@ -176,23 +176,6 @@ print_instructions() {
     echo "| Saving | $save | $((save / countedAssets)) |"
 }
 
-# Replaces what stands between the two marker lines of the document.
-write_results() {
-    local document=$rootDir/docs/benchmarks.md
-    grep -q '^<!-- results: begin' "$document" || fail "no markers in $document"
-    awk -v results="$1" '
-        /^<!-- results: begin/ {
-            print
-            print ""
-            while ((getline line < results) > 0) print line
-            print ""
-            inside = 1
-        }
-        /^<!-- results: end/ { inside = 0 }
-        !inside' "$document" >"$workDir/document.md"
-    cp "$workDir/document.md" "$document"
-}
-
 say "Results"
 print_results >"$workDir/results.md"
 if $instructions; then
@@ -200,6 +183,6 @@ if $instructions; then
 fi
 cat "$workDir/results.md"
 if $write; then
-    write_results "$workDir/results.md"
+    write_between_markers "$rootDir/docs/benchmarks.md" results "$workDir/results.md"
     echo "Written into docs/benchmarks.md"
 fi

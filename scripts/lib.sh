@@ -55,3 +55,23 @@ write_totals() {
     fi
     echo "$((total - failed - skipped)) passed, $failed failed"
 }
+
+# Replaces what stands between two marker lines of a document, "<!-- NAME: begin" and
+# "<!-- NAME: end", by the text of a file.
+write_between_markers() {
+    local document=$1 name=$2 text=$3 result
+    grep -q "^<!-- $name: begin" "$document" || fail "no markers '$name' in $document"
+    result=$(mktemp)
+    awk -v name="$name" -v text="$text" '
+        index($0, "<!-- " name ": begin") == 1 {
+            print
+            print ""
+            while ((getline line < text) > 0) print line
+            print ""
+            inside = 1
+        }
+        index($0, "<!-- " name ": end") == 1 { inside = 0 }
+        !inside' "$document" >"$result"
+    cat "$result" >"$document"
+    rm -f "$result"
+}

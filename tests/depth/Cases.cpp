@@ -1,0 +1,16 @@
+#include "Case.h"
+#include "SceneCases.h"
+#include "SchemaCases.h"
+
+const std::vector<Case>& GetCases() {
+    static const std::vector<Case> cases = {
+        {"Chain of templates", "templates", 10000, RunChain},
+        {"Stacked diamonds", "diamonds", 64, RunDiamonds},
+        {"Many stacked diamonds", "diamonds", 5000, RunDiamonds},
+        {"Chain of types", "types", 10000, RunTypes},
+        {"Groups in groups", "groups", 10000, RunGroups},
+        {"Packages using packages", "packages", 1000, RunPackages},
+        {"Assets in assets", "assets", 10000, RunNested},
+    };
+    return cases;
+}

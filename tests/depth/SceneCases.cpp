@@ -1,0 +1,61 @@
+// Assets inside the values of assets.
+
+#include "SceneCases.h"
+
+#include <cstdint>
+
+#include "ovi/ovi.h"
+
+namespace {
+
+constexpr const char* kNextInstance = "Link.next";
+
+/// How many assets stand in each other.
+int CountNested() {
+    int count = 0;
+    OviInstance* current = OviAssetManager_GetAsset("Outermost");
+    while (current) {
+        ++count;
+        auto** value = static_cast<OviInstance**>(
+            OviAttributeInstance_GetValue(static_cast<OviAttributeInstance*>(
+                OviInstance_GetPropertyInstance(current, kNextInstance, false))));
+        current = value ? *value : nullptr;
+    }
+    return count;
+}
+
+} // namespace
+
+void RunNested(Run& run) {
+    const std::string schema =
+        run.Write("link.template", "<templates><template name='Link'>"
+                                   "<attribute name='next' type='Link' reference='true'/>"
+                                   "</template></templates>");
+    std::string text = "<assets><asset name='Outermost'>";
+    const std::string open = "<implements template='Link' version='1'/>"
+                             "<attribute property='Link.next'>";
+    for (int i = 0; i < run.Size(); ++i)
+        text += open + "<asset name='Inner'>\n";
+    for (int i = 0; i < run.Size(); ++i)
+        text += "</asset></attribute>\n";
+    const std::string path = run.Write("nested.asset", text + "</asset></assets>");
+    const std::string saved = run.Path("saved.asset");
+
+    OviTemplateManager_LoadTemplateFile(schema.c_str());
+    run.Step("load", [&] { return OviAssetManager_LoadScene(path.c_str()); });
+    run.Step("look up", [&] { return CountNested() == run.Size() + 1; });
+    run.Step("measure and pack", [&] {
+        OviAsset* asset = OviAssetManager_GetAsset("Outermost");
+        OviInstance_GetSize(asset);
+        char room[64];
+        OviInstance_WriteToBinary(asset, room, sizeof room);
+        return OviInstance_IsValid(asset);
+    });
+    run.Step("save", [&] { return OviAssetManager_SaveScene(saved.c_str()); });
+    run.NoteSize(saved);
+    run.Step("clear", [] { return OviAssetManager_NewScene(); });
+    run.Step("load what was saved", [&] {
+        return OviAssetManager_LoadScene(saved.c_str()) && CountNested() == run.Size() + 1;
+    });
+    run.Step("clear again", [] { return OviAssetManager_NewScene(); });
+}

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "Case.h"
+
+/// Each template extends the one before.
+void RunChain(Run& run);
+
+/// Each level has two templates over one and one over the two: 2^size paths to the first.
+void RunDiamonds(Run& run);
+
+/// Each type is based on the one before.
+void RunTypes(Run& run);
+
+/// A view with a group in a group in a group.
+void RunGroups(Run& run);
+
+/// Each package uses the one before.
+void RunPackages(Run& run);
