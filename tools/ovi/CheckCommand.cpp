@@ -3,7 +3,6 @@
 #include "Findings.h"
 #include "InputFiles.h"
 #include "Loader.h"
-#include "Options.h"
 #include "Session.h"
 
 #include <iostream>
@@ -15,10 +14,8 @@ const char* CheckCommand::GetDescription() const {
 }
 
 void CheckCommand::Declare(CLI::App& app) {
-    DeclareSchemaOption(app, schema_);
-    app.add_option("--format", format_, "How to print the findings: text (the default) or json")
-        ->check(CLI::IsMember({"text", "json"}))
-        ->type_name("FORMAT");
+    schema_.Declare(app);
+    DeclareFormat(app, format_, {"text", "json"}, "How to print the findings");
     app.add_option("FILE", files_, "Template (.template) and scene (.asset) files, in load order")
         ->required();
 }
@@ -27,8 +24,7 @@ int CheckCommand::Run() {
     const Session session;
     Findings findings;
     InputFiles inputs(findings);
-    for (const std::string& path : schema_)
-        inputs.AddSchema(path);
+    schema_.AddTo(inputs);
     for (const std::string& path : files_)
         inputs.Add(path);
     LoadFiles(inputs.GetAll(), findings);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Command.h"
+#include "SchemaOptions.h"
 
 #include <string>
 #include <vector>
@@ -16,9 +17,9 @@ public:
     int Run() override;
 
 private:
-    std::vector<std::string> schema_;
+    SchemaOptions schema_;
     std::vector<std::string> files_;
-    std::string format_ = "text";
+    std::string format_;
 };
 
 } // namespace OviTool

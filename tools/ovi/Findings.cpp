@@ -3,10 +3,9 @@
 #include "ExitCode.h"
 
 #include <nlohmann/json.hpp>
-#include <ovi/ovi.h>
 
 #include <algorithm>
-#include <ostream>
+#include <iostream>
 
 namespace OviTool {
 
@@ -99,6 +98,12 @@ void Findings::PrintJson(std::ostream& out) const {
 void Findings::PrintUnreadable(std::ostream& out) const {
     for (const UnreadableFile& file : unreadable_)
         out << "ovi: error: cannot read '" << file.file << "': " << file.reason << '\n';
+}
+
+void Findings::Report() const {
+    std::cout.flush();
+    PrintText(std::cerr);
+    PrintUnreadable(std::cerr);
 }
 
 void Findings::PrintSummary(std::ostream& out) const {

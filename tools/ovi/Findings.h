@@ -1,8 +1,11 @@
 #pragma once
 
+#include <ovi/ovi.h>
+
 #include <cstddef>
 #include <iosfwd>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace OviTool {
@@ -27,6 +30,9 @@ public:
     /// Takes over what the library has collected and clears its list; gives how many there were.
     std::size_t Collect();
 
+    /// Adds a diagnostic of the program's own.
+    void Add(Finding finding) { findings_.push_back(std::move(finding)); }
+
     /// Notes a file that could not be read.
     void AddUnreadable(const std::string& file, const std::string& reason);
 
@@ -44,6 +50,12 @@ public:
 
     /// One line with the numbers of files, errors and warnings.
     void PrintSummary(std::ostream& out) const;
+
+    /// All of it on the standard error stream, for commands whose output is something else.
+    void Report() const;
+
+    /// Whether there is a diagnostic of level error.
+    bool HasErrors() const { return Count(OVI_LEVEL_ERROR) > 0; }
 
     /// The exit code that follows from all this.
     int GetExitCode() const;

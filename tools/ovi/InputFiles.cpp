@@ -80,6 +80,22 @@ std::string WithoutTrailingSeparators(std::string path) {
 
 } // namespace
 
+void InputFiles::AddSearchPath(const std::string& path) {
+    const std::string root = WithoutTrailingSeparators(path);
+    std::error_code error;
+    const fs::path canonical = fs::canonical(fs::u8path(root), error);
+    if (error || !fs::is_directory(canonical, error)) {
+        findings_.AddUnreadable(path, error ? error.message() : "is no directory");
+        return;
+    }
+    OviTemplateManager_AddSearchPath(root.c_str(), false);
+    searchPaths_.push_back({root, (canonical / "").u8string()});
+}
+
+void InputFiles::AddPackage(const std::string& name) {
+    files_.push_back({name, InputFile::Kind::kPackage});
+}
+
 void InputFiles::AddSchema(const std::string& path) {
     const fs::path native = fs::u8path(path);
     std::error_code error;
@@ -92,9 +108,7 @@ void InputFiles::AddSchema(const std::string& path) {
 }
 
 void InputFiles::AddDirectory(const std::string& root) {
-    // Files are named as the library would name them when it finds them through the search path:
-    // a package that a file asks for early is then recognised when its own turn comes.
-    OviTemplateManager_AddSearchPath(root.c_str(), false);
+    AddSearchPath(root);
     std::set<std::string> visited; // links may lead back
     std::vector<std::string> pending{std::string()};
     while (!pending.empty()) {
@@ -145,9 +159,24 @@ std::size_t InputFiles::AddAs(const std::string& path, const std::string& librar
     std::error_code error;
     const std::string identity = fs::canonical(native, error).u8string();
     const auto [entry, added] = indices_.emplace(error ? path : identity, files_.size());
-    if (added)
-        files_.push_back({libraryPath, isScene});
+    if (!added)
+        return entry->second;
+    const std::string found = isScene || error ? std::string() : FindLibraryPath(identity);
+    files_.push_back({found.empty() ? libraryPath : found,
+                      isScene ? InputFile::Kind::kScene : InputFile::Kind::kTemplates});
     return entry->second;
+}
+
+/// A file that a package asked for early is recognised by this name when its own turn comes.
+std::string InputFiles::FindLibraryPath(const std::string& canonicalPath) const {
+    for (const SearchPath& root : searchPaths_) {
+        if (canonicalPath.compare(0, root.canonical.size(), root.canonical) != 0)
+            continue;
+        std::string relative = canonicalPath.substr(root.canonical.size());
+        std::replace(relative.begin(), relative.end(), '/', '\\');
+        return Join(root.path, relative);
+    }
+    return {};
 }
 
 } // namespace OviTool

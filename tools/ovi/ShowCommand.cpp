@@ -4,7 +4,6 @@
 #include "Findings.h"
 #include "InputFiles.h"
 #include "Loader.h"
-#include "Options.h"
 #include "ScenePrinter.h"
 #include "SchemaPrinter.h"
 #include "Session.h"
@@ -18,7 +17,7 @@ const char* ShowCommand::GetDescription() const {
 }
 
 void ShowCommand::Declare(CLI::App& app) {
-    DeclareSchemaOption(app, schema_);
+    schema_.Declare(app);
     app.add_flag("--all", all_,
                  "Also print the properties of a scene that the file says nothing about");
     app.add_option("FILE", file_, "The template (.template) or scene (.asset) file")->required();
@@ -28,22 +27,19 @@ int ShowCommand::Run() {
     const Session session;
     Findings findings;
     InputFiles inputs(findings);
-    for (const std::string& path : schema_)
-        inputs.AddSchema(path);
+    schema_.AddTo(inputs);
     const std::size_t index = inputs.Add(file_);
     ChangeRecorder recorder;
     LoadFiles(inputs.GetAll(), findings);
     if (index != InputFiles::kNone)
         Print(inputs.GetAll()[index], recorder);
-    std::cout.flush();
-    findings.PrintText(std::cerr);
-    findings.PrintUnreadable(std::cerr);
+    findings.Report();
     return findings.GetExitCode();
 }
 
 void ShowCommand::Print(const InputFile& file, const ChangeRecorder& recorder) const {
     TreePrinter tree(std::cout);
-    if (file.isScene)
+    if (file.kind == InputFile::Kind::kScene)
         ScenePrinter(tree, recorder, all_).Print(file_);
     else
         SchemaPrinter(tree).Print(file_, file.path);

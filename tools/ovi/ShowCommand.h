@@ -1,9 +1,9 @@
 #pragma once
 
 #include "Command.h"
+#include "SchemaOptions.h"
 
 #include <string>
-#include <vector>
 
 namespace OviTool {
 
@@ -21,7 +21,7 @@ public:
 private:
     void Print(const InputFile& file, const ChangeRecorder& recorder) const;
 
-    std::vector<std::string> schema_;
+    SchemaOptions schema_;
     std::string file_;
     bool all_ = false;
 };
