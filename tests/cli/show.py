@@ -22,6 +22,25 @@ class Show(TestCase):
         self.expect(self.show("--schema", "shop.template", "--all", "shop.asset"), 1,
                     "shop.asset.all.txt")
 
+    def test_prints_levels_of_detail_nodes_anchors_geometry_and_views(self):
+        self.expect(self.show("rig.template"), 0, "rig.template.txt")
+
+    def test_prints_bindings_attached_anchors_and_alternates(self):
+        self.expect(self.show("--schema", "rig.template", "rig.asset"), 1, "rig.asset.txt")
+
+    def test_prints_what_is_not_bound_when_asked_for_all(self):
+        self.expect(self.show("--schema", "rig.template", "--all", "rig.asset"), 1,
+                    "rig.asset.all.txt")
+
+    def test_bears_deeply_nested_groups(self):
+        depth = 20000
+        path = self.write("Deep.template", template(
+            "Deep", "<view name='v' template='Deep'>" + "<group name='g'>" * depth +
+            "</group>" * depth + "</view>\n"))
+        result = ovi("show", path)
+        self.assertEqual((0, ""), (result.code, result.err))
+        self.assertEqual(depth, result.out.count("group g\n"))
+
     def test_prints_findings_on_the_error_stream(self):
         result = self.show("--schema", "shop.template", "shop.asset")
         self.assertEqual(

@@ -1,8 +1,9 @@
 #include "Declaration.h"
 
+#include "XmlText.h"
+
 #include <cstdlib>
 #include <cstring>
-#include <utility>
 
 namespace OviTool {
 
@@ -15,24 +16,6 @@ std::string WriteXml(OviType* type) {
     OviType_WriteToXML(type, 0, &size, xml.data());
     xml.resize(std::strlen(xml.c_str()));
     return xml;
-}
-
-/// The library escapes these five characters and no others.
-std::string Unescaped(const std::string& text) {
-    static const std::pair<std::string, char> kEntities[] = {
-        {"&quot;", '"'}, {"&amp;", '&'}, {"&apos;", '\''}, {"&lt;", '<'}, {"&gt;", '>'}};
-    std::string result;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        result += text[at];
-        for (const auto& [entity, character] : kEntities) {
-            if (text.compare(at, entity.size(), entity) == 0) {
-                result.back() = character;
-                at += entity.size() - 1;
-                break;
-            }
-        }
-    }
-    return result;
 }
 
 } // namespace

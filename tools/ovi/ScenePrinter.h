@@ -1,9 +1,9 @@
 #pragma once
 
+#include "PropertyInstanceText.h"
+#include "PropertyInstances.h"
 #include "TreePrinter.h"
-#include "ValueText.h"
 
-#include <map>
 #include <string>
 #include <vector>
 
@@ -32,18 +32,14 @@ private:
     void PrintTemplates(OviInstance* instance, int depth);
     void PushPropertyInstances(OviInstance* instance, int depth);
     void PrintPropertyInstance(const Entry& entry);
-    std::string DescribeValue(OviAttributeInstance* attribute, OviType* type) const;
-    static std::string DescribeState(OviPropertyInstance* propertyInstance, const char* origin);
+    void PrintAlternates(OviGeometryInstance* geometry, int depth);
     void PushNested(OviAttributeInstance* attribute, int depth);
-    const std::vector<std::string>& GetPropertyNames(OviTemplate* implemented);
 
     TreePrinter& tree_;
-    const ChangeRecorder& recorder_;
     bool all_;
-    mutable ValueText values_;
+    PropertyInstances propertyInstances_;
+    PropertyInstanceText texts_;
     std::vector<Entry> pending_; ///< The next one last.
-    std::map<OviTemplate*, std::vector<std::string>> propertyNames_;
-    std::vector<std::string> freePropertyNames_;
 };
 
 } // namespace OviTool

@@ -1,32 +1,30 @@
 #pragma once
 
+#include "PropertyPrinter.h"
 #include "TreePrinter.h"
 #include "ValueText.h"
 
 #include <string>
-#include <vector>
 
 namespace OviTool {
 
 /// Prints what a template file defines as a tree.
 class SchemaPrinter {
 public:
-    explicit SchemaPrinter(TreePrinter& tree) : tree_(tree) {}
+    explicit SchemaPrinter(TreePrinter& tree) : tree_(tree), properties_(tree) {}
 
-    /// Prints the definitions of the file that was loaded by that path.
+    /// Prints the definitions of a file, which the library knows by the given path. The title is
+    /// the path by which it can be read.
     void Print(const std::string& title, const std::string& path);
 
 private:
     void PrintType(OviType* type);
     void PrintEnumeration(OviEnumeration* enumeration);
+    void PrintLevel(OviLOD* level);
     void PrintTemplate(OviTemplate* definition);
-    void PrintProperties(OviTemplate* definition);
-    void PrintProperty(OviProperty* property);
-    void PrintAttribute(OviAttributeProperty* attribute);
-    std::string DescribeValues(OviAttributeProperty* attribute);
-    void PrintTexts(int depth, OviNamedObject* object);
 
     TreePrinter& tree_;
+    PropertyPrinter properties_;
     ValueText values_;
 };
 
