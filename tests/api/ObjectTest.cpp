@@ -83,6 +83,19 @@ TEST_F(ObjectTest, SchemaAndInstanceObjectsAnswerWithTheirClasses) {
     ExpectClasses(OviErrorManager_GetErrorItemAt(0), 32, {32, 0});
 }
 
+TEST_F(ObjectTest, TheClassesHaveTheNamesOfTheHeader) {
+    EXPECT_EQ(OviObject_GetClass(colour_), OVI_CLASS_ENUMERATION);
+    EXPECT_EQ(OviObject_GetClass(OviEnumeration_GetItemAt(colour_, 0)), OVI_CLASS_ENUMERATION_ITEM);
+    EXPECT_EQ(OviObject_GetClass(TypeNamed("UINT8")), OVI_CLASS_INT_TYPE);
+    EXPECT_EQ(OviObject_GetClass(TypeNamed("DOUBLE")), OVI_CLASS_FLOAT_TYPE);
+    EXPECT_EQ(OviObject_GetClass(TypeNamed("STRING")), OVI_CLASS_STRING_TYPE);
+    EXPECT_EQ(OviObject_GetClass(TypeNamed("BOOL")), OVI_CLASS_BOOL_TYPE);
+    EXPECT_TRUE(OviObject_ImplementsClass(NewView(), OVI_CLASS_VIEW_ITEM));
+    EXPECT_FALSE(OviObject_ImplementsClass(mesh_, OVI_CLASS_VIEW_ITEM));
+    OviErrorManager_AddErrorItem(OVI_LEVEL_ERROR, "", 1, "");
+    EXPECT_EQ(OviObject_GetClass(OviErrorManager_GetErrorItemAt(0)), OVI_CLASS_ERROR_ITEM);
+}
+
 TEST_F(ObjectTest, CommandsAnswerWithTheirClassAndAreCopiedAsTheyAre) {
     const std::string path =
         WriteFile("command.template",
