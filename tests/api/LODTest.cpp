@@ -70,6 +70,17 @@ TEST_F(LODTest, ListsAllowedShapesInBitOrder) {
     EXPECT_EQ(Shapes(), "");
 }
 
+TEST_F(LODTest, NamesEachShapeByItsBit) {
+    const std::pair<int, const char*> kNames[] = {
+        {OVI_SHAPE_POLYGONS, "Polygons"}, {OVI_SHAPE_CUBE, "Cube"}, {OVI_SHAPE_SPHERE, "Sphere"},
+        {OVI_SHAPE_CYLINDER, "Cylinder"}, {OVI_SHAPE_CONE, "Cone"}, {OVI_SHAPE_PYRAMID, "Pyramid"}};
+    for (const auto& [shape, name] : kNames) {
+        OviLOD_AllowShape(lod, shape);
+        EXPECT_EQ(Shapes(), name);
+        OviLOD_DisallowShape(lod, shape);
+    }
+}
+
 TEST_F(LODTest, BitsWithoutAShapeHaveNoName) {
     OviLOD_AllowShape(lod, 64 | 4);
     EXPECT_EQ(Shapes(), "Sphere");
