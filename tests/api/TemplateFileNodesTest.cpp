@@ -84,6 +84,16 @@ TEST_F(TemplateFileNodesTest, AnAnchorsSenseIsReadAsAFlag) {
     EXPECT_EQ(OviNodeProperty_GetAncestorDistance(Member<OviNodeProperty>("far")), 2);
 }
 
+TEST_F(TemplateFileNodesTest, AnAnchorBindsByItselfAsItsTextSays) {
+    EXPECT_EQ(LoadMesh("<anchor name='a' autoBind='hook'/><anchor name='b' autoBind=''/>"),
+              Names{});
+    EXPECT_STREQ(OviAttributeProperty_GetAutoBind(Member<OviAnchorProperty>("a")), "hook");
+    EXPECT_STREQ(OviAttributeProperty_GetAutoBind(Member<OviAnchorProperty>("b")), "");
+    EXPECT_NE(Saved().find("<anchor name='a' autoBind='hook'/>"), std::string::npos) << Saved();
+    EXPECT_NE(Saved().find("<anchor name='b'/>"), std::string::npos) << Saved();
+    ExpectSameAgain();
+}
+
 TEST_F(TemplateFileNodesTest, AGeometryHasAnAlternateForEachLevel) {
     EXPECT_EQ(Load("<lod name='High'/><lod name='Low'/><template name='Mesh'>"
                    "<geometry name='shape'><!--far--><alternate lod='Low'/>"
