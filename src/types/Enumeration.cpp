@@ -7,11 +7,11 @@
 namespace Kor {
 
 Enumeration::Enumeration(std::string_view name, Type* base)
-    : Type(name, 1, base ? base->GetAlignment() : 1) {
+    : BorrowingType(name, 1, base ? base->GetAlignment() : 1) {
     SetBaseType(base);
 }
 
-Enumeration::Enumeration(const Enumeration& other) : Type(other) {
+Enumeration::Enumeration(const Enumeration& other) : BorrowingType(other) {
     items_.Reserve(other.items_.GetCount());
     for (const EnumerationItem* item : other.items_) {
         auto* copy = static_cast<EnumerationItem*>(item->Clone().release());
@@ -63,24 +63,9 @@ int Enumeration::RemoveItem(EnumerationItem* item) {
 }
 
 void Enumeration::CollectUsedTypes(std::vector<Type*>& types) const {
-    Type::CollectUsedTypes(types);
+    BorrowingType::CollectUsedTypes(types);
     for (const EnumerationItem* item : items_)
         item->CollectUsedTypes(types);
-}
-
-int Enumeration::GetValueSize(const void* value, int count) const {
-    const Type* carrier = FollowCarriers();
-    return carrier ? carrier->GetValueSize(value, count) : 0;
-}
-
-void* Enumeration::NewValue(const void* initial, int count) const {
-    const Type* carrier = FollowCarriers();
-    return carrier ? carrier->NewValue(initial, count) : nullptr;
-}
-
-void Enumeration::DeleteValue(void* value, int count) const {
-    if (const Type* carrier = FollowCarriers())
-        carrier->DeleteValue(value, count);
 }
 
 int Enumeration::CompareValues(const void* a, const void*, int count) const {
@@ -120,27 +105,6 @@ bool Enumeration::IsNameOfItem(const char* block) const {
             return true;
     }
     return false;
-}
-
-int Enumeration::GetValueAsString(const void* value, std::string& text, int index) const {
-    const Type* carrier = FollowCarriers();
-    return carrier ? carrier->GetValueAsString(value, text, index) : 0;
-}
-
-int Enumeration::GetValueFromString(const char* text, void* value, int index) const {
-    const Type* carrier = FollowCarriers();
-    return carrier ? carrier->GetValueFromString(text, value, index) : 0;
-}
-
-int Enumeration::WriteValueToBinary(const void* value, int count, void* buffer,
-                                    int bufferSize) const {
-    const Type* carrier = FollowCarriers();
-    return carrier ? carrier->WriteValueToBinary(value, count, buffer, bufferSize) : 0;
-}
-
-void Enumeration::WriteValueToXML(const void* value, int count, XMLWriter& writer) const {
-    if (const Type* carrier = FollowCarriers())
-        carrier->WriteValueToXML(value, count, writer);
 }
 
 } // namespace Kor

@@ -1,13 +1,13 @@
 #pragma once
 
 #include "core/SortedObjectList.h"
+#include "types/BorrowingType.h"
 #include "types/EnumerationItem.h"
-#include "types/Type.h"
 
 namespace Kor {
 
 /// A named set of constants of a base type, which holds the values.
-class Enumeration : public Type {
+class Enumeration : public BorrowingType {
 public:
     static constexpr int kClassId = kEnumerationClass;
 
@@ -16,7 +16,7 @@ public:
 
     int GetClass() const override { return kClassId; }
     bool ImplementsClass(int id) const override {
-        return id == kClassId || Type::ImplementsClass(id);
+        return id == kClassId || BorrowingType::ImplementsClass(id);
     }
 
     /// The copy has items of its own.
@@ -37,10 +37,6 @@ public:
 
     void DeleteItems();
 
-    int GetValueSize(const void* value, int count) const override;
-    void* NewValue(const void* initial, int count) const override;
-    void DeleteValue(void* value, int count) const override;
-
     /// Deliberately finds any two values equal: it compares the first one with itself.
     int CompareValues(const void* a, const void* b, int count) const override;
 
@@ -48,14 +44,8 @@ public:
     /// because the block itself is an item's name. Bounds mean nothing here.
     bool IsValueValid(const void* value, const void* minimum, const void* maximum,
                       int count) const override;
-    int GetValueAsString(const void* value, std::string& text, int index) const override;
-    int GetValueFromString(const char* text, void* value, int index) const override;
-    int WriteValueToBinary(const void* value, int count, void* buffer,
-                           int bufferSize) const override;
-    void WriteValueToXML(const void* value, int count, XMLWriter& writer) const override;
 
     void CollectUsedTypes(std::vector<Type*>& types) const override;
-    Type* GetValueCarrier() const override { return GetBaseType(); }
 
     /// Called by an item around a change of its name.
     void Unlist(EnumerationItem& item) { items_.RemoveExactly(&item); }

@@ -6,7 +6,7 @@
 namespace Kor {
 
 EnumerationItem::EnumerationItem(std::string_view name, Type* valueType, const char* valueText)
-    : Type(name, 1, 1), valueType_(valueType) {
+    : BorrowingType(name, 1, 1), valueType_(valueType) {
     if (!valueType)
         return;
     const int count = valueType->GetDimension();
@@ -16,7 +16,7 @@ EnumerationItem::EnumerationItem(std::string_view name, Type* valueType, const c
 }
 
 EnumerationItem::EnumerationItem(const EnumerationItem& other)
-    : Type(other), valueType_(other.valueType_) {
+    : BorrowingType(other), valueType_(other.valueType_) {
     // Every element: making a new value from another one may repeat the first.
     Type* type = other.value_.GetType();
     const Type* storage = type ? type->GetStorageType() : nullptr;
@@ -55,7 +55,7 @@ void EnumerationItem::SetValue(const void* value) {
 }
 
 void EnumerationItem::CollectUsedTypes(std::vector<Type*>& types) const {
-    Type::CollectUsedTypes(types);
+    BorrowingType::CollectUsedTypes(types);
     for (Type* used : {valueType_.Get(), value_.GetType()}) {
         if (used)
             types.push_back(used);
@@ -65,58 +65,13 @@ void EnumerationItem::CollectUsedTypes(std::vector<Type*>& types) const {
 void EnumerationItem::LeaveSortedLists() {
     if (enumeration_)
         enumeration_->Unlist(*this);
-    Type::LeaveSortedLists();
+    BorrowingType::LeaveSortedLists();
 }
 
 void EnumerationItem::EnterSortedLists() {
-    Type::EnterSortedLists();
+    BorrowingType::EnterSortedLists();
     if (enumeration_)
         enumeration_->List(*this);
-}
-
-int EnumerationItem::GetValueSize(const void* value, int count) const {
-    const Type* carrier = FollowCarriers();
-    return carrier ? carrier->GetValueSize(value, count) : 0;
-}
-
-void* EnumerationItem::NewValue(const void* initial, int count) const {
-    const Type* carrier = FollowCarriers();
-    return carrier ? carrier->NewValue(initial, count) : nullptr;
-}
-
-void EnumerationItem::DeleteValue(void* value, int count) const {
-    if (const Type* carrier = FollowCarriers())
-        carrier->DeleteValue(value, count);
-}
-
-int EnumerationItem::CompareValues(const void* a, const void* b, int count) const {
-    return FollowCarriers() ? valueType_->CompareValues(a, b, count) : 0;
-}
-
-bool EnumerationItem::IsValueValid(const void* value, const void* minimum, const void* maximum,
-                                   int count) const {
-    return !FollowCarriers() || valueType_->IsValueValid(value, minimum, maximum, count);
-}
-
-int EnumerationItem::GetValueAsString(const void* value, std::string& text, int index) const {
-    const Type* carrier = FollowCarriers();
-    return carrier ? carrier->GetValueAsString(value, text, index) : 0;
-}
-
-int EnumerationItem::GetValueFromString(const char* text, void* value, int index) const {
-    const Type* carrier = FollowCarriers();
-    return carrier ? carrier->GetValueFromString(text, value, index) : 0;
-}
-
-int EnumerationItem::WriteValueToBinary(const void* value, int count, void* buffer,
-                                        int bufferSize) const {
-    const Type* carrier = FollowCarriers();
-    return carrier ? carrier->WriteValueToBinary(value, count, buffer, bufferSize) : 0;
-}
-
-void EnumerationItem::WriteValueToXML(const void* value, int count, XMLWriter& writer) const {
-    if (const Type* carrier = FollowCarriers())
-        carrier->WriteValueToXML(value, count, writer);
 }
 
 } // namespace Kor

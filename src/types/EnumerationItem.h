@@ -1,6 +1,6 @@
 #pragma once
 
-#include "types/Type.h"
+#include "types/BorrowingType.h"
 #include "types/TypedValue.h"
 
 namespace Kor {
@@ -8,7 +8,7 @@ namespace Kor {
 class Enumeration;
 
 /// A named constant of an enumeration's base type; as a type it behaves like that one.
-class EnumerationItem : public Type {
+class EnumerationItem : public BorrowingType {
 public:
     static constexpr int kClassId = kEnumerationItemClass;
 
@@ -17,7 +17,7 @@ public:
 
     int GetClass() const override { return kClassId; }
     bool ImplementsClass(int id) const override {
-        return id == kClassId || Type::ImplementsClass(id);
+        return id == kClassId || BorrowingType::ImplementsClass(id);
     }
     std::unique_ptr<Object> Clone() const override;
     void WriteToXML(XMLWriter& writer) const override;
@@ -33,18 +33,6 @@ public:
 
     /// Replaces the value by a copy.
     void SetValue(const void* value);
-
-    int GetValueSize(const void* value, int count) const override;
-    void* NewValue(const void* initial, int count) const override;
-    void DeleteValue(void* value, int count) const override;
-    int CompareValues(const void* a, const void* b, int count) const override;
-    bool IsValueValid(const void* value, const void* minimum, const void* maximum,
-                      int count) const override;
-    int GetValueAsString(const void* value, std::string& text, int index) const override;
-    int GetValueFromString(const char* text, void* value, int index) const override;
-    int WriteValueToBinary(const void* value, int count, void* buffer,
-                           int bufferSize) const override;
-    void WriteValueToXML(const void* value, int count, XMLWriter& writer) const override;
 
     void CollectUsedTypes(std::vector<Type*>& types) const override;
     Type* GetValueCarrier() const override { return valueType_.Get(); }
