@@ -32,11 +32,4 @@ void ErrorManager::Clear() {
     counters_.fill(0);
 }
 
-void ErrorManager::Terminate() {
-    if (--useCount_ > 0)
-        return;
-    delete this;
-    Forget();
-}
-
 } // namespace Kor

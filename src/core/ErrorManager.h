@@ -25,9 +25,6 @@ public:
 
     void Clear();
 
-    void Initialize() { ++useCount_; }
-    void Terminate();
-
 private:
     friend class Singleton<ErrorManager>;
     static constexpr int kLevelCount = 4;
@@ -35,7 +32,6 @@ private:
     ErrorManager() = default;
     ~ErrorManager() override = default;
 
-    int useCount_ = 0;
     std::array<unsigned, kLevelCount> counters_{};
     std::vector<std::unique_ptr<ErrorItem>> items_;
 };

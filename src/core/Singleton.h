@@ -16,7 +16,23 @@ public:
 
     static bool Exists() { return instance_ != nullptr; }
 
+    /// Counts one more user.
+    void Initialize() { ++useCount_; }
+
+    /// The last user ends the manager, which goes on being found until it is gone.
+    void Terminate() {
+        if (!DropUser())
+            return;
+        delete static_cast<Manager*>(this);
+        Forget();
+    }
+
 protected:
+    Singleton() = default;
+    ~Singleton() = default;
+
+    /// True when nobody uses the manager any more.
+    bool DropUser() { return --useCount_ <= 0; }
     static void Forget() { instance_ = nullptr; }
 
 private:
@@ -29,6 +45,7 @@ private:
     }
 
     static inline Manager* instance_ = nullptr;
+    int useCount_ = 0;
 };
 
 } // namespace Kor

@@ -143,11 +143,4 @@ int AssetManager::RemoveAssetAndAnnounce(Asset* asset) {
     return result;
 }
 
-void AssetManager::Terminate() {
-    if (--useCount_ > 0)
-        return;
-    delete this;
-    Forget();
-}
-
 } // namespace Kor

@@ -42,9 +42,6 @@ public:
     virtual int AddAssetAndAnnounce(Asset* asset);
     virtual int RemoveAssetAndAnnounce(Asset* asset);
 
-    void Initialize() { ++useCount_; }
-    void Terminate();
-
 protected:
     void NoteFreedName(std::string_view name) override;
 
@@ -56,7 +53,6 @@ private:
 
     std::string FindFreeName();
 
-    int useCount_ = 0;
     std::map<std::string, int> fileReferences_;
     int lowestFreeNumber_ = 1; // all lower numbers are in use as Asset1, Asset2, ...
 };

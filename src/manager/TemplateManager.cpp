@@ -73,7 +73,7 @@ TemplateManager::~TemplateManager() {
 /// The pointer is deliberately forgotten first: whoever asks for the manager while it is being
 /// destroyed gets a new, empty one instead of the dying one.
 void TemplateManager::Terminate() {
-    if (--useCount_ > 0)
+    if (!DropUser())
         return;
     Forget();
     delete this;

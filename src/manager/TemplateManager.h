@@ -151,7 +151,7 @@ public:
 
     // -- lives ----------------------------------------------------------------------------------
 
-    void Initialize() { ++useCount_; }
+    /// Unlike the other managers, forgotten before it is deleted.
     void Terminate();
 
     // -- called by types around changes of their names and files --------------------------------
@@ -193,7 +193,6 @@ private:
     std::vector<std::string> searchPaths_;
     FileIndex typesByFile_;               // under the file names in lower case
     std::unordered_set<Type*> displaced_; // types whose place another one took
-    int useCount_ = 0;
     mutable std::string key_; // room for composed keys, so that lookups allocate nothing
 };
 

@@ -105,11 +105,4 @@ int NotificationManager::LookUp(Codes& codes, std::string_view name) {
     return 0;
 }
 
-void NotificationManager::Terminate() {
-    if (--useCount_ > 0)
-        return;
-    delete this;
-    Forget();
-}
-
 } // namespace Kor

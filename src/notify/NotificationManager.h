@@ -74,9 +74,6 @@ public:
     int GetEventCode(std::string_view name) { return LookUp(eventCodes_, name); }
     int GetDCCCode(std::string_view name) { return LookUp(hostCodes_, name); }
 
-    void Initialize() { ++useCount_; }
-    void Terminate();
-
 private:
     friend class Singleton<NotificationManager>;
 
@@ -96,7 +93,6 @@ private:
     static void Call(const Records& records, void* object, int event, void* argument);
     static int LookUp(Codes& codes, std::string_view name);
 
-    int useCount_ = 0;
     Records instanceCallbacks_;
     Records propertyInstanceCallbacks_;
     Codes eventCodes_;
