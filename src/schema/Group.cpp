@@ -1,9 +1,9 @@
 #include "schema/Group.h"
 
-#include <algorithm>
 #include <unordered_set>
 #include <utility>
 
+#include "core/TakeOut.h"
 #include "schema/View.h"
 #include "xml/XMLTemplateWriter.h"
 
@@ -110,9 +110,7 @@ ViewItem* Group::GetViewItemAt(int index) const {
 }
 
 void Group::ForgetItem(ViewItem& item) {
-    const auto found = std::find(items_.begin(), items_.end(), &item);
-    if (found != items_.end())
-        items_.erase(found);
+    TakeOut(items_, &item);
     item.RemoveGroup(this);
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/Names.h"
+#include "core/TakeOut.h"
 #include "schema/SchemaRevision.h"
 #include "schema/Template.h"
 #include "schema/ViewProperty.h"
@@ -82,15 +83,11 @@ void Property::StoreFullName(std::string fullName) {
 }
 
 void Property::RemoveViewer(ViewProperty* viewer) {
-    const auto found = std::find(viewers_.begin(), viewers_.end(), viewer);
-    if (found != viewers_.end())
-        viewers_.erase(found);
+    TakeOut(viewers_, viewer);
 }
 
 void Property::RemoveHolder(Template* holder) {
-    const auto found = std::find(holders_.begin(), holders_.end(), holder);
-    if (found != holders_.end())
-        holders_.erase(found);
+    TakeOut(holders_, holder);
 }
 
 } // namespace Kor

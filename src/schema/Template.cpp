@@ -7,24 +7,12 @@
 #include "manager/TemplateManager.h"
 
 #include "core/Names.h"
+#include "core/TakeOut.h"
 #include "schema/SchemaRevision.h"
 #include "schema/TemplateWalk.h"
 #include "xml/XMLTemplateWriter.h"
 
 namespace Kor {
-
-namespace {
-
-/// Takes one entry out of a list; false when it is not there.
-template <class T> bool TakeOut(std::vector<T*>& list, const T* entry) {
-    const auto found = std::find(list.begin(), list.end(), entry);
-    if (found == list.end())
-        return false;
-    list.erase(found);
-    return true;
-}
-
-} // namespace
 
 Template::Template(std::string_view name, int dimension, int alignment)
     : Type(name, dimension, alignment), VersionedObject(1) {

@@ -1,7 +1,6 @@
 #include "schema/ViewItem.h"
 
-#include <algorithm>
-
+#include "core/TakeOut.h"
 #include "schema/Group.h"
 
 namespace Kor {
@@ -12,9 +11,7 @@ ViewItem::~ViewItem() {
 }
 
 void ViewItem::RemoveGroup(Group* group) {
-    const auto found = std::find(groups_.begin(), groups_.end(), group);
-    if (found != groups_.end())
-        groups_.erase(found);
+    TakeOut(groups_, group);
 }
 
 } // namespace Kor
