@@ -9,6 +9,7 @@
 #include "instances/AnchorInstance.h"
 #include "instances/GeometryInstance.h"
 #include "manager/TemplateManager.h"
+#include "xml/Quoted.h"
 #include "xml/XMLParser.h"
 
 namespace Kor {
@@ -18,10 +19,6 @@ namespace {
 /// True unless the text is empty or begins with "0" or a lower-case "f".
 bool ReadFlag(const char* text) {
     return *text && *text != '0' && *text != 'f';
-}
-
-std::string Quoted(const char* text) {
-    return std::string("'") + text + "'";
 }
 
 } // namespace

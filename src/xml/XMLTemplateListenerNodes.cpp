@@ -1,28 +1,17 @@
-// The part of the template listener that reads nodes, anchors, geometry, levels of detail and
-// views.
+// The part of the template listener that reads nodes, anchors, geometry and levels of detail.
 
-#include <algorithm>
-#include <string>
+#include "xml/XMLTemplateListener.h"
 
 #include "core/Names.h"
 #include "core/NumberText.h"
 #include "manager/TemplateManager.h"
 #include "schema/AnchorProperty.h"
 #include "schema/GeometryProperty.h"
-#include "schema/ViewProperty.h"
+#include "xml/Quoted.h"
 #include "xml/TemplateAttributes.h"
 #include "xml/XMLParser.h"
-#include "xml/XMLTemplateListener.h"
 
 namespace Kor {
-
-namespace {
-
-std::string Quoted(const char* text) {
-    return std::string("'") + text + "'";
-}
-
-} // namespace
 
 // -- nodes and anchors ----------------------------------------------------------------------------
 
@@ -141,102 +130,6 @@ void XMLTemplateListener::StartShape(const XMLAttributes& attributes) {
         }
     }
     Error("Unknown shape type");
-}
-
-// -- views ----------------------------------------------------------------------------------------
-
-void XMLTemplateListener::StartView(const XMLAttributes& attributes) {
-    if (!openGroups_.empty()) {
-        Error("Unexpected nested <view> element");
-        return;
-    }
-    const char* name = attributes.Find("name");
-    const char* templateName = attributes.Find("template");
-    if (!name) {
-        Error("<view> requires a 'name' attribute");
-        return;
-    }
-    if (!templateName) {
-        Error("<view> requires a 'template' attribute");
-        return;
-    }
-    if (!HasValidName("view", name))
-        return;
-    Template* owner = FindTemplateVersion(templateName, ReadTemplateVersion(attributes, "version"));
-    if (!owner) {
-        Error("View " + Quoted(name) + " referring to unknown template " + Quoted(templateName));
-        return;
-    }
-    auto view = std::make_unique<View>(name, owner);
-    GiveComment(*view);
-    // A view of the same name that this file gave would belong to nobody.
-    View* former = owner->GetView(name, false);
-    owner->AddView(view.get());
-    const auto own = std::find(views_.begin(), views_.end(), former);
-    if (own != views_.end()) {
-        views_.erase(own);
-        delete former;
-    }
-    views_.push_back(view.get());
-    viewItem_ = view.get();
-    openGroups_.push_back(view.release());
-}
-
-bool XMLTemplateListener::IsInsideView(const char* element) {
-    if (!openGroups_.empty())
-        return true;
-    Error(std::string("<") + element + "> must occur inside a <view> or a <group> element");
-    return false;
-}
-
-/// The innermost open group takes the item over.
-void XMLTemplateListener::AddViewItem(ViewItem* item) {
-    GiveComment(*item);
-    openGroups_.back()->AddViewItemAt(item, -1);
-    viewItem_ = item;
-}
-
-void XMLTemplateListener::StartGroup(const XMLAttributes& attributes) {
-    if (!IsInsideView("group"))
-        return;
-    const char* name = attributes.Find("name");
-    if (!name) {
-        Error("<group> requires a 'name' attribute");
-        return;
-    }
-    if (!HasValidName("group", name))
-        return;
-    auto* group = new Group(name);
-    AddViewItem(group);
-    openGroups_.push_back(group);
-}
-
-void XMLTemplateListener::StartViewProperty(const XMLAttributes& attributes) {
-    if (!IsInsideView("property"))
-        return;
-    const char* name = attributes.Find("name");
-    if (!name) {
-        Error("<property> requires a 'name' attribute");
-        return;
-    }
-    const Template* owner = static_cast<View*>(openGroups_.front())->GetTemplate();
-    Property* property = owner ? owner->GetProperty(name, true) : nullptr;
-    if (!property) {
-        Error(std::string("Unknown property: ") + name);
-        return;
-    }
-    AddViewItem(new ViewProperty(name, property));
-}
-
-void XMLTemplateListener::EndGroup() {
-    if (!openGroups_.empty())
-        openGroups_.pop_back();
-    EndViewProperty();
-}
-
-void XMLTemplateListener::EndViewProperty() {
-    viewItem_ = openGroups_.empty() ? nullptr : openGroups_.back();
-    comment_.clear();
 }
 
 } // namespace Kor

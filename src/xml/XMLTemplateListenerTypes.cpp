@@ -1,0 +1,92 @@
+// The part of the template listener that reads types and enumerations.
+
+#include "xml/XMLTemplateListener.h"
+
+#include "core/NumberText.h"
+#include "manager/TemplateManager.h"
+#include "types/Enumeration.h"
+#include "xml/Quoted.h"
+#include "xml/XMLParser.h"
+
+namespace Kor {
+
+void XMLTemplateListener::StartEnum(const XMLAttributes& attributes) {
+    if (enumeration_) {
+        Error("Unexpected nested <enum> element");
+        return;
+    }
+    if (!HasName("enum", attributes))
+        return;
+    const char* name = attributes.Find("name");
+    const char* typeName = attributes.Find("type");
+    if (!typeName) {
+        Error("<enum> element must have an 'type' attribute");
+        return;
+    }
+    if (!HasValidName("enumeration", name))
+        return;
+    Type* base = manager_.GetType(typeName);
+    if (!base) {
+        Error("Type not found: " + Quoted(typeName));
+        return;
+    }
+    auto created = std::make_unique<Enumeration>(name, base);
+    created->SetPackageName(package_);
+    GiveComment(*created);
+    enumeration_ = created.get();
+    manager_.AddEnumeration(created.release());
+    enumeration_->SetFileName(parser_.GetSourceName());
+}
+
+void XMLTemplateListener::StartItem(const XMLAttributes& attributes) {
+    if (!enumeration_) {
+        Error("<item> must occur inside a <enum> element");
+        return;
+    }
+    const char* name = attributes.Find("name");
+    const char* value = attributes.Find("value");
+    if (!name) {
+        Error("<item> requires a 'name' attribute");
+        return;
+    }
+    if (!value) {
+        Error("<item> requires a 'value' attribute");
+        return;
+    }
+    auto item = std::make_unique<EnumerationItem>(name, enumeration_->GetBaseType(), value);
+    if (item->GetNameView().empty()) {
+        ReportInvalidName("item", name);
+        return;
+    }
+    GiveComment(*item);
+    const std::unique_ptr<EnumerationItem> replaced(enumeration_->GetItem(item->GetFullName()));
+    enumeration_->AddItem(item.release());
+}
+
+void XMLTemplateListener::StartType(const XMLAttributes& attributes) {
+    if (!HasName("type", attributes))
+        return;
+    const char* name = attributes.Find("name");
+    const char* baseName = attributes.Find("type");
+    const char* dimension = attributes.Find("dim");
+    if (!baseName) {
+        Error("<type> element must have an 'type' attribute");
+        return;
+    }
+    if (!HasValidName("type", name))
+        return;
+    Type* base = manager_.ResolveType(baseName, using_);
+    if (!base) {
+        Error(std::string("Unknown type: ") + baseName);
+        return;
+    }
+    std::unique_ptr<Type> created(static_cast<Type*>(base->Clone().release()));
+    created->Redeclare(name, package_, base);
+    created->SetDimension(dimension ? ParseInt(dimension) : 1);
+    GiveComment(*created);
+    Type* added = created.release();
+    manager_.AddType(added);
+    added->SetFileName(parser_.GetSourceName());
+}
+
+} // namespace Kor
