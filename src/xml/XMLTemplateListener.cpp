@@ -115,7 +115,7 @@ bool XMLTemplateListener::Comment(std::string_view text) {
 }
 
 bool XMLTemplateListener::Characters(std::string_view text) {
-    if (!language_.empty())
+    if (language_)
         text_ += text;
     return true;
 }
@@ -265,19 +265,19 @@ void XMLTemplateListener::StartText(const char* element, const XMLAttributes& at
               "element");
         return;
     }
+    // A language that begins with "-" is none.
     const char* language = attributes.Find("language");
-    language_ = language && *language ? language : "-";
+    language_ = language && *language != '-' ? language : "";
     text_.clear();
 }
 
 void XMLTemplateListener::StoreText(bool isLabel) {
     NamedObject* owner = GetTextOwner();
-    if (owner && !language_.empty()) {
-        const char* language = language_.front() == '-' ? nullptr : language_.c_str();
-        (isLabel ? owner->EditLabels() : owner->EditDescriptions()).Set(language, text_.c_str());
-    }
+    if (owner && language_)
+        (isLabel ? owner->EditLabels() : owner->EditDescriptions())
+            .Set(language_->c_str(), text_.c_str());
     text_.clear();
-    language_.clear();
+    language_.reset();
 }
 
 } // namespace Kor

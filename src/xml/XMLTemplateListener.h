@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -123,7 +124,7 @@ private:
     std::string wantedPackage_;
     std::string comment_;
     std::string text_;
-    std::string language_; // empty when no label or description is open; "-" for the default one
+    std::optional<std::string> language_; // of the open label or description; "": the default one
     int skippedDepth_ = 0; // open templates inside and with a refused one; 0 when not skipping
     std::vector<std::unique_ptr<Property>> refused_; // properties that no template took
 };
