@@ -155,6 +155,14 @@ bool XMLTemplateListener::HasName(const char* element, const XMLAttributes& attr
     return false;
 }
 
+const char* XMLTemplateListener::Require(const XMLAttributes& attributes, const char* name,
+                                         const char* message) {
+    const char* value = attributes.Find(name);
+    if (!value)
+        Error(message);
+    return value;
+}
+
 void XMLTemplateListener::ReportInvalidName(const char* word, const char* name) {
     Error(std::string("Invalid ") + word + " name: " + Quoted(name) +
           ". Valid characters must be in the range [A-Z][a-z][0-9][_]. Ignoring " + word + ".");
@@ -235,11 +243,9 @@ Template* XMLTemplateListener::FindTemplateVersion(std::string_view name, int ve
 void XMLTemplateListener::StartExtends(const XMLAttributes& attributes) {
     if (!IsInsideTemplate("extends"))
         return;
-    const char* name = attributes.Find("template");
-    if (!name) {
-        Error("<extends> requires a 'template' attribute");
+    const char* name = Require(attributes, "template", "<extends> requires a 'template' attribute");
+    if (!name)
         return;
-    }
     Template* parent =
         FindTemplateVersion(name, ReadTemplateVersion(attributes, "templateVersion"));
     if (!parent) {

@@ -95,6 +95,9 @@ private:
     void EndGroup();
     void EndViewProperty();
     bool HasName(const char* element, const XMLAttributes& attributes);
+
+    /// An attribute's value; without it null, and the message is reported.
+    const char* Require(const XMLAttributes& attributes, const char* name, const char* message);
     void ReportInvalidName(const char* word, const char* name);
     bool HasValidName(const char* word, const char* name);
     void AddProperty(std::unique_ptr<Property> property);

@@ -61,12 +61,9 @@ void XMLTemplateListener::StartAlternate(const XMLAttributes& attributes) {
         Error("<alternate> must occur inside a <geometry> element");
         return;
     }
-    const char* name = attributes.Find("lod");
-    if (!name) {
-        Error("<alternate> element must have an 'lod' attribute");
-        return;
-    }
-    if (!HasValidName("alternate", name))
+    const char* name =
+        Require(attributes, "lod", "<alternate> element must have an 'lod' attribute");
+    if (!name || !HasValidName("alternate", name))
         return;
     LOD* lod = manager_.GetLOD(name);
     if (!lod) { // the message deliberately quotes the version instead of the name
@@ -118,11 +115,9 @@ void XMLTemplateListener::StartShape(const XMLAttributes& attributes) {
         Error("<shape> must occur inside a <lod> element");
         return;
     }
-    const char* type = attributes.Find("type");
-    if (!type) {
-        Error("<shape> element must have an 'type' attribute");
+    const char* type = Require(attributes, "type", "<shape> element must have an 'type' attribute");
+    if (!type)
         return;
-    }
     for (const LODShape& shape : kLODShapes) {
         if (EqualsIgnoreCase(type, shape.fileName)) {
             lod_->AllowShape(shape.bit);

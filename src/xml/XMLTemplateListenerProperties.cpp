@@ -124,16 +124,15 @@ void XMLTemplateListener::StartCommand(const XMLAttributes& attributes) {
         Error("<command> must occur inside a property");
         return;
     }
-    const char* execute = attributes.Find("execute");
-    const char* notification = attributes.Find("notification");
-    if (!execute) {
-        Error("<command> requires a 'execute' attribute");
+    const char* execute =
+        Require(attributes, "execute", "<command> requires a 'execute' attribute");
+    if (!execute)
         return;
-    }
-    if (!notification) { // the message deliberately names another attribute
-        Error("<command> requires a 'when' attribute");
+    // The message deliberately names another attribute.
+    const char* notification =
+        Require(attributes, "notification", "<command> requires a 'when' attribute");
+    if (!notification)
         return;
-    }
     // Both codes come from the one text: as no host is called like an event, a command from a file
     // deliberately never fires.
     NotificationManager& notifications = *NotificationManager::Get();

@@ -18,12 +18,9 @@ void XMLTemplateListener::StartEnum(const XMLAttributes& attributes) {
     if (!HasName("enum", attributes))
         return;
     const char* name = attributes.Find("name");
-    const char* typeName = attributes.Find("type");
-    if (!typeName) {
-        Error("<enum> element must have an 'type' attribute");
-        return;
-    }
-    if (!HasValidName("enumeration", name))
+    const char* typeName =
+        Require(attributes, "type", "<enum> element must have an 'type' attribute");
+    if (!typeName || !HasValidName("enumeration", name))
         return;
     Type* base = manager_.GetType(typeName);
     if (!base) {
@@ -43,16 +40,12 @@ void XMLTemplateListener::StartItem(const XMLAttributes& attributes) {
         Error("<item> must occur inside a <enum> element");
         return;
     }
-    const char* name = attributes.Find("name");
-    const char* value = attributes.Find("value");
-    if (!name) {
-        Error("<item> requires a 'name' attribute");
+    const char* name = Require(attributes, "name", "<item> requires a 'name' attribute");
+    if (!name)
         return;
-    }
-    if (!value) {
-        Error("<item> requires a 'value' attribute");
+    const char* value = Require(attributes, "value", "<item> requires a 'value' attribute");
+    if (!value)
         return;
-    }
     auto item = std::make_unique<EnumerationItem>(name, enumeration_->GetBaseType(), value);
     if (item->GetNameView().empty()) {
         ReportInvalidName("item", name);
@@ -67,13 +60,10 @@ void XMLTemplateListener::StartType(const XMLAttributes& attributes) {
     if (!HasName("type", attributes))
         return;
     const char* name = attributes.Find("name");
-    const char* baseName = attributes.Find("type");
     const char* dimension = attributes.Find("dim");
-    if (!baseName) {
-        Error("<type> element must have an 'type' attribute");
-        return;
-    }
-    if (!HasValidName("type", name))
+    const char* baseName =
+        Require(attributes, "type", "<type> element must have an 'type' attribute");
+    if (!baseName || !HasValidName("type", name))
         return;
     Type* base = manager_.ResolveType(baseName, using_);
     if (!base) {

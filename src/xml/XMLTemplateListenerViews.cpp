@@ -15,17 +15,12 @@ void XMLTemplateListener::StartView(const XMLAttributes& attributes) {
         Error("Unexpected nested <view> element");
         return;
     }
-    const char* name = attributes.Find("name");
-    const char* templateName = attributes.Find("template");
-    if (!name) {
-        Error("<view> requires a 'name' attribute");
+    const char* name = Require(attributes, "name", "<view> requires a 'name' attribute");
+    if (!name)
         return;
-    }
-    if (!templateName) {
-        Error("<view> requires a 'template' attribute");
-        return;
-    }
-    if (!HasValidName("view", name))
+    const char* templateName =
+        Require(attributes, "template", "<view> requires a 'template' attribute");
+    if (!templateName || !HasValidName("view", name))
         return;
     Template* owner = FindTemplateVersion(templateName, ReadTemplateVersion(attributes, "version"));
     if (!owner) {
@@ -37,11 +32,8 @@ void XMLTemplateListener::StartView(const XMLAttributes& attributes) {
     // A view of the same name that this file gave would belong to nobody.
     View* former = owner->GetView(name, false);
     owner->AddView(view.get());
-    const auto own = std::find(views_.begin(), views_.end(), former);
-    if (own != views_.end()) {
-        views_.erase(own);
+    if (TakeOut(views_, former))
         delete former;
-    }
     views_.push_back(view.get());
     viewItem_ = view.get();
     openGroups_.push_back(view.release());
@@ -64,12 +56,8 @@ void XMLTemplateListener::AddViewItem(ViewItem* item) {
 void XMLTemplateListener::StartGroup(const XMLAttributes& attributes) {
     if (!IsInsideView("group"))
         return;
-    const char* name = attributes.Find("name");
-    if (!name) {
-        Error("<group> requires a 'name' attribute");
-        return;
-    }
-    if (!HasValidName("group", name))
+    const char* name = Require(attributes, "name", "<group> requires a 'name' attribute");
+    if (!name || !HasValidName("group", name))
         return;
     auto* group = new Group(name);
     AddViewItem(group);
@@ -79,11 +67,9 @@ void XMLTemplateListener::StartGroup(const XMLAttributes& attributes) {
 void XMLTemplateListener::StartViewProperty(const XMLAttributes& attributes) {
     if (!IsInsideView("property"))
         return;
-    const char* name = attributes.Find("name");
-    if (!name) {
-        Error("<property> requires a 'name' attribute");
+    const char* name = Require(attributes, "name", "<property> requires a 'name' attribute");
+    if (!name)
         return;
-    }
     const Template* owner = static_cast<View*>(openGroups_.front())->GetTemplate();
     Property* property = owner ? owner->GetProperty(name, true) : nullptr;
     if (!property) {
