@@ -1,0 +1,221 @@
+#include "platform/FileTest.h"
+
+#ifndef _WIN32
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <csignal>
+#endif
+
+using namespace Kor;
+using namespace std::string_literals;
+namespace fs = std::filesystem;
+
+using OutputFileTest = FileTest;
+
+TEST_F(OutputFileTest, MakesAFileOfTheBytesAsTheyAre) {
+    EXPECT_TRUE(WriteAll(At("file"), "a\r\nb\n\0\xFF"s));
+    EXPECT_EQ(Get("file"), "a\r\nb\n\0\xFF"s);
+    EXPECT_EQ(CountFiles(), 1);
+}
+
+TEST_F(OutputFileTest, MakesAnEmptyFile) {
+    EXPECT_TRUE(WriteAll(At("file"), ""));
+    EXPECT_TRUE(fs::is_regular_file(root_ / "file"));
+    EXPECT_EQ(Get("file"), "");
+}
+
+TEST_F(OutputFileTest, ReplacesAFileOnlyAtCommit) {
+    Put("file", "old text");
+    const auto file = OutputFile::Create(At("file").c_str());
+    ASSERT_TRUE(file);
+    EXPECT_TRUE(file->Write("ne"));
+    EXPECT_TRUE(file->Write("w"));
+    EXPECT_EQ(Get("file"), "old text");
+    EXPECT_TRUE(file->Commit());
+    EXPECT_EQ(Get("file"), "new");
+    EXPECT_EQ(CountFiles(), 1);
+}
+
+TEST_F(OutputFileTest, LeavesTheOldFileWithoutCommit) {
+    Put("file", "old");
+    {
+        const auto file = OutputFile::Create(At("file").c_str());
+        ASSERT_TRUE(file);
+        EXPECT_TRUE(file->Write("new"));
+        EXPECT_EQ(List(root_.string(), true, true), (Names{"file"}))
+            << "nothing half-written shows";
+    }
+    EXPECT_EQ(Get("file"), "old");
+    EXPECT_EQ(CountFiles(), 1);
+}
+
+TEST_F(OutputFileTest, LeavesNoFileWithoutCommit) {
+    ASSERT_TRUE(OutputFile::Create(At("file").c_str()));
+    EXPECT_EQ(CountFiles(), 0);
+}
+
+TEST_F(OutputFileTest, TakesNothingAfterCommit) {
+    const auto file = OutputFile::Create(At("file").c_str());
+    ASSERT_TRUE(file && file->Write("x") && file->Commit());
+    EXPECT_FALSE(file->Write("y"));
+    EXPECT_FALSE(file->Commit());
+    EXPECT_EQ(Get("file"), "x");
+}
+
+TEST_F(OutputFileTest, LetsTwoWritersOfOneFileBeIndependent) {
+    const auto first = OutputFile::Create(At("file").c_str());
+    const auto second = OutputFile::Create(At("file").c_str());
+    ASSERT_TRUE(first && second);
+    EXPECT_TRUE(first->Write("first") && second->Write("second"));
+    EXPECT_TRUE(second->Commit());
+    EXPECT_TRUE(first->Commit());
+    EXPECT_EQ(Get("file"), "first");
+    EXPECT_EQ(CountFiles(), 1);
+}
+
+TEST_F(OutputFileTest, CannotBeMadeWhereNoFileCanBe) {
+    EXPECT_EQ(OutputFile::Create(At("missing/file").c_str()), nullptr);
+    EXPECT_EQ(OutputFile::Create(root_.string().c_str()), nullptr);
+    EXPECT_EQ(OutputFile::Create(At("new/").c_str()), nullptr);
+    EXPECT_EQ(OutputFile::Create(""), nullptr);
+    EXPECT_EQ(OutputFile::Create(nullptr), nullptr);
+    EXPECT_EQ(CountFiles(), 0);
+}
+
+TEST_F(OutputFileTest, FindsItsDirectoryWithoutRegardToCase) {
+    fs::create_directories(root_ / "Scenes" / "Old");
+    EXPECT_TRUE(WriteAll(At("scenes\\OLD\\a.asset"), "x"));
+    EXPECT_EQ(Get("Scenes/Old/a.asset"), "x");
+}
+
+#ifndef _WIN32
+
+namespace {
+
+/// Lets no file grow beyond a size while it lives, so that writes fail as on a full disk.
+class FileSizeLimit {
+public:
+    explicit FileSizeLimit(rlim_t size) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
+        getrlimit(RLIMIT_FSIZE, &previous_);
+        const rlimit limit{size, previous_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit() {
+        setrlimit(RLIMIT_FSIZE, &previous_);
+        std::signal(SIGXFSZ, handler_);
+    }
+
+private:
+    void (*handler_)(int);
+    rlimit previous_{};
+};
+
+} // namespace
+
+TEST_F(OutputFileTest, ReplacesNoFileWhoseNameDiffersInCase) {
+    Put("Scene.asset", "other");
+    EXPECT_TRUE(WriteAll(At("scene.asset"), "x"));
+    EXPECT_EQ(Get("Scene.asset"), "other");
+    EXPECT_EQ(Get("scene.asset"), "x");
+}
+
+TEST_F(OutputFileTest, FailsWhenTheDeviceIsFull) {
+    if (!fs::is_character_file("/dev/full"))
+        GTEST_SKIP() << "this system has no such device";
+    const auto file = OutputFile::Create("/dev/full");
+    ASSERT_TRUE(file);
+    EXPECT_FALSE(file->Write("x"));
+    EXPECT_FALSE(file->Write(""));
+    EXPECT_FALSE(file->Commit());
+    EXPECT_TRUE(fs::is_character_file("/dev/full"));
+}
+
+TEST_F(OutputFileTest, WritesToPipesDirectly) {
+    ASSERT_EQ(mkfifo(At("pipe").c_str(), 0600), 0);
+    const int reader = open(At("pipe").c_str(), O_RDONLY | O_NONBLOCK);
+    ASSERT_GE(reader, 0);
+    EXPECT_TRUE(WriteAll(At("pipe"), "text"));
+    char buffer[8];
+    EXPECT_EQ(read(reader, buffer, sizeof buffer), 4);
+    close(reader);
+    EXPECT_TRUE(fs::is_fifo(root_ / "pipe"));
+    EXPECT_EQ(CountFiles(), 1);
+}
+
+TEST_F(OutputFileTest, LeavesTheOldFileWhenAWriteFailed) {
+    Put("file", "old");
+    {
+        const FileSizeLimit limit(1000);
+        const auto file = OutputFile::Create(At("file").c_str());
+        ASSERT_TRUE(file);
+        EXPECT_TRUE(file->Write(std::string(900, 'x')));
+        EXPECT_FALSE(file->Write(std::string(900, 'x')));
+        EXPECT_FALSE(file->Write("x"));
+        EXPECT_FALSE(file->Commit());
+    }
+    EXPECT_EQ(Get("file"), "old");
+    EXPECT_EQ(CountFiles(), 1);
+}
+
+TEST_F(OutputFileTest, KeepsThePermissionsOfTheOldFile) {
+    Put("file", "old");
+    fs::permissions(root_ / "file", fs::perms(0640));
+    EXPECT_TRUE(WriteAll(At("file"), "new"));
+    EXPECT_EQ(fs::status(root_ / "file").permissions(), fs::perms(0640));
+    fs::permissions(root_ / "file", fs::perms(0666));
+    EXPECT_TRUE(WriteAll(At("file"), "newer"));
+    EXPECT_EQ(fs::status(root_ / "file").permissions(), fs::perms(0666));
+}
+
+TEST_F(OutputFileTest, GivesANewFileTheUsualPermissions) {
+    Put("usual", "");
+    EXPECT_TRUE(WriteAll(At("file"), "x"));
+    EXPECT_EQ(fs::status(root_ / "file").permissions(), fs::status(root_ / "usual").permissions());
+}
+
+TEST_F(OutputFileTest, RefusesAFileThatMayNotBeWritten) {
+    Put("file", "old");
+    fs::permissions(root_ / "file", fs::perms(0444));
+    if (std::ofstream(At("file"), std::ios::app))
+        GTEST_SKIP() << "whoever runs this may write everything";
+    EXPECT_EQ(OutputFile::Create(At("file").c_str()), nullptr);
+    EXPECT_EQ(Get("file"), "old");
+    EXPECT_EQ(CountFiles(), 1);
+    fs::permissions(root_ / "file", fs::perms(0644));
+}
+
+TEST_F(OutputFileTest, WritesThroughSymbolicLinks) {
+    Put("there/file", "old");
+    fs::create_symlink("there/file", root_ / "first");
+    fs::create_symlink(root_ / "first", root_ / "second");
+    EXPECT_TRUE(WriteAll(At("second"), "new"));
+    EXPECT_TRUE(fs::is_symlink(root_ / "first"));
+    EXPECT_TRUE(fs::is_symlink(root_ / "second"));
+    EXPECT_EQ(Get("there/file"), "new");
+}
+
+TEST_F(OutputFileTest, MakesTheFileThatASymbolicLinkLacks) {
+    fs::create_symlink("missing", root_ / "link");
+    EXPECT_TRUE(WriteAll(At("link"), "x"));
+    EXPECT_TRUE(fs::is_symlink(root_ / "link"));
+    EXPECT_EQ(Get("missing"), "x");
+}
+
+TEST_F(OutputFileTest, RefusesALinkToItself) {
+    fs::create_symlink("link", root_ / "link");
+    EXPECT_EQ(OutputFile::Create(At("link").c_str()), nullptr);
+    EXPECT_EQ(ReadAll(At("link")), "none");
+}
+
+TEST_F(OutputFileTest, FailsToCommitWhenItsDirectoryIsGone) {
+    fs::create_directory(root_ / "dir");
+    const auto file = OutputFile::Create(At("dir/file").c_str());
+    ASSERT_TRUE(file && file->Write("x"));
+    fs::remove_all(root_ / "dir");
+    EXPECT_FALSE(file->Commit());
+}
+
+#endif
