@@ -1,6 +1,6 @@
 """A light reader of C and C++: enough to know functions, tables and texts, not a compiler.
 
-Text literals are taken out of the code first and stand in it as `"number"`, so that brackets and
+Text and character literals are taken out of the code first and stand in it as `"number"`, so that brackets and
 commas inside them disturb nobody; `text_of` gives them back.
 """
 
@@ -9,7 +9,7 @@ from dataclasses import dataclass, field
 
 TOKEN = re.compile(
     r'//[^\n]*|/\*.*?\*/|R"\((?P<raw>.*?)\)"|"(?P<text>(?:[^"\\\n]|\\.)*)"'
-    r"|(?<![0-9A-Za-z_])'(?:[^'\\\n]|\\.)+'", re.DOTALL)
+    r"|(?<![0-9A-Za-z_])'(?P<char>(?:[^'\\\n]|\\.)+)'", re.DOTALL)
 LITERAL = re.compile(r'"(\d+)"')
 NEIGHBOURS = re.compile(r'"(\d+)"\s*"(\d+)"')
 ESCAPE = re.compile(r"\\(x[0-9A-Fa-f]+|[0-7]{1,3}|.)", re.DOTALL)
@@ -63,9 +63,10 @@ def _unescape(match):
 def _mask(match):
     if match.group("raw") is not None:
         return add_text(match.group("raw"))
-    if match.group("text") is not None:
-        return add_text(ESCAPE.sub(_unescape, match.group("text")))
-    return " " if match.group().startswith("/") else "0"
+    for kind in ("text", "char"):
+        if match.group(kind) is not None:
+            return add_text(ESCAPE.sub(_unescape, match.group(kind)))
+    return " "
 
 
 def _join_neighbours(code):

@@ -60,9 +60,13 @@ class Texts:
 
     def _term(self, term, function, bound):
         term = re.sub(r"\.c_str\(\)$|^\*", "", term)
+        chain = re.search(r"\.append\s*\(", term)
+        if chain:
+            return self._appended(self.evaluate(term[:chain.start()], function, bound),
+                                  term[chain.start():], function, bound)
         inner = re.fullmatch(rf"{BARE}\s*([({{].*[)}}])", term, re.DOTALL)
         if inner and _cpp.closing(inner.group(1), 0) == len(inner.group(1)) - 1:
-            return self.evaluate(inner.group(1)[1:-1], function, bound)
+            return self._made(_cpp.arguments(inner.group(1), 0), function, bound)
         if _cpp.LITERAL.fullmatch(term):
             return [(_cpp.text_of(term),)]
         if len(_cpp.split(term, "?")) > 1:
@@ -71,6 +75,21 @@ class Texts:
         if call and _cpp.closing(term, call.end() - 1) == len(term) - 1:
             return self._call(call.group(1), _cpp.arguments(term, call.end() - 1), function, bound)
         return self._name(term, function, bound)
+
+    def _made(self, given, function, bound):
+        """What a text is made of: another text, or a character that stands there once."""
+        if len(given) == 2 and given[0] == "1":
+            given = given[1:]
+        return self.evaluate(given[0], function, bound) if len(given) == 1 else [(VARIABLE,)]
+
+    def _appended(self, found, chain, function, bound):
+        """Texts with all that the calls of a chain append to them."""
+        at = 0
+        while (match := re.compile(r"\s*\.append\s*\(").match(chain, at)):
+            values = self._made(_cpp.arguments(chain, match.end() - 1), function, bound)
+            found = [left + right for left in found for right in values]
+            at = _cpp.closing(chain, match.end() - 1) + 1
+        return found
 
     def _choice(self, term, function, bound):
         branches = _cpp.split(_cpp.split(term, "?")[1], " : ")
@@ -111,10 +130,8 @@ class Texts:
         """The text that a variable begins with, and the one with all that is appended."""
         found = self.evaluate(start, function, bound)
         longer = found
-        for chain in re.findall(rf"\b{name}((?:\.append\([^;]*\))+)\s*;", function.code):
-            for _, given, _ in _cpp.calls(chain):
-                longer = [left + right for left in longer
-                          for right in self.evaluate(given[0], function, bound)]
+        for chain in re.findall(rf"\b{name}(\.append\([^;]*\))\s*;", function.code):
+            longer = self._appended(longer, chain, function, bound)
         return found + [pattern for pattern in longer if pattern not in found]
 
     def _first_column(self, table, function):
