@@ -13,6 +13,7 @@ ABOUT = {**READERS, "TemplateManager": "template", "OviTemplateManager": "templa
 FORMATS = {"template": "Template files", "scene": "Scene files"}
 ENUMERATOR = re.compile(r"\b(OVI_([A-Z]+)_[A-Z0-9_]+)\s*=\s*(\w+)")
 OWN_ENUMERATOR = re.compile(r"\b(k\w+)\s*=\s*(0x[0-9A-Fa-f]+|\d+)\s*[,}]")
+NO_MESSAGES = ("<?xml ", "Bounding Volume")  # the other texts of several words
 OTHER_PRINTING = re.compile(r"\b(?:puts|putchar|perror|printf)\s*\(|\bstd::(?:cerr|cout|clog)\b")
 
 
@@ -87,9 +88,23 @@ def message_rows(symbols, homes):
             if has_text(pattern):
                 home = function.owner or homes[id(function)]
                 found[(home, _from_format(pattern))] = None
+    check_all_told(symbols, homes, found)
     return [Row("message", "Messages", (f"`{show(pattern).strip()}`", home), pattern=pattern,
                 format=ABOUT.get(home, ""))
             for home, pattern in sorted(found, key=lambda key: (key[0], show(key[1])))]
+
+
+def check_all_told(symbols, homes, found):
+    """Fails for a text of several words that no message has: it may be one that is reported in a
+    way that cannot be followed."""
+    told = [piece for _, pattern in found for piece in pattern if piece]
+    for symbol in symbols:
+        for literal in _cpp.LITERAL.finditer(symbol.code):
+            text = _cpp.text_of(literal.group())
+            parts = [part.strip() for part in re.split(r"%\w+", text)]
+            if " " in text.strip() and not text.startswith(NO_MESSAGES) and not all(
+                    any(part in piece for piece in told) for part in parts):
+                raise ValueError(f"{homes[id(symbol)]}: who reports '{text}'?")
 
 
 # -- constants ------------------------------------------------------------------------------------

@@ -205,7 +205,10 @@ def main():
     if len(sys.argv) < 2 or sys.argv[2:] not in ([], ["--check"]):
         sys.exit(__doc__)
     source = Path(sys.argv[1])
-    rows = list(dict.fromkeys(_rows.all_rows(source)))
+    try:
+        rows = list(dict.fromkeys(_rows.all_rows(source)))
+    except ValueError as fault:
+        sys.exit(str(fault))
     tests = tests_by_row(rows, _tests.all_tests(source))
     path, text = source / "docs/conformance.md", document(rows, tests)
     if "--check" in sys.argv:
