@@ -10,7 +10,8 @@ exercises
 - a constant when it or a helper in its file names it, by the public name or by the library's own,
   an event also by its recorded code;
 - an element when one of its texts has it, an attribute when such an element has it. Where both
-  file formats have the element, attributes tell whose it is, and what the test loads or saves.
+  file formats have the element, its attributes tell whose it is, what else the text has, and
+  what the test loads or saves.
 
 usage: conformance.py SOURCE_DIR           writes the file
        conformance.py SOURCE_DIR --check   fails when it differs or when a row has no test
@@ -43,6 +44,9 @@ USES = {"scene": {"OviAssetManager_LoadScene", "OviAssetManager_SaveScene", "XML
                      "OviTemplateManager_LoadPackage", "XMLTemplateListener"}}
 ROOTS = {"scene": "<assets", "template": "<templates"}
 TAG = re.compile(r"<(\w+)((?:[^<>'\"]|'[^']*'|\"[^\"]*\")*)")
+# What tells the format of a text in a test that has to do with both.
+MARKS = {"scene": re.compile(r"<(assets?|assetRef|implements)\b(?!.*<template)", re.DOTALL),
+         "template": re.compile(r"<templates?\b")}
 EXAMPLE = "example.host"
 CODE = re.compile(r"\b0x[0-9A-Fa-f]+\b")
 ATTRIBUTE = re.compile(r"(\w+)\s*=")
@@ -55,10 +59,14 @@ def formats_of(test):
             if names & test.all.names or any(ROOTS[form] in text for text in test.all.texts)}
 
 
-def tags_of(texts):
-    """The start tags in the texts: an element, whose case does not matter, and its attributes."""
-    return {(match.group(1).lower(), tuple(ATTRIBUTE.findall(QUOTED.sub("", match.group(2)))))
-            for text in texts for match in TAG.finditer(text)}
+def tags_of(texts, formats):
+    """The start tags in the texts: the formats they can belong to, the element, whose case does
+    not matter, and the attributes."""
+    for text in texts:
+        told = {form for form, mark in MARKS.items() if form in formats and mark.search(text)}
+        for match in TAG.finditer(text):
+            given = set(ATTRIBUTE.findall(QUOTED.sub("", match.group(2))))
+            yield told if len(told) == 1 else formats, match.group(1).lower(), given
 
 
 class Matcher:
@@ -70,9 +78,9 @@ class Matcher:
         self.named.update({row.alias: row for row in rows if row.alias})
         self.codes = {row.pattern[0].lower(): row for row in rows
                       if row.kind == "constant" and row.pattern}
-        self.elements = [row for row in rows if row.kind in ("element", "attribute")]
-        self.attributes = {}
-        for row in self.elements:
+        self.elements, self.attributes = {}, {}
+        for row in (row for row in rows if row.element):
+            self.elements.setdefault(row.element.lower(), []).append(row)
             self.attributes.setdefault((row.format, row.element), set()).add(row.name)
         self.messages = {}
         for row in rows:
@@ -138,14 +146,12 @@ class Matcher:
 
     def _elements(self, texts, formats):
         found = set()
-        for element, given in tags_of(texts):
-            for row in self.elements:
-                if row.element.lower() != element or row.format not in formats:
-                    continue
+        for possible, element, given in tags_of(texts, formats):
+            for row in self.elements.get(element, []):
                 known = self.attributes[(row.format, row.element)]
-                if given and len(known) > 1 and not known & set(given):
-                    continue  # the other format's
-                if row.kind == "element" or row.name in given:
+                foreign = given and len(known) > 1 and not known & given
+                if row.format in possible and not foreign and (
+                        row.kind == "element" or row.name in given):
                     found.add(row)
         return found
 
