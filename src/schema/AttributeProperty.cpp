@@ -38,9 +38,14 @@ int AttributeProperty::CountOwnUses() const {
     return uses;
 }
 
+bool AttributeProperty::WouldContainItself(const Type& type) const {
+    const Template* owner = GetOwner();
+    return owner && !reference_ && ObjectCast<Template>(&type) &&
+           (&type == owner || owner->MayBeMet()) && type.RefersTo(owner, nullptr);
+}
+
 bool AttributeProperty::SetType(Type* type) {
-    if (type && !reference_ && GetOwner() && ObjectCast<Template>(type) &&
-        type->RefersTo(GetOwner(), nullptr))
+    if (type && WouldContainItself(*type))
         return false;
     if (type_ && type_.Get() != type && type_->GetUseCount() == CountOwnUses())
         type_->TakeFromUsers();

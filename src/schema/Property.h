@@ -8,6 +8,7 @@
 #include "core/Lockable.h"
 #include "core/NamedObject.h"
 #include "core/SortedObjectList.h"
+#include "core/TiedList.h"
 #include "core/VersionedObject.h"
 #include "schema/Command.h"
 
@@ -104,7 +105,7 @@ public:
     void ListCommand(Command& command) { commands_.Place(&command); }
 
     /// Kept by the view properties that refer to the property.
-    void AddViewer(ViewProperty* viewer) { viewers_.push_back(viewer); }
+    void AddViewer(ViewProperty* viewer);
     void RemoveViewer(ViewProperty* viewer);
 
     /// The template that frees this copy although its version keeps it from being the owner.
@@ -125,7 +126,7 @@ private:
     Template* keeper_ = nullptr;
     SortedObjectList<Command> commands_;
     std::vector<Template*> holders_;
-    std::vector<ViewProperty*> viewers_;
+    TiedList<ViewProperty> viewers_;
     int useCount_ = 0;
 };
 
