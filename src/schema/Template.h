@@ -200,7 +200,6 @@ public:
     void TieView(View& view) { tiedViews_.Add(&view); }
     void UntieView(View& view);
     const SortedObjectList<Template>& GetParents() const { return parents_; }
-    const ObjectRegistry<Template>& GetChildren() const { return children_; }
 
     /// True for the first visit of this template in a walk.
     bool Visit(std::uint64_t walk) const;
