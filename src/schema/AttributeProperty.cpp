@@ -3,10 +3,12 @@
 // A property makes its own value side; the instances' headers know the schema, not the reverse.
 #include "instances/AttributeInstance.h"
 
+// A property writes its own declaration, whose form the writer of template files knows.
+#include "xml/XMLTemplateWriter.h"
+
 #include "schema/Template.h"
 #include "types/CustomType.h"
 #include "types/Type.h"
-#include "xml/XMLTemplateWriter.h"
 
 namespace Kor {
 

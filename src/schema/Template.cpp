@@ -6,11 +6,13 @@
 // The root, to which templates without parents fall back, is the manager's.
 #include "manager/TemplateManager.h"
 
+// A template writes its own declaration, whose form the writer of template files knows.
+#include "xml/XMLTemplateWriter.h"
+
 #include "core/Names.h"
 #include "core/TakeOut.h"
 #include "schema/SchemaRevision.h"
 #include "schema/TemplateWalk.h"
-#include "xml/XMLTemplateWriter.h"
 
 namespace Kor {
 
