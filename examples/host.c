@@ -171,25 +171,22 @@ static void RequireNoFindings(void) {
     OviErrorManager_Clear();
 }
 
-/* A file refers only to files in front of it. */
-static const char* const schemaFiles[] = {
-    "schema/studio/base/BasicTypes.template",  "schema/studio/base/Choices.template",
-    "schema/studio/base/Entity.template",      "schema/studio/base/Traits.template",
-    "schema/studio/cameras/Camera.template",   "schema/studio/characters/Character.template",
-    "schema/studio/lighting/Light.template",   "schema/studio/props/Prop.template",
-    "schema/studio/props/PropKinds.template",  "schema/studio/sets/Set.template",
-    "schema/studio/shots/Shot.template",       "schema/studio/vehicles/Parts.template",
-    "schema/studio/vehicles/Vehicle.template", "schema/studio/vehicles/water/Boat.template",
-};
+/* Each library is a search path; below it, a directory is a package. */
+static const char* const libraries[] = {"schema/core", "schema/show", "schema/modeling"};
+
+/* A package loads the packages that it uses, from whatever library has them. */
+static const char* const packages[] = {"studio.vehicles.water", "studio.cameras"};
 
 static void LoadSchema(const char* examples) {
-    const size_t count = sizeof schemaFiles / sizeof schemaFiles[0];
-    for (size_t i = 0; i < count; ++i) {
-        const Path path = JoinPath(examples, schemaFiles[i]);
-        Require(OviTemplateManager_LoadTemplateFile(path.text), schemaFiles[i]);
+    for (size_t i = 0; i < sizeof libraries / sizeof libraries[0]; ++i) {
+        const Path path = JoinPath(examples, libraries[i]);
+        /* Below 0: the path is new. */
+        Require(OviTemplateManager_AddSearchPath(path.text, false) < 0, libraries[i]);
     }
+    for (size_t i = 0; i < sizeof packages / sizeof packages[0]; ++i)
+        Require(OviTemplateManager_LoadPackage(packages[i]), packages[i]);
     RequireNoFindings();
-    printf("%d templates from %d files\n", OviTemplateManager_GetTemplateCount(), (int)count);
+    printf("%d templates\n", OviTemplateManager_GetTemplateCount());
 }
 
 /* ---- The values of the scene ------------------------------------------------------------------

@@ -185,7 +185,7 @@ private:
     ObjectRegistry<Template> templates_;
     ObjectRegistry<Enumeration> enumerations_;
     ObjectRegistry<Type> types_;
-    ObjectRegistry<LOD> lods_;
+    SortedObjectList<LOD> lods_;
     SortedObjectList<NamedObject> anchorTypes_;
     Template* root_ = nullptr;
     SortedStringList packages_;

@@ -71,7 +71,6 @@ private:
     const void* GetReadable(const TypedValue& value) const;
 
     int CountOwnUses() const;
-    bool WouldContainItself(const Type& type) const;
 
     TypeRef type_;
     bool reference_ = false;

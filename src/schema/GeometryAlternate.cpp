@@ -1,6 +1,5 @@
 #include "schema/GeometryAlternate.h"
 
-// An alternate writes its own declaration, whose form the writer of template files knows.
 #include "xml/XMLTemplateWriter.h"
 
 namespace Kor {

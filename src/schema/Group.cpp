@@ -3,11 +3,9 @@
 #include <unordered_set>
 #include <utility>
 
-// A group writes its own declaration, whose form the writer of template files knows.
-#include "xml/XMLTemplateWriter.h"
-
 #include "core/TakeOut.h"
 #include "schema/View.h"
+#include "xml/XMLTemplateWriter.h"
 
 namespace Kor {
 

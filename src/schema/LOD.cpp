@@ -1,6 +1,5 @@
 #include "schema/LOD.h"
 
-// A level writes its own declaration, whose form the writer of template files knows.
 #include "xml/XMLTemplateWriter.h"
 
 namespace Kor {

@@ -2,7 +2,6 @@
 
 #include <vector>
 
-#include "core/TiedList.h"
 #include "schema/Group.h"
 
 namespace Kor {
@@ -10,7 +9,7 @@ namespace Kor {
 class Template;
 
 /// The root of one view; belongs to a template.
-class View : public Group, public Tied {
+class View : public Group {
 public:
     static constexpr int kClassId = kViewClass;
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "core/TiedList.h"
 #include "schema/ViewItem.h"
 
 namespace Kor {
@@ -9,7 +8,7 @@ class Property;
 
 /// A leaf of a view, which refers to a property. The reference is taken away when the property
 /// dies.
-class ViewProperty : public ViewItem, public Tied {
+class ViewProperty : public ViewItem {
 public:
     static constexpr int kClassId = kViewPropertyClass;
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-// An enumeration writes its own declaration, whose form the writer of template files knows.
 #include "xml/XMLTemplateWriter.h"
 
 namespace Kor {

@@ -5,10 +5,8 @@
 // Registered types are sorted by name and counted by file: only their manager can follow a change.
 #include "manager/TemplateManager.h"
 
-// A type writes its own declaration, whose form the writer of template files knows.
-#include "xml/XMLTemplateWriter.h"
-
 #include "core/Names.h"
+#include "xml/XMLTemplateWriter.h"
 #include "xml/XMLWriter.h"
 
 namespace Kor {

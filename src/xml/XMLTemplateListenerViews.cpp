@@ -2,6 +2,7 @@
 
 #include "xml/XMLTemplateListener.h"
 
+#include "core/TakeOut.h"
 #include "manager/TemplateManager.h"
 #include "schema/ViewProperty.h"
 #include "xml/Quoted.h"
@@ -31,9 +32,9 @@ void XMLTemplateListener::StartView(const XMLAttributes& attributes) {
     // A view of the same name that this file gave would belong to nobody.
     View* former = owner->GetView(name, false);
     owner->AddView(view.get());
-    if (former && views_.erase(former) > 0)
+    if (TakeOut(views_, former))
         delete former;
-    views_.insert(view.get());
+    views_.push_back(view.get());
     viewItem_ = view.get();
     openGroups_.push_back(view.release());
 }

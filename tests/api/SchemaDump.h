@@ -32,6 +32,9 @@ private:
             Take(OviTemplateManager_GetEnumerationAt(i), &SchemaDump::TakeEnumeration);
         for (int i = 0; i < OviTemplateManager_GetTemplateCount(); ++i)
             Take(OviTemplateManager_GetTemplateAt(i), &SchemaDump::TakeTemplate);
+        // Levels of detail do not tell their file.
+        for (int i = 0; onlyFile_.empty() && i < OviTemplateManager_GetLODCount(); ++i)
+            TakeLOD(OviTemplateManager_GetLODAt(i));
         return text_;
     }
 
@@ -71,6 +74,16 @@ private:
         // Beyond the count: older definitions, which stay in the declaration order.
         for (int i = 0; OviProperty* property = OviTemplate_GetPropertyAt(type, i, false); ++i)
             TakeProperty(property);
+        for (int i = 0; i < OviTemplate_GetViewCount(type); ++i)
+            TakeViewItem(OviTemplate_GetViewAt(type, i), 1);
+    }
+
+    void TakeLOD(OviLOD* lod) {
+        Line("level of detail " + std::string(OviNamedObject_GetName(lod)) + " " +
+             OviLOD_GetTypeName(lod) + " threshold " + std::to_string(OviLOD_GetThreshold(lod)) +
+             " shapes " + std::to_string(OviLOD_GetMaxShapes(lod)) + " of " +
+             OviLOD_GetAllowedShapeNames(lod));
+        TakeTexts(lod);
     }
 
     void TakeProperty(OviProperty* property) {
@@ -78,13 +91,64 @@ private:
         Line(" declared " + NumberOf(property) + " " + OviProperty_GetFullName(property) + " of " +
              KeyOf(owner));
         TakeTexts(property);
-        if (OviObject_ImplementsClass(property, OVI_CLASS_ATTRIBUTE_PROPERTY))
-            TakeAttribute(static_cast<OviAttributeProperty*>(property));
+        TakeKind(property);
         for (int i = 0; i < OviProperty_GetCommandCount(property); ++i) {
             OviCommand* command = OviProperty_GetCommandAt(property, i);
             Line("  command " + std::string(OviNamedObject_GetName(command)));
             TakeTexts(command);
         }
+    }
+
+    void TakeKind(OviProperty* property) {
+        if (OviObject_ImplementsClass(property, OVI_CLASS_NODE_PROPERTY))
+            TakeNode(static_cast<OviNodeProperty*>(property));
+        else if (OviObject_ImplementsClass(property, OVI_CLASS_ATTRIBUTE_PROPERTY))
+            TakeAttribute(static_cast<OviAttributeProperty*>(property));
+        if (OviObject_ImplementsClass(property, OVI_CLASS_ANCHOR_PROPERTY))
+            TakeAnchor(static_cast<OviAnchorProperty*>(property));
+        if (OviObject_ImplementsClass(property, OVI_CLASS_GEOMETRY_PROPERTY))
+            TakeGeometry(static_cast<OviGeometryProperty*>(property));
+    }
+
+    void TakeNode(OviNodeProperty* node) {
+        Line("  node below '" + std::string(OviNodeProperty_GetAncestor(node)) + "' at distance " +
+             std::to_string(OviNodeProperty_GetAncestorDistance(node)));
+        TakeAttribute(node);
+    }
+
+    void TakeAnchor(OviAnchorProperty* anchor) {
+        Line(OviAnchorProperty_IsChild(anchor) ? "  child anchor" : "  parent anchor");
+        for (int i = 0; i < OviAnchorProperty_GetAnchorTypeCount(anchor); ++i)
+            Line("  anchor type " +
+                 std::string(OviNamedObject_GetName(OviAnchorProperty_GetAnchorTypeAt(anchor, i))));
+    }
+
+    void TakeGeometry(OviGeometryProperty* geometry) {
+        Line("  geometry");
+        for (int i = 0; i < OviGeometryProperty_GetAlternateCount(geometry); ++i) {
+            OviGeometryAlternate* alternate = OviGeometryProperty_GetAlternateAt(geometry, i);
+            Line("  alternate " + std::string(OviProperty_GetFullName(alternate)) + " for level " +
+                 OviNamedObject_GetName(OviGeometryAlternate_GetLOD(alternate)));
+            TakeTexts(alternate);
+            TakeNode(alternate);
+        }
+    }
+
+    /// A view, a group or a view property, and what stands below it.
+    void TakeViewItem(OviViewItem* item, size_t depth) {
+        std::string line = std::string(depth, ' ') + "item of class " +
+                           std::to_string(OviObject_GetClass(item)) + " " +
+                           OviNamedObject_GetName(item);
+        if (OviObject_ImplementsClass(item, OVI_CLASS_VIEW_PROPERTY))
+            line += " for " +
+                    NumberOf(OviViewProperty_GetProperty(static_cast<OviViewProperty*>(item)));
+        Line(line);
+        TakeTexts(item);
+        if (!OviObject_ImplementsClass(item, OVI_CLASS_GROUP))
+            return;
+        auto* group = static_cast<OviGroup*>(item);
+        for (int i = 0; i < OviGroup_GetViewItemCount(group); ++i)
+            TakeViewItem(OviGroup_GetViewItemAt(group, i), depth + 1);
     }
 
     void TakeAttribute(OviAttributeProperty* attribute) {

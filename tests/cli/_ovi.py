@@ -18,6 +18,11 @@ EXPECTED = SOURCE_DIR / "tests" / "cli" / "expected"
 PROGRAM = BUILD_DIR / "tools" / ("ovi.exe" if os.name == "nt" else "ovi")
 
 
+def sample_schema(root=SCHEMA):
+    """The options for the sample schema: three libraries, each of which uses those before it."""
+    return [part for name in ("core", "show", "modeling") for part in ("--schema", root / name)]
+
+
 class Result:
     """What a run of the program gave."""
 

@@ -2,7 +2,7 @@
 
 import os
 
-from _ovi import EXAMPLES, SCHEMA, TestCase, main, ovi, scene, template
+from _ovi import EXAMPLES, TestCase, main, ovi, sample_schema, scene, template
 
 
 class ExitCodes(TestCase):
@@ -12,12 +12,12 @@ class ExitCodes(TestCase):
             0, "", "1 file, 0 errors, 0 warnings")
 
     def test_is_1_for_errors(self):
-        result = ovi("check", "--schema", SCHEMA, EXAMPLES / "faulty" / "unknown-property.asset")
+        result = ovi("check", *sample_schema(), EXAMPLES / "faulty" / "unknown-property.asset")
         self.assertEqual(1, result.code)
         self.assertTrue(result.err.endswith(" 3 errors, 0 warnings\n"), result.err)
 
     def test_is_1_for_warnings_alone(self):
-        result = ovi("check", "--schema", SCHEMA, EXAMPLES / "scenes" / "older-version.asset")
+        result = ovi("check", *sample_schema(), EXAMPLES / "scenes" / "older-version.asset")
         self.assertEqual(1, result.code)
         self.assertTrue(result.err.endswith(" 0 errors, 2 warnings\n"), result.err)
 

@@ -2,19 +2,19 @@
 
 import shutil
 
-from _ovi import EXAMPLES, SCHEMA, TestCase, main, ovi, scene, template
+from _ovi import EXAMPLES, SCHEMA, TestCase, main, ovi, sample_schema, scene, template
 
 
 class Findings(TestCase):
     def test_name_the_file_and_line_of_a_misspelt_type_in_the_sample_schema(self):
         schema = self.directory / "schema"
         shutil.copytree(SCHEMA, schema)
-        lens = schema / "studio" / "cameras" / "Camera.template"
+        lens = schema / "core" / "studio" / "cameras" / "Camera.template"
         lines = lens.read_text(encoding="utf-8").splitlines(keepends=True)
         number = next(i for i, line in enumerate(lines, 1) if "name='bladeCount'" in line)
         lines[number - 1] = lines[number - 1].replace("UINT16", "UNIT16")
         lens.write_text("".join(lines), encoding="utf-8")
-        result = ovi("check", "--schema", schema, EXAMPLES / "scenes" / "teacup.asset")
+        result = ovi("check", *sample_schema(schema), EXAMPLES / "scenes" / "teacup.asset")
         self.assertEqual(1, result.code)
         self.assertIn(f"{lens}:{number}: warning: Unknown type 'UNIT16'", result.out)
 
@@ -67,7 +67,7 @@ class Findings(TestCase):
                 wanted.append(f"{place} {word}: {message.strip('`').replace('<path>', str(path))}")
             with self.subTest(file=path.name):
                 self.assertNotEqual([], wanted)
-                result = ovi("check", "--schema", SCHEMA, path)
+                result = ovi("check", *sample_schema(), path)
                 self.assertEqual((1, wanted), (result.code, result.out.splitlines()))
 
 

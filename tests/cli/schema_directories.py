@@ -2,7 +2,7 @@
 
 import os
 
-from _ovi import SCHEMA, TestCase, main, ovi, scene, template
+from _ovi import SCHEMA, TestCase, main, ovi, sample_schema, scene, template
 
 
 class SchemaDirectories(TestCase):
@@ -58,11 +58,11 @@ class SchemaDirectories(TestCase):
 
     def test_of_the_samples_load_without_a_finding(self):
         files = sorted(SCHEMA.rglob("*.template"))
-        scenes = [path for path in sorted((SCHEMA.parent / "scenes").glob("*.asset"))
+        scenes = [path for path in sorted((SCHEMA.parent / "scenes").rglob("*.asset"))
                   if path.name != "older-version.asset"]
         self.assertGreater(len(scenes), 0)
         self.check_result(
-            ovi("check", "--schema", SCHEMA, *files, *scenes), 0, "",
+            ovi("check", *sample_schema(), *files, *scenes), 0, "",
             f"{len(files) + len(scenes)} files, 0 errors, 0 warnings")
 
 

@@ -1,6 +1,8 @@
 """`ovi show` prints scenes and schemas as trees."""
 
-from _ovi import EXAMPLES, EXPECTED, TestCase, main, ovi, scene, template
+from pathlib import Path
+
+from _ovi import EXAMPLES, EXPECTED, TestCase, main, ovi, sample_schema, scene, template
 
 
 class Show(TestCase):
@@ -48,8 +50,8 @@ class Show(TestCase):
             "version 2 that is more recent\n", result.err)
 
     def test_prints_a_template_file_that_is_part_of_the_schema(self):
-        path = "studio/props/Prop.template"
-        result = ovi("show", "--schema", ".", path, cwd=EXAMPLES / "schema")
+        path = "modeling/studio/props/Prop.template"
+        result = ovi("show", *sample_schema(Path(".")), path, cwd=EXAMPLES / "schema")
         self.assertEqual((0, ""), (result.code, result.err))
         self.assertTrue(result.out.startswith(f"{path}: 0 types, 1 enumeration, 5 templates\n"))
         self.assertIn("\n    property finish: studio.props.Finish\n      default instance "

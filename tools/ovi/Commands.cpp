@@ -1,7 +1,6 @@
 #include "Commands.h"
 
 #include "CheckCommand.h"
-#include "GraphCommand.h"
 #include "ShowCommand.h"
 
 namespace OviTool {
@@ -10,7 +9,6 @@ std::vector<std::unique_ptr<Command>> MakeCommands() {
     std::vector<std::unique_ptr<Command>> commands;
     commands.push_back(std::make_unique<CheckCommand>());
     commands.push_back(std::make_unique<ShowCommand>());
-    commands.push_back(std::make_unique<GraphCommand>());
     return commands;
 }
 
