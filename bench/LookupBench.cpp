@@ -88,9 +88,9 @@ BENCHMARK(AssetMap)->Name("asset/map");
 
 // -- property instances ---------------------------------------------------------------------------
 
-const Names kPropertyNames = {
-    "Item.identifier", "Item.label", "Item.position",     "Item.visible",     "Prop.geometryFile",
-    "Prop.height",     "Prop.mass",  "Prop.materialPath", "Prop.reviewState", "Prop.revision"};
+const Names kPropertyNames = {"Item.identifier", "Item.label",  "Item.position", "Item.root",
+                              "Item.visible",    "Prop.height", "Prop.plug",     "Prop.reviewState",
+                              "Prop.revision",   "Prop.shape"};
 
 OviAsset* MakeProp() {
     OviAsset* asset = OviAssetManager_NewAsset("prop");

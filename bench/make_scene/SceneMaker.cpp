@@ -26,16 +26,16 @@ constexpr const char* kWords[] = {"crate", "lantern", "table", "barrel",
 
 // In the order of their full names, which is that of saved files.
 const SceneMaker::Member SceneMaker::kMembers[] = {
-    {"attribute", "Item.identifier", &SceneMaker::WriteIdentifier},
-    {"attribute", "Item.label", &SceneMaker::WriteLabel},
-    {"attribute", "Item.position", &SceneMaker::WritePosition},
-    {"attribute", "Item.visible", &SceneMaker::WriteVisible},
-    {"attribute", "Prop.geometryFile", &SceneMaker::WriteGeometryFile},
-    {"attribute", "Prop.height", &SceneMaker::WriteHeight},
-    {"attribute", "Prop.mass", &SceneMaker::WriteMass},
-    {"attribute", "Prop.materialPath", &SceneMaker::WriteMaterialPath},
-    {"attribute", "Prop.reviewState", &SceneMaker::WriteReviewState},
-    {"attribute", "Prop.revision", &SceneMaker::WriteRevision},
+    {"attribute", "Item.identifier", true, &SceneMaker::WriteIdentifier},
+    {"attribute", "Item.label", true, &SceneMaker::WriteLabel},
+    {"attribute", "Item.position", true, &SceneMaker::WritePosition},
+    {"node", "Item.root", false, &SceneMaker::WriteNothing},
+    {"attribute", "Item.visible", true, &SceneMaker::WriteVisible},
+    {"attribute", "Prop.height", true, &SceneMaker::WriteHeight},
+    {"anchor", "Prop.plug", true, &SceneMaker::WriteAttachedAnchor},
+    {"attribute", "Prop.reviewState", true, &SceneMaker::WriteReviewState},
+    {"attribute", "Prop.revision", true, &SceneMaker::WriteRevision},
+    {"geometry", "Prop.shape", false, &SceneMaker::WriteAlternates},
 };
 
 bool SceneMaker::Write(Kor::ByteSink& sink) {
@@ -55,21 +55,26 @@ void SceneMaker::WriteAsset(XMLWriter& writer) {
     writer.WriteAttribute("template", "bench.Prop");
     writer.WriteAttribute("version", 1);
     writer.EndElement();
-    bool bound = asset_ % 2 == 0;
+    bound_ = asset_ % 2 == 0;
     for (const Member& member : kMembers) {
-        WriteMember(member, bound, writer);
-        bound = !bound;
+        WriteMember(member, writer);
+        bound_ = !bound_;
     }
     writer.EndElement();
 }
 
-void SceneMaker::WriteMember(const Member& member, bool bound, XMLWriter& writer) {
+void SceneMaker::WriteMember(const Member& member, XMLWriter& writer) {
     writer.StartElement(member.element);
     writer.WriteAttribute("property", member.property);
-    const Text binding("p%06u.%s", asset_, std::strchr(member.property, '.') + 1);
-    writer.WriteAttribute("binding", bound ? std::string_view(binding) : std::string_view());
+    if (member.hasBinding)
+        WriteBinding(std::strchr(member.property, '.') + 1, writer);
     (this->*member.writeContent)(writer);
     writer.EndElement();
+}
+
+void SceneMaker::WriteBinding(const char* part, XMLWriter& writer) {
+    const Text binding("p%06u.%s", asset_, part);
+    writer.WriteAttribute("binding", bound_ ? std::string_view(binding) : std::string_view());
 }
 
 // -- contents -------------------------------------------------------------------------------------
@@ -96,22 +101,12 @@ void SceneMaker::WriteVisible(XMLWriter& writer) {
     writer.WriteAttribute("value", Next(4) != 0 ? "true" : "false");
 }
 
-void SceneMaker::WriteGeometryFile(XMLWriter& writer) {
-    const char* word = kWords[Next(8)];
-    writer.WriteAttribute("value", Text("models/%s_%02d.mesh", word, Next(100)));
-}
-
 void SceneMaker::WriteHeight(XMLWriter& writer) {
     writer.WriteAttribute("value", Text("%g", (1 + Next(99999)) / 1000.0));
 }
 
-void SceneMaker::WriteMass(XMLWriter& writer) {
-    writer.WriteAttribute("value", Text("%g", (1 + Next(999999)) / 100.0));
-}
-
-void SceneMaker::WriteMaterialPath(XMLWriter& writer) {
-    const char* word = kWords[Next(8)];
-    writer.WriteAttribute("value", Text("materials/%s_%03d.mtl", word, Next(1000)));
+void SceneMaker::WriteAttachedAnchor(XMLWriter& writer) {
+    writer.WriteAttribute("attachedAnchor", Text("p%06d.socket", Next(1000000)));
 }
 
 void SceneMaker::WriteReviewState(XMLWriter& writer) {
@@ -120,6 +115,19 @@ void SceneMaker::WriteReviewState(XMLWriter& writer) {
 
 void SceneMaker::WriteRevision(XMLWriter& writer) {
     writer.WriteAttribute("value", 1 + Next(500));
+}
+
+/// The binding of a node is not kept in scenes.
+void SceneMaker::WriteNothing(XMLWriter&) {}
+
+/// In the order of their levels' names, as a geometry keeps them.
+void SceneMaker::WriteAlternates(XMLWriter& writer) {
+    for (const char* level : {"Final", "Preview"}) {
+        writer.StartElement("alternate");
+        writer.WriteAttribute("lod", level);
+        WriteBinding(level, writer);
+        writer.EndElement();
+    }
 }
 
 int SceneMaker::Next(int limit) {

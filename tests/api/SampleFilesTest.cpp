@@ -13,7 +13,9 @@ class SampleFiles : public SampleTest {
 protected:
     static Path Scene(const std::string& file) { return Examples() / "scenes" / file; }
 
-    static std::string Model(const Path& root) { return SchemaDump::Of(root.generic_string() + "/"); }
+    static std::string Model(const Path& root) {
+        return SchemaDump::Of(root.generic_string() + "/");
+    }
 
     /// The path under which the library found a file of a library's package.
     static std::string LoadedPath(const Path& root, const std::string& file) {
