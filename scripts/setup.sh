@@ -9,7 +9,7 @@
 #            Windows need
 set -euo pipefail
 
-buildPackages=(g++ cmake ninja-build libcli11-dev nlohmann-json3-dev)
+buildPackages=(g++ cmake ninja-build libcli11-dev nlohmann-json3-dev graphviz)
 testPackages=(libgtest-dev libgmock-dev python3 binutils pkgconf)
 benchPackages=(libbenchmark-dev libpugixml-dev libexpat1-dev valgrind)
 ciPackages=("${benchPackages[@]}" git clang clang-format clang-tidy libclang-rt-14-dev gcovr

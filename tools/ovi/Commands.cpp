@@ -1,6 +1,8 @@
 #include "Commands.h"
 
 #include "CheckCommand.h"
+#include "GraphCommand.h"
+#include "PackCommand.h"
 #include "ShowCommand.h"
 
 namespace OviTool {
@@ -9,6 +11,8 @@ std::vector<std::unique_ptr<Command>> MakeCommands() {
     std::vector<std::unique_ptr<Command>> commands;
     commands.push_back(std::make_unique<CheckCommand>());
     commands.push_back(std::make_unique<ShowCommand>());
+    commands.push_back(std::make_unique<GraphCommand>());
+    commands.push_back(std::make_unique<PackCommand>());
     return commands;
 }
 

@@ -1,6 +1,7 @@
 #include "Findings.h"
 
 #include "ExitCode.h"
+#include "Json.h"
 
 #include <nlohmann/json.hpp>
 
@@ -90,9 +91,7 @@ void Findings::PrintJson(std::ostream& out) const {
                            {"errors", Count(OVI_LEVEL_ERROR)},
                            {"warnings", Count(OVI_LEVEL_WARNING)},
                            {"unreadable", unreadable_.size()}};
-    // Files are bytes: what is no UTF-8 must not stop the report.
-    using Handler = nlohmann::ordered_json::error_handler_t;
-    out << document.dump(2, ' ', false, Handler::replace) << '\n';
+    OviTool::PrintJson(out, document);
 }
 
 void Findings::PrintUnreadable(std::ostream& out) const {
