@@ -185,13 +185,21 @@ void XMLTemplateWriter::WriteTemplate(const Template& latest) {
     const Template& first = *versions.front();
     if (ObjectCast<Template>(first.GetBaseType())) { // made by a type element, perhaps continued
         WriteType(first);
-        if (steps.empty() && HaveSameTexts(first, *first.GetBaseType()))
+        if (steps.empty() && HaveSameTexts(first, *first.GetBaseType())) {
+            WriteViews(versions);
             return;
+        }
     }
-    if (!FitInOneElement(versions)) {
-        WriteVersionByVersion(steps, first);
-        return;
-    }
+    if (FitInOneElement(versions))
+        WriteInOneElement(steps, versions);
+    else
+        WriteVersionByVersion(steps, versions);
+}
+
+void XMLTemplateWriter::WriteInOneElement(const std::vector<VersionStep>& steps,
+                                          const std::vector<const Template*>& versions) {
+    const Template& first = *versions.front();
+    const Template& latest = *versions.back();
     // Later versions have the texts that were there when they were copied.
     const bool copiedTexts = HaveSameTexts(first, latest);
     StartTemplate(latest);
@@ -201,18 +209,15 @@ void XMLTemplateWriter::WriteTemplate(const Template& latest) {
         WriteStep(step);
     if (!copiedTexts)
         first.NamedObject::WriteToXML(writer_);
-    for (const Template* version : versions) {
-        for (int i = 0; i < version->GetViewCount(); ++i)
-            WriteViewItem(*version->GetViewAt(i));
-    }
+    WriteViews(versions);
     EndObject(false);
 }
 
 /// A template element gives its comment and texts to what is the latest version when it starts. So
 /// each version gets its own element, which ends with the texts, after the next version was made.
 void XMLTemplateWriter::WriteVersionByVersion(const std::vector<VersionStep>& steps,
-                                              const Template& first) {
-    const Template* highest = &first;
+                                              const std::vector<const Template*>& versions) {
+    const Template* highest = versions.front();
     StartTemplate(*highest);
     for (const VersionStep& step : steps) {
         WriteStep(step);
@@ -224,6 +229,7 @@ void XMLTemplateWriter::WriteVersionByVersion(const std::vector<VersionStep>& st
         StartTemplate(*highest);
     }
     highest->NamedObject::WriteToXML(writer_);
+    WriteViews(versions);
     EndObject(false);
 }
 
@@ -370,7 +376,7 @@ void XMLTemplateWriter::WriteDefaultAsset(const AttributeProperty& attribute) {
     const auto* asset = ObjectCast<Asset>(GetDefaultInstance(attribute));
     if (!asset)
         return;
-    writer_.StartElement("asset");
+    StartObject(*asset, "asset");
     writer_.WriteAttribute("name", asset->GetNameView());
     if (*asset->GetReference())
         writer_.WriteAttribute("reference", asset->GetReference());

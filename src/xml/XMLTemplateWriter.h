@@ -21,6 +21,7 @@ class Property;
 class Template;
 class TemplateManager;
 class Type;
+class View;
 class ViewItem;
 class XMLWriter;
 struct VersionStep;
@@ -67,10 +68,16 @@ private:
     void StartMember(const Property& property, const char* element);
     void EndMember(const Property& property);
     void WriteAncestor(const NodeProperty& node);
+    void WriteViews(const std::vector<const Template*>& versions);
+    void WriteView(const View& view, const Template* owner);
     bool StartViewItem(const ViewItem& item);
+    void WriteItems(const Group& outermost);
     std::string_view GetNameInFile(const Template& type) const;
     void StartTemplate(const Template& version);
-    void WriteVersionByVersion(const std::vector<VersionStep>& steps, const Template& first);
+    void WriteInOneElement(const std::vector<VersionStep>& steps,
+                           const std::vector<const Template*>& versions);
+    void WriteVersionByVersion(const std::vector<VersionStep>& steps,
+                               const std::vector<const Template*>& versions);
     void WriteStep(const VersionStep& step);
     void WriteParents(const VersionStep& step);
     void WriteParent(const Template& parent, int version);

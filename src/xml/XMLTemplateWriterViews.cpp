@@ -28,38 +28,54 @@ const char* GetFileName(int levelType) {
 
 } // namespace
 
-/// Opens the element of an item. A view property without a property has none.
-bool XMLTemplateWriter::StartViewItem(const ViewItem& item) {
-    if (const auto* leaf = ObjectCast<ViewProperty>(&item)) {
-        if (!leaf->GetProperty())
-            return false;
-        StartObject(item, "property");
-        writer_.WriteAttribute("name", leaf->GetProperty()->GetNameView());
-    } else if (const auto* view = ObjectCast<View>(&item)) {
-        StartObject(item, "view");
-        writer_.WriteAttribute("name", item.GetNameView());
-        if (const Template* owner = view->GetTemplate()) {
-            writer_.WriteAttribute("template", owner->GetFullName());
-            if (owner->GetVersion() != 1)
-                writer_.WriteAttribute("version", owner->GetVersion());
-        }
-    } else {
-        StartObject(item, "group");
-        writer_.WriteAttribute("name", item.GetNameView());
+/// The views that each version lists. All versions must be known to a reader by then.
+void XMLTemplateWriter::WriteViews(const std::vector<const Template*>& versions) {
+    for (const Template* version : versions) {
+        for (int i = 0; i < version->GetViewCount(); ++i)
+            WriteView(*version->GetViewAt(i), version);
     }
+}
+
+/// A view names the version that lists it, which need not be the one that it calls its own.
+void XMLTemplateWriter::WriteView(const View& view, const Template* owner) {
+    StartObject(view, "view");
+    writer_.WriteAttribute("name", view.GetNameView());
+    if (owner) {
+        writer_.WriteAttribute("template", owner->GetFullName());
+        if (owner->GetVersion() != 1)
+            writer_.WriteAttribute("version", owner->GetVersion());
+    }
+    view.NamedObject::WriteToXML(writer_);
+    WriteItems(view);
+}
+
+/// Opens the element of an item inside a view, where a view is read as a group. A view property
+/// without a property has none.
+bool XMLTemplateWriter::StartViewItem(const ViewItem& item) {
+    const auto* leaf = ObjectCast<ViewProperty>(&item);
+    if (leaf && !leaf->GetProperty())
+        return false;
+    StartObject(item, leaf ? "property" : "group");
+    writer_.WriteAttribute("name", leaf ? leaf->GetProperty()->GetNameView() : item.GetNameView());
     item.NamedObject::WriteToXML(writer_);
     return true;
 }
 
-/// Groups nest as deeply as a file says, so the open ones stand in a list.
 void XMLTemplateWriter::WriteViewItem(const ViewItem& item) {
-    if (!StartViewItem(item))
+    if (const auto* view = ObjectCast<View>(&item))
+        WriteView(*view, view->GetTemplate());
+    else if (!StartViewItem(item))
         return;
-    std::vector<OpenGroup> path;
-    if (const auto* group = ObjectCast<Group>(&item))
-        path.push_back({group});
+    else if (const auto* group = ObjectCast<Group>(&item))
+        WriteItems(*group);
     else
         EndObject(true);
+}
+
+/// What an open group holds, and its end. Groups nest as deeply as a file says, so the open ones
+/// stand in a list.
+void XMLTemplateWriter::WriteItems(const Group& outermost) {
+    std::vector<OpenGroup> path{{&outermost}};
     while (!path.empty()) {
         OpenGroup& open = path.back();
         const ViewItem* next = open.group->GetViewItemAt(open.next++);

@@ -120,6 +120,44 @@ TEST_F(TemplateFileRoundTrip, DefaultInstancesDoNotOutliveWhatTheyAreMadeOf) {
     EXPECT_FALSE(Get("p.M"));
 }
 
+TEST_F(TemplateFileRoundTrip, KeepsTheViewsOfVersionsThatDifferInTexts) {
+    EXPECT_EQ(Load("<template name='T'><attribute name='a' type='BOOL'/><attribute name='b' "
+                   "type='BOOL' version='2'/><label>1</label></template><template name='T'>"
+                   "<label>2</label></template><view name='v' template='T'><property name='a'/>"
+                   "</view><view name='w' template='T' version='2'/>"),
+              Lines{});
+    ExpectRoundTrip();
+    OviView* view = OviTemplate_GetView(Get("p.T"), "v", false);
+    ASSERT_TRUE(view);
+    EXPECT_EQ(OviGroup_GetViewItemCount(view), 1);
+    EXPECT_TRUE(OviTemplate_GetView(Get("p.T", 2), "w", false));
+}
+
+TEST_F(TemplateFileRoundTrip, KeepsTheViewsOfATemplateMadeByATypeElement) {
+    EXPECT_EQ(Load("<template name='T'><attribute name='a' type='BOOL'/></template><type name='U' "
+                   "type='T'/><!-- c --><view name='x' template='U'><label>X</label></view>"),
+              Lines{});
+    ExpectRoundTrip();
+    OviView* view = OviTemplate_GetView(Get("p.U"), "x", false);
+    ASSERT_TRUE(view);
+    EXPECT_EQ(CommentOf(view), " c ");
+    EXPECT_STREQ(OviNamedObject_GetLabel(view, nullptr), "X");
+}
+
+TEST_F(TemplateFileRoundTrip, KeepsTheCommentOfADefaultAsset) {
+    EXPECT_EQ(Load("<template name='A'/><!-- a --><template name='T'><!-- b --><attribute name='a' "
+                   "type='A'><!-- d --><asset name='x'/></attribute><attribute name='b' type='A'>"
+                   "<!----><asset name='y'/></attribute></template>"),
+              Lines{});
+    ExpectRoundTrip();
+    const auto commentOfDefault = [](const char* name) {
+        void* block = OviAttributeProperty_GetDefaultValue(Attribute(Get("p.T"), name));
+        return CommentOf(static_cast<OviInstance**>(block)[0]);
+    };
+    EXPECT_EQ(commentOfDefault("a"), " d ");
+    EXPECT_EQ(commentOfDefault("b"), "");
+}
+
 // -- random files -----------------------------------------------------------------------------
 
 /// Writes files with several templates, each in several elements with attributes, parents and
