@@ -50,29 +50,29 @@ void XMLTemplateListener::Warn(const std::string& message) {
 const XMLTemplateListener::Element* XMLTemplateListener::FindElement(std::string_view name) {
     using Listener = XMLTemplateListener;
     static constexpr Element kElements[] = {
-        {"template", &Listener::StartTemplate, nullptr},
-        {"type", &Listener::StartType, nullptr},
-        {"node", &Listener::StartNode, &Listener::EndMember},
-        {"anchor", &Listener::StartAnchor, &Listener::EndMember},
-        {"attribute", &Listener::StartAttribute, &Listener::EndMember},
-        {"geometry", &Listener::StartGeometry, &Listener::EndMember},
-        {"alternate", &Listener::StartAlternate, nullptr},
-        {"extends", &Listener::StartExtends, nullptr},
-        {"lod", &Listener::StartLOD, &Listener::EndLOD},
-        {"shape", &Listener::StartShape, nullptr},
-        {"label", &Listener::StartLabel, &Listener::EndLabel},
-        {"description", &Listener::StartDescription, &Listener::EndDescription},
-        {"view", &Listener::StartView, &Listener::EndGroup},
-        {"group", &Listener::StartGroup, &Listener::EndGroup},
-        {"property", &Listener::StartViewProperty, &Listener::EndViewProperty},
-        {"enum", &Listener::StartEnum, &Listener::EndEnum},
-        {"item", &Listener::StartItem, nullptr},
-        {"command", &Listener::StartCommand, nullptr},
-        {"asset", &Listener::StartAsset, nullptr},
-        {"using", &Listener::StartUsing, nullptr},
-        {"templates", &Listener::StartTemplates, nullptr},
-        {"action", &Listener::Ignore, nullptr},
-        {"lods", &Listener::Ignore, nullptr},
+        {"template", &Listener::StartTemplate, nullptr, true},
+        {"type", &Listener::StartType, nullptr, false},
+        {"node", &Listener::StartNode, &Listener::EndMember, true},
+        {"anchor", &Listener::StartAnchor, &Listener::EndMember, true},
+        {"attribute", &Listener::StartAttribute, &Listener::EndMember, true},
+        {"geometry", &Listener::StartGeometry, &Listener::EndMember, true},
+        {"alternate", &Listener::StartAlternate, nullptr, false},
+        {"extends", &Listener::StartExtends, nullptr, false},
+        {"lod", &Listener::StartLOD, &Listener::EndLOD, true},
+        {"shape", &Listener::StartShape, nullptr, false},
+        {"label", &Listener::StartLabel, &Listener::EndLabel, true},
+        {"description", &Listener::StartDescription, &Listener::EndDescription, true},
+        {"view", &Listener::StartView, &Listener::EndGroup, false},
+        {"group", &Listener::StartGroup, &Listener::EndGroup, false},
+        {"property", &Listener::StartViewProperty, &Listener::EndViewProperty, false},
+        {"enum", &Listener::StartEnum, &Listener::EndEnum, true},
+        {"item", &Listener::StartItem, nullptr, false},
+        {"command", &Listener::StartCommand, nullptr, false},
+        {"asset", &Listener::StartAsset, nullptr, false},
+        {"using", &Listener::StartUsing, nullptr, false},
+        {"templates", &Listener::StartTemplates, nullptr, false},
+        {"action", &Listener::Ignore, nullptr, false},
+        {"lods", &Listener::Ignore, nullptr, false},
     };
     for (const Element& element : kElements) {
         if (EqualsIgnoreCase(element.name, name))
@@ -102,10 +102,10 @@ bool XMLTemplateListener::EndElement(std::string_view name) {
         return true;
     }
     const Element* element = FindElement(name);
-    if (!element || !element->end)
-        comment_.clear();
-    else if (skippedDepth_ == 0)
+    if (element && element->end && skippedDepth_ == 0)
         (this->*element->end)();
+    if (!element || !element->keepsComment)
+        comment_.clear();
     return true;
 }
 

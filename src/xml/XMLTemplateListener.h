@@ -51,7 +51,8 @@ private:
     struct Element {
         const char* name;
         Handler handler;
-        void (XMLTemplateListener::*end)(); // null: the end of the element clears the comment
+        void (XMLTemplateListener::*end)(); // null: nothing else happens at the end
+        bool keepsComment;                  // for what follows the end of the element
     };
     static const Element* FindElement(std::string_view name);
 

@@ -23,7 +23,9 @@ void XMLTemplateListener::StartView(const XMLAttributes& attributes) {
     if (!templateName || !HasValidName("view", name))
         return;
     Template* owner = FindTemplateVersion(templateName, ReadTemplateVersion(attributes, "version"));
-    if (!owner) {
+    // A recycled template gives up its views when it is defined anew, which may happen before the
+    // view's end.
+    if (!owner || owner->IsRecycled()) {
         Error("View " + Quoted(name) + " referring to unknown template " + Quoted(templateName));
         return;
     }
@@ -87,7 +89,6 @@ void XMLTemplateListener::EndGroup() {
 
 void XMLTemplateListener::EndViewProperty() {
     viewItem_ = openGroups_.empty() ? nullptr : openGroups_.back();
-    comment_.clear();
 }
 
 } // namespace Kor

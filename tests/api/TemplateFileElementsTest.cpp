@@ -97,6 +97,31 @@ TEST_F(TemplateFileElements, CommentInsideASkippedTemplateEndsWithItsElement) {
     EXPECT_EQ(CommentOf(Get("p.U")), " 2 ");
 }
 
+TEST_F(TemplateFileElements, CommentInsideASkippedTemplateEndsWithTheElementsThatEndComments) {
+    for (const char* element : {"view", "group", "property", "item", "nonsense"}) {
+        Restart();
+        Load("<template name='a b'><!-- 1 --><" + std::string(element) +
+             "/></template><template name='T'/>");
+        EXPECT_EQ(CommentOf(Get("p.T")), "") << element;
+    }
+    for (const char* element : {"node", "geometry", "lod", "enum", "label"}) {
+        Restart();
+        Load("<template name='a b'><!-- 1 --><" + std::string(element) +
+             "/></template><template name='T'/>");
+        EXPECT_EQ(CommentOf(Get("p.T")), " 1 ") << element;
+    }
+}
+
+TEST_F(TemplateFileElements, SkippedViewItemsLeaveTheOpenOnesAlone) {
+    Load("<template name='T'><attribute name='a' type='BOOL'/></template><view name='v' "
+         "template='T'><group name='g'><template name='a b'><group/><view/></template>"
+         "<property name='a'/></group></view>");
+    OviView* view = OviTemplate_GetView(Get("p.T"), "v", false);
+    ASSERT_EQ(OviGroup_GetViewItemCount(view), 1);
+    auto* group = static_cast<OviGroup*>(OviGroup_GetViewItemAt(view, 0));
+    EXPECT_EQ(OviGroup_GetViewItemCount(group), 1);
+}
+
 TEST_F(TemplateFileElements, TypeKeepsNoCommentOfItsBase) {
     Load("<!-- v --><type name='V' type='FLOAT'/><type name='W' type='V'/>");
     EXPECT_EQ(CommentOf(OviTemplateManager_GetType("p.W")), "");

@@ -35,6 +35,39 @@ protected:
         return text + ")";
     }
 
+    /// A view with groups one inside the other.
+    static std::string DeepView(int depth) {
+        std::string text = "<view name='main' template='Mesh'>";
+        for (int i = 0; i < depth; ++i)
+            text += "<group name='g'>";
+        for (int i = 0; i < depth; ++i)
+            text += "</group>";
+        return text + "</view>";
+    }
+
+    static int DepthOf(OviGroup* group) {
+        int depth = 0;
+        for (; OviGroup_GetViewItemCount(group) > 0; ++depth)
+            group = static_cast<OviGroup*>(OviGroup_GetViewItemAt(group, 0));
+        return depth;
+    }
+
+    /// Saves the file, loads the saved one into an empty registry without a finding, and gives its
+    /// text.
+    std::string SaveAndLoad() {
+        const std::string output =
+            PathOf(path_.find("out.template") == std::string::npos ? "out.template"
+                                                                   : "again/out.template");
+        EXPECT_TRUE(OviTemplateManager_SaveTemplateFile(path_.c_str(), output.c_str()));
+        Ovi_Terminate();
+        Ovi_Initialize();
+        OviErrorManager_Clear();
+        EXPECT_TRUE(OviTemplateManager_LoadTemplateFile(output.c_str()));
+        path_ = output;
+        EXPECT_EQ(Errors(), Names{}) << ReadFile(output);
+        return ReadFile(output);
+    }
+
     std::string path_;
 };
 
@@ -160,18 +193,71 @@ TEST_F(TemplateFileViewsTest, ViewsAreSavedInsideTheTemplateBehindTheProperties)
     EXPECT_EQ(ReadFile(again), text);
 }
 
-TEST_F(TemplateFileViewsTest, DeepGroupsAreReadSavedAndReadAgain) {
+TEST_F(TemplateFileViewsTest, AViewInsideAViewIsSavedAsAGroup) {
+    Load("<view name='outer' template='Mesh'/><view name='inner' template='Mesh'>"
+         "<label>I</label><property name='size'/></view>");
+    OviGroup_AddViewItemAt(View("outer"), View("inner"), -1);
+    OviGroup_AddViewItemAt(View("outer"), OviGroup_New("last"), -1);
+    SaveAndLoad();
+    EXPECT_EQ(Tree(View("outer")), "outer(inner(size) last())");
+    EXPECT_EQ(Tree(View("inner")), "inner(size)");
+    OviViewItem* inner = OviGroup_GetViewItemAt(View("outer"), 0);
+    EXPECT_EQ(OviObject_GetClass(inner), OVI_CLASS_GROUP);
+    EXPECT_STREQ(OviNamedObject_GetLabel(inner, nullptr), "I");
+}
+
+TEST_F(TemplateFileViewsTest, AViewIsSavedForTheTemplateThatListsIt) {
+    Load("<template name='Mesh'><node name='new' version='2'/></template>"
+         "<view name='replaced' template='Mesh'/><view name='other' template='Base'/>");
+    OviTemplate* mesh = OviTemplateManager_GetTemplateVersion("Mesh", 2);
+    // Listed in the place of another one, a view does not become the template's own.
+    OviTemplate_CreateView(mesh, "other");
+    OviView* former = View("other", "Mesh", 2);
+    EXPECT_LT(OviTemplate_AddView(mesh, View("other", "Base")), 0);
+    OviObject_Delete(former);
+    OviView* loose = View("replaced");
+    OviTemplate_RemoveView(OviTemplateManager_GetTemplateVersion("Mesh", 1), loose);
+    OviTemplate_CreateView(mesh, "replaced");
+    former = View("replaced", "Mesh", 2);
+    EXPECT_LT(OviTemplate_AddView(mesh, loose), 0);
+    OviObject_Delete(former);
+    SaveAndLoad();
+    EXPECT_EQ(Tree(View("replaced", "Mesh", 2)), "replaced()");
+    EXPECT_EQ(Tree(View("other", "Mesh", 2)), "other()");
+    EXPECT_EQ(Tree(View("other", "Base")), "other()");
+}
+
+TEST_F(TemplateFileViewsTest, ARecycledTemplateIsUnknownToViewsUntilItIsDefinedAnew) {
+    const std::string first =
+        WriteSchema("A.template", "<templates><template name='Rec'/></templates>");
+    ASSERT_TRUE(OviTemplateManager_LoadTemplateFile(first.c_str()));
+    const std::string second =
+        WriteSchema("B.template", "<templates><template name='User'><attribute name='r' type='Rec' "
+                                  "reference='true'/></template></templates>");
+    ASSERT_TRUE(OviTemplateManager_LoadTemplateFile(second.c_str()));
+    OviTemplateManager_UnloadTemplateFile(first.c_str());
+    ASSERT_TRUE(OviType_IsRecycled(OviTemplateManager_GetTemplateVersion("Rec", 1)));
+    // The definition takes the template's former views away, the open one would be among them.
+    EXPECT_EQ(Load("<view name='v' template='Rec'>\n<template name='Rec'/>\n<group name='g'/>"
+                   "</view>\n<view name='w' template='Rec'><group name='g'/></view>"),
+              (Names{"1 3 View 'v' referring to unknown template 'Rec'",
+                     "1 5 <group> must occur inside a <view> or a <group> element"}));
+    EXPECT_EQ(Tree(View("w", "Rec")), "w(g())");
+}
+
+TEST_F(TemplateFileViewsTest, DeepGroupsAreRead) {
     constexpr int kDepth = 20000;
-    std::string text = "<view name='main' template='Mesh'>";
-    for (int i = 0; i < kDepth; ++i)
-        text += "<group name='g'>";
-    for (int i = 0; i < kDepth; ++i)
-        text += "</group>";
-    EXPECT_EQ(Load(text + "</view>"), Names{});
-    int depth = 0;
-    for (OviGroup* at = View(); OviGroup_GetViewItemCount(at) > 0; ++depth)
-        at = static_cast<OviGroup*>(OviGroup_GetViewItemAt(at, 0));
-    EXPECT_EQ(depth, kDepth);
+    EXPECT_EQ(Load(DeepView(kDepth)), Names{});
+    EXPECT_EQ(DepthOf(View()), kDepth);
+}
+
+// Each level is indented, so that a saved file grows with the square of its depth.
+TEST_F(TemplateFileViewsTest, DeepGroupsAreSavedAndReadAgain) {
+    constexpr int kDepth = 300;
+    EXPECT_EQ(Load(DeepView(kDepth)), Names{});
+    const std::string text = SaveAndLoad();
+    EXPECT_EQ(DepthOf(View()), kDepth);
+    EXPECT_EQ(SaveAndLoad(), text);
 }
 
 } // namespace
