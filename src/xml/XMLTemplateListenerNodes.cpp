@@ -76,7 +76,9 @@ void XMLTemplateListener::StartAlternate(const XMLAttributes& attributes) {
     GiveComment(*alternate);
     GeometryAlternate* replaced = nullptr;
     geometry->AddAlternate(alternate.release(), &replaced);
-    const std::unique_ptr<GeometryAlternate> unused(replaced);
+    // A package that the open geometry uses may have made an instance of it.
+    if (replaced && !replaced->IsInUse())
+        delete replaced;
 }
 
 void XMLTemplateListener::StartLOD(const XMLAttributes& attributes) {

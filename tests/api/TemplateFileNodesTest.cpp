@@ -117,6 +117,32 @@ TEST_F(TemplateFileNodesTest, TheSecondAlternateOfALevelStays) {
     EXPECT_STREQ(OviNamedObject_GetComment(OviGeometryProperty_GetAlternateAt(shape, 0)), "second");
 }
 
+TEST_F(TemplateFileNodesTest, ASecondAlternateLeavesTheFirstToThoseWhoUseIt) {
+    WriteSchema("q/Q.template",
+                "<templates package='q'><template name='U'>"
+                "<attribute name='d' type='p.A' default='p.A'/></template></templates>");
+    OviTemplateManager_AddSearchPath(Directory().c_str(), false);
+    path_ =
+        WriteSchema("P.template", "<templates package='p'><lod name='High'/><template name='A'>"
+                                  "<geometry name='g'><alternate lod='High'/><using package='q'/>"
+                                  "<alternate lod='High'/></geometry></template></templates>");
+    ASSERT_TRUE(OviTemplateManager_LoadTemplateFile(path_.c_str()));
+    EXPECT_EQ(Errors(), Names{});
+    auto* user = static_cast<OviAttributeProperty*>(
+        OviTemplate_GetProperty(OviTemplateManager_GetTemplate("q.U"), "d"));
+    auto** value = static_cast<OviInstance**>(OviAttributeProperty_GetDefaultValue(user));
+    ASSERT_TRUE(value && value[0]);
+    auto* shape =
+        static_cast<OviGeometryInstance*>(OviInstance_GetPropertyInstance(value[0], "A.g", false));
+    OviNodeInstance* node = OviGeometryInstance_GetNodeInstanceAt(shape, 0);
+    auto* used = static_cast<OviGeometryAlternate*>(OviPropertyInstance_GetProperty(node));
+    OviTemplate* owner = OviTemplateManager_GetTemplate("p.A");
+    EXPECT_NE(OviGeometryProperty_GetAlternateAt(
+                  static_cast<OviGeometryProperty*>(OviTemplate_GetProperty(owner, "g")), 0),
+              used);
+    EXPECT_EQ(NameOf(used), "High");
+}
+
 TEST_F(TemplateFileNodesTest, AGeometryOfAnEarlierVersionReachesTheLaterOnesWithItsAlternates) {
     EXPECT_EQ(Load("<lod name='High'/><template name='Mesh'><node name='new' version='3'/>"
                    "<geometry name='shape' version='2'><alternate lod='High'/></geometry>"
