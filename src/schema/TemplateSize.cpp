@@ -12,7 +12,7 @@
 #include "instances/Instance.h"
 #include "instances/PropertyInstance.h"
 
-#include "schema/AttributeProperty.h"
+#include "schema/GeometryProperty.h"
 #include "schema/Template.h"
 
 namespace Kor {
@@ -29,11 +29,15 @@ struct Frame {
     int element = 0;
     int nextParent = 0;
     size_t nextProperty = 0;
+    const GeometryProperty* geometry = nullptr; ///< The open one, measured by its alternates.
+    int nextAlternate = 0;
+    std::int64_t alternates = 0; ///< Their sizes so far.
     std::int64_t size = 0;
     bool cut = false; ///< Whether a template above it was met again below it.
 };
 
-/// Walks the templates with a stack of its own: parents, and templates as types of properties.
+/// Walks the templates with a stack of its own: parents, and templates as types of properties and
+/// of the alternates of geometries.
 class Measure {
 public:
     std::int64_t Run(const Template& type, Instance* const* elements, int count) {
@@ -107,7 +111,12 @@ private:
 
     void AddProperty(size_t at) {
         Frame& frame = path_[at];
-        const Property* property = FindSized(frame);
+        const Property* property =
+            frame.geometry ? frame.geometry->GetAlternateAt(frame.nextAlternate) : FindSized(frame);
+        if (const auto* geometry = ObjectCast<GeometryProperty>(property)) {
+            property = geometry->GetAlternateAt(0);
+            frame.geometry = property ? geometry : nullptr;
+        }
         if (!property) {
             ++frame.nextProperty;
             return;
@@ -143,11 +152,26 @@ private:
             frame.size = std::min(frame.size + result_, kLimit);
             return;
         }
+        if (frame.geometry && !TakeAlternate(frame))
+            return;
         const Property* property = frame.type->GetDeclaredProperties()[frame.nextProperty++];
         if (result_ <= 0)
             return;
         const int padding = property->GetPadding(static_cast<int>(frame.size));
         frame.size = std::min(frame.size + padding + result_, kLimit);
+    }
+
+    /// Whether the size of the whole geometry is known then: the sum, or 0 once an alternate has
+    /// no size.
+    bool TakeAlternate(Frame& frame) {
+        frame.alternates = result_ < 1 ? 0 : std::min(frame.alternates + result_, kLimit);
+        if (result_ > 0 && ++frame.nextAlternate < frame.geometry->GetAlternateCount())
+            return false;
+        result_ = frame.alternates;
+        frame.geometry = nullptr;
+        frame.nextAlternate = 0;
+        frame.alternates = 0;
+        return true;
     }
 
     void FinishElement() {

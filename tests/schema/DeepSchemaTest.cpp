@@ -4,6 +4,7 @@
 #include "schema/Managed.h"
 
 #include "instances/Instance.h"
+#include "schema/GeometryProperty.h"
 #include "schema/SmallThread.h"
 #include "types/CustomType.h"
 
@@ -130,6 +131,30 @@ TEST_F(DeepSchemaTest, TemplatesContainedInEachOtherMayBeDeep) {
         std::set<std::string> packages;
         inner->CollectPackages(packages);
         EXPECT_EQ(packages.size(), 1U);
+    });
+}
+
+TEST_F(DeepSchemaTest, GeometriesMayNestTemplatesDeep) {
+    Run([] {
+        LOD level("High");
+        Template* inner = &Make("T0", {});
+        AddAttribute(*inner, "x", Manager().GetType("INT32"), false);
+        std::vector<std::unique_ptr<GeometryAlternate>> alternates;
+        for (int i = 1; i <= kDepth; ++i) {
+            Template& outer = Make("T" + std::to_string(i), {});
+            auto* geometry = new GeometryProperty("shape", 1);
+            alternates.push_back(std::make_unique<GeometryAlternate>(&level, 1));
+            alternates.back()->SetType(inner);
+            geometry->AddAlternate(alternates.back().get());
+            outer.AddProperty(geometry, -1);
+            inner = &outer;
+        }
+        EXPECT_EQ(inner->GetValueSize(nullptr, 1), 4);
+        EXPECT_EQ(Manager().GetTemplate("T1")->GetProperty("shape", false)->GetValueSize(), 4);
+        alternates.front()->SetType(inner);
+        EXPECT_EQ(inner->GetValueSize(nullptr, 1), 0) << "a circle";
+        for (const auto& alternate : alternates)
+            alternate->SetType(nullptr);
     });
 }
 
