@@ -161,6 +161,11 @@ public:
     void UnlistFile(Type& type);
     void ListFile(Type& type);
 
+    /// Called by a level of detail around a change of its name and at its end; false when the
+    /// registry does not have it.
+    bool UnlistLOD(LOD& lod) { return lods_.RemoveExactly(&lod); }
+    void ListLOD(LOD& lod) { lods_.Place(&lod); }
+
     /// Called by a displaced type at its end.
     void ForgetDisplaced(Type& type) { displaced_.erase(&type); }
 

@@ -1,14 +1,26 @@
 #include "schema/GeometryAlternate.h"
 
+#include "core/TakeOut.h"
+#include "schema/GeometryProperty.h"
 #include "xml/XMLTemplateWriter.h"
 
 namespace Kor {
 
 GeometryAlternate::GeometryAlternate(LOD* lod, int version)
-    : NodeProperty(std::string_view(), version), lod_(lod) {
+    : NodeProperty(std::string_view(), version) {
+    StoreLOD(lod);
     if (lod)
         StoreName(lod->GetNameView());
     GeometryAlternate::UpdateFullName();
+}
+
+GeometryAlternate::GeometryAlternate(const GeometryAlternate& source) : NodeProperty(source) {
+    StoreLOD(source.lod_);
+}
+
+GeometryAlternate::~GeometryAlternate() {
+    LeaveSortedLists();
+    StoreLOD(nullptr);
 }
 
 std::unique_ptr<Object> GeometryAlternate::Clone() const {
@@ -30,8 +42,36 @@ void GeometryAlternate::UpdateFullName() {
 }
 
 void GeometryAlternate::SetLOD(LOD* lod) {
-    lod_ = lod;
+    StoreLOD(lod);
     UpdateFullName();
+}
+
+void GeometryAlternate::StoreLOD(LOD* lod) {
+    if (lod_)
+        lod_->RemoveAlternate(this);
+    lod_ = lod;
+    if (lod_)
+        lod_->AddAlternate(this);
+}
+
+void GeometryAlternate::LoseLOD() {
+    LeaveSortedLists();
+    SetLOD(nullptr);
+    EnterSortedLists();
+}
+
+void GeometryAlternate::RemoveLister(GeometryProperty* lister) {
+    TakeOut(listers_, lister);
+}
+
+void GeometryAlternate::LeaveSortedLists() {
+    for (GeometryProperty* lister : listers_)
+        lister->UnlistAlternate(*this);
+}
+
+void GeometryAlternate::EnterSortedLists() {
+    for (GeometryProperty* lister : listers_)
+        lister->ListAlternate(*this);
 }
 
 } // namespace Kor

@@ -1,9 +1,13 @@
 #pragma once
 
+#include <vector>
+
 #include "schema/LOD.h"
 #include "schema/NodeProperty.h"
 
 namespace Kor {
+
+class GeometryProperty;
 
 /// One form of a geometry: a node bound to a level of detail, which is borrowed.
 class GeometryAlternate : public NodeProperty {
@@ -12,6 +16,9 @@ public:
 
     /// Takes the level's name as its own.
     GeometryAlternate(LOD* lod, int version);
+
+    /// Takes itself out of the geometries that list it.
+    ~GeometryAlternate() override;
 
     int GetClass() const override { return kClassId; }
     bool ImplementsClass(int id) const override {
@@ -32,10 +39,25 @@ public:
     /// Changes key and full name, not the own name; the place in a geometry's list stays.
     void SetLOD(LOD* lod);
 
-private:
-    GeometryAlternate(const GeometryAlternate& source) = default;
+    /// Called by the level at its end.
+    void LoseLOD();
 
-    LOD* lod_;
+    /// Kept by the geometries that list the alternate, once for each entry.
+    void AddLister(GeometryProperty* lister) { listers_.push_back(lister); }
+    void RemoveLister(GeometryProperty* lister);
+
+    /// Called around every change of the level's name, so that lists sorted by it stay sorted.
+    void LeaveSortedLists();
+    void EnterSortedLists();
+
+private:
+    /// No geometry lists the copy.
+    GeometryAlternate(const GeometryAlternate& source);
+
+    void StoreLOD(LOD* lod);
+
+    LOD* lod_ = nullptr;
+    std::vector<GeometryProperty*> listers_;
 };
 
 } // namespace Kor

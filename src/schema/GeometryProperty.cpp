@@ -13,7 +13,12 @@ namespace Kor {
 GeometryProperty::GeometryProperty(const GeometryProperty& source) : Property(source) {
     alternates_.Reserve(source.alternates_.GetCount());
     for (const GeometryAlternate* alternate : source.alternates_)
-        alternates_.Append(static_cast<GeometryAlternate*>(alternate->Clone().release()));
+        AppendCopy(*alternate);
+}
+
+GeometryProperty::~GeometryProperty() {
+    for (GeometryAlternate* alternate : alternates_)
+        alternate->RemoveLister(this);
 }
 
 std::unique_ptr<Object> GeometryProperty::Clone() const {
@@ -22,6 +27,33 @@ std::unique_ptr<Object> GeometryProperty::Clone() const {
 
 void GeometryProperty::WriteToXML(XMLWriter& writer) const {
     XMLTemplateWriter(writer).WriteGeometry(*this);
+}
+
+void GeometryProperty::AppendCopy(const GeometryAlternate& source) {
+    auto* copy = static_cast<GeometryAlternate*>(source.Clone().release());
+    alternates_.Append(copy);
+    copy->AddLister(this);
+}
+
+int GeometryProperty::AddAlternate(GeometryAlternate* alternate, GeometryAlternate** replaced) {
+    GeometryAlternate* former = nullptr;
+    const int result = alternates_.Insert(alternate, &former);
+    if (former)
+        former->RemoveLister(this);
+    alternate->AddLister(this);
+    if (replaced)
+        *replaced = former;
+    return result;
+}
+
+int GeometryProperty::RemoveAlternate(GeometryAlternate* alternate) {
+    const int exact = alternates_.IndexOf(alternate);
+    const int index = exact >= 0 ? exact : alternates_.Find(alternate->GetKey());
+    if (index < 0)
+        return index;
+    alternates_.GetAt(index)->RemoveLister(this);
+    alternates_.RemoveExactly(alternates_.GetAt(index));
+    return index;
 }
 
 int GeometryProperty::GetValueSize() const {

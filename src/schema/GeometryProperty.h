@@ -12,6 +12,7 @@ public:
     static constexpr int kClassId = kGeometryPropertyClass;
 
     GeometryProperty(std::string_view name, int version) : Property(name, version) {}
+    ~GeometryProperty() override;
 
     int GetClass() const override { return kClassId; }
     bool ImplementsClass(int id) const override {
@@ -22,10 +23,8 @@ public:
 
     /// The index, or the complement of the index of the alternate of that level that was
     /// overwritten; `replaced`, when given, receives that one, or null.
-    int AddAlternate(GeometryAlternate* alternate, GeometryAlternate** replaced = nullptr) {
-        return alternates_.Insert(alternate, replaced);
-    }
-    int RemoveAlternate(GeometryAlternate* alternate) { return alternates_.Remove(alternate); }
+    int AddAlternate(GeometryAlternate* alternate, GeometryAlternate** replaced = nullptr);
+    int RemoveAlternate(GeometryAlternate* alternate);
     int GetAlternateCount() const { return alternates_.GetCount(); }
     GeometryAlternate* GetAlternateAt(int index) const { return alternates_.GetAt(index); }
     GeometryAlternate* GetAlternate(std::string_view lod) const { return alternates_.Get(lod); }
@@ -37,8 +36,14 @@ public:
     /// A geometry has no value of its own.
     int WriteValueToBinary(const void*, int, void*, int) const override { return 0; }
 
+    /// Called by an alternate around a change of its key and at its end.
+    void UnlistAlternate(GeometryAlternate& alternate) { alternates_.RemoveExactly(&alternate); }
+    void ListAlternate(GeometryAlternate& alternate) { alternates_.Place(&alternate); }
+
 private:
     GeometryProperty(const GeometryProperty& source);
+
+    void AppendCopy(const GeometryAlternate& source);
 
     SortedObjectList<GeometryAlternate> alternates_;
 };

@@ -1,8 +1,47 @@
 #include "schema/LOD.h"
 
+// The registry of levels is sorted by name: only the manager can follow a change.
+#include "manager/TemplateManager.h"
+
+#include "core/Names.h"
+#include "schema/GeometryAlternate.h"
 #include "xml/XMLTemplateWriter.h"
 
 namespace Kor {
+
+namespace {
+
+/// False when the registry does not have the level.
+bool Unlist(LOD& lod) {
+    return TemplateManager::Exists() && TemplateManager::Get()->UnlistLOD(lod);
+}
+
+} // namespace
+
+LOD::LOD(const LOD& source)
+    : NamedObject(source), type_(source.type_), threshold_(source.threshold_),
+      maxShapes_(source.maxShapes_), allowedShapes_(source.allowedShapes_),
+      fileName_(source.fileName_) {}
+
+LOD::~LOD() {
+    Unlist(*this);
+    while (!alternates_.empty())
+        (*alternates_.begin())->LoseLOD();
+}
+
+bool LOD::SetName(const char* name) {
+    if (!IsValidName(TextOf(name)))
+        return false;
+    const bool registered = Unlist(*this);
+    for (GeometryAlternate* alternate : alternates_)
+        alternate->LeaveSortedLists();
+    StoreName(TextOf(name));
+    for (GeometryAlternate* alternate : alternates_)
+        alternate->EnterSortedLists();
+    if (registered)
+        TemplateManager::Get()->ListLOD(*this);
+    return true;
+}
 
 void LOD::WriteToXML(XMLWriter& writer) const {
     XMLTemplateWriter(writer).WriteLOD(*this);

@@ -1,10 +1,13 @@
 #pragma once
 
 #include <string>
+#include <unordered_set>
 
 #include "core/NamedObject.h"
 
 namespace Kor {
+
+class GeometryAlternate;
 
 /// A level of detail: a kind of geometry, a threshold and limits on its shapes. The numbers are
 /// stored for the host and not interpreted.
@@ -18,6 +21,9 @@ public:
     /// A level's name is not bound to the name rule.
     explicit LOD(std::string_view name) { StoreName(name); }
 
+    /// Takes itself away from the registry and from the alternates that stand for it.
+    ~LOD() override;
+
     int GetClass() const override { return kClassId; }
     bool ImplementsClass(int id) const override {
         return id == kClassId || NamedObject::ImplementsClass(id);
@@ -26,6 +32,14 @@ public:
         return std::unique_ptr<Object>(new LOD(*this));
     }
     void WriteToXML(XMLWriter& writer) const override;
+
+    /// The manager's registry and the geometries that list alternates of the level follow its new
+    /// name.
+    bool SetName(const char* name) override;
+
+    /// Kept by the alternates that stand for the level.
+    void AddAlternate(GeometryAlternate* alternate) { alternates_.insert(alternate); }
+    void RemoveAlternate(GeometryAlternate* alternate) { alternates_.erase(alternate); }
 
     int GetType() const { return type_; }
     void SetType(int type) { type_ = type; }
@@ -54,7 +68,8 @@ public:
     void SetFileName(std::string_view fileName) { fileName_ = fileName; }
 
 private:
-    LOD(const LOD&) = default;
+    /// No alternate stands for the copy.
+    LOD(const LOD& source);
 
     int type_ = kSurface;
     int threshold_ = 0;
@@ -62,6 +77,7 @@ private:
     int allowedShapes_ = 0;
     std::string allowedShapeNames_; // made when asked for, dropped when the shapes change
     std::string fileName_;
+    std::unordered_set<GeometryAlternate*> alternates_;
 };
 
 /// A shape by its bit, with the names that hosts see and that files use.

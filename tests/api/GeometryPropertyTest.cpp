@@ -152,10 +152,98 @@ TEST_F(GeometryPropertyTest, ASizeBeyondAllNumbersStaysTheLargestOne) {
     EXPECT_EQ(OviType_GetValueSize(TemplateOf("Mesh"), nullptr, 1), 2147483647);
 }
 
-TEST_F(GeometryPropertyTest, ANewVersionOfItsTemplateSharesOrCopiesIt) {
+TEST_F(GeometryPropertyTest, AnAlternateOfATemplateHasThatTemplatesSize) {
+    Schema("<template name='Inner'><attribute name='a' type='INT32'/></template>"
+           "<type name='Inners' type='Inner' dim='3'/>",
+           "inner");
+    OviAttributeProperty_SetType(High(), OviTemplateManager_ResolveType("Inners"));
+    EXPECT_EQ(OviType_GetValueSize(TemplateOf("Mesh"), nullptr, 1), 0) << "the other has none";
+    OviAttributeProperty_SetType(OviGeometryProperty_GetAlternate(shape, "Low"),
+                                 TemplateOf("Inner"));
+    EXPECT_EQ(OviType_GetValueSize(TemplateOf("Inner"), nullptr, 3), 36) << "as ever, 9 times";
+    EXPECT_EQ(OviType_GetValueSize(TemplateOf("Mesh"), nullptr, 1), 40);
+}
+
+TEST_F(GeometryPropertyTest, AnAlternateOfItsOwnTemplateHasNoSize) {
+    OviTemplate* mesh = TemplateOf("Mesh");
+    Schema("<template name='Mesh2'><extends template='Mesh'/>"
+           "<attribute name='a' type='INT32'/></template>",
+           "heir");
+    EXPECT_TRUE(OviAttributeProperty_SetType(High(), mesh));
+    EXPECT_EQ(OviType_GetValueSize(mesh, nullptr, 1), 0);
+    EXPECT_EQ(OviType_GetValueSize(TemplateOf("Mesh2"), nullptr, 1), 4);
+    EXPECT_EQ(OviInstance_GetSize(AssetOf("Mesh")), 0u);
+    EXPECT_EQ(OviInstance_GetSize(AssetOf("Mesh2")), 4u);
+    OviAttributeProperty_SetType(High(), nullptr);
+}
+
+TEST_F(GeometryPropertyTest, ANewVersionOfItsTemplateHasACopyOfItAndOfItsAlternates) {
     OviGeometryProperty* later = Shape(VersionOf("Mesh", 2));
     ASSERT_NE(later, nullptr);
+    EXPECT_NE(later, shape);
     EXPECT_EQ(Alternates(later), "High.High Low.Low ");
+    for (int i = 0; i < 2; ++i) {
+        OviGeometryAlternate* copy = OviGeometryProperty_GetAlternateAt(later, i);
+        OviGeometryAlternate* source = OviGeometryProperty_GetAlternateAt(shape, i);
+        EXPECT_NE(copy, source);
+        EXPECT_EQ(OviGeometryAlternate_GetLOD(copy), OviGeometryAlternate_GetLOD(source));
+    }
+}
+
+TEST_F(GeometryPropertyTest, AnAlternateWithAnOwnerHasTheOwnersNameInFront) {
+    OviGeometryAlternate* copy = CloneOf(High());
+    ASSERT_GE(OviTemplate_AddProperty(VersionOf("Mesh", 3), copy, -1), 0);
+    EXPECT_STREQ(OviProperty_GetFullName(copy), "Mesh.High.High");
+}
+
+TEST_F(GeometryPropertyTest, AnAlternateDeletedByHandLeavesItsGeometries) {
+    OviGeometryProperty* other = OviGeometryProperty_New("other", 1);
+    OviGeometryAlternate* high = High();
+    OviGeometryProperty_AddAlternate(other, high);
+    OviObject_Delete(high);
+    EXPECT_EQ(Alternates(shape), "Low.Low ");
+    EXPECT_EQ(Alternates(other), "");
+    OviObject_Delete(other);
+}
+
+TEST_F(GeometryPropertyTest, AnAlternateThatLeftAGeometryDoesNotMindItsEnd) {
+    OviGeometryProperty* other = CloneOf(shape);
+    OviGeometryAlternate* removed = OviGeometryProperty_GetAlternate(other, "High");
+    OviGeometryAlternate* listed = OviGeometryProperty_GetAlternate(other, "Low");
+    EXPECT_EQ(OviGeometryProperty_RemoveAlternate(other, High()), 0) << "by its level";
+    EXPECT_EQ(OviGeometryProperty_RemoveAlternate(other, removed), ~0);
+    OviGeometryAlternate* second = CloneOf(listed);
+    EXPECT_EQ(OviGeometryProperty_AddAlternate(other, second), ~0);
+    OviObject_Delete(listed);
+    EXPECT_EQ(OviGeometryProperty_GetAlternateAt(other, 0), second);
+    OviObject_Delete(other);
+    OviObject_Delete(second);
+    OviObject_Delete(removed);
+    EXPECT_EQ(Alternates(shape), "High.High Low.Low ");
+}
+
+TEST_F(GeometryPropertyTest, AlternatesMoveToThePlaceOfTheirLevelsNewName) {
+    OviLOD* high = OviTemplateManager_GetLOD("High");
+    OviGeometryAlternate* alternate = High();
+    EXPECT_TRUE(OviNamedObject_SetName(high, "Ultra"));
+    EXPECT_EQ(OviGeometryProperty_GetAlternateAt(shape, 1), alternate);
+    EXPECT_EQ(OviGeometryProperty_GetAlternate(shape, "Ultra"), alternate);
+    EXPECT_NE(OviGeometryProperty_GetAlternate(shape, "Low"), nullptr);
+    EXPECT_FALSE(OviNamedObject_SetName(high, "no name"));
+    EXPECT_EQ(OviGeometryProperty_GetAlternate(shape, "Ultra"), alternate);
+}
+
+TEST_F(GeometryPropertyTest, AlternatesOutliveTheirLevel) {
+    OviGeometryAlternate* alternate = High();
+    OviLOD* high = OviTemplateManager_GetLOD("High");
+    OviNamedObject_SetName(high, "Zero");
+    OviObject_Delete(high);
+    EXPECT_EQ(OviTemplateManager_GetLOD("Zero"), nullptr);
+    EXPECT_EQ(OviTemplateManager_GetLODCount(), 1);
+    EXPECT_EQ(OviGeometryAlternate_GetLOD(alternate), nullptr);
+    EXPECT_EQ(OviGeometryProperty_GetAlternateAt(shape, 0), alternate);
+    EXPECT_EQ(OviGeometryProperty_GetAlternate(shape, "High"), alternate) << "by its own name";
+    EXPECT_NE(OviGeometryProperty_GetAlternate(shape, "Low"), nullptr);
 }
 
 } // namespace

@@ -137,4 +137,40 @@ TEST_F(LODTest, TheRegistryListsLevelsByName) {
     OviObject_Delete(other);
 }
 
+TEST_F(LODTest, ARenamedLevelIsMovedToItsPlaceInTheRegistry) {
+    OviTemplateManager_RemoveLOD(lod);
+    OviLOD* levels[3] = {};
+    for (int i = 0; i < 3; ++i) {
+        levels[i] = static_cast<OviLOD*>(OviObject_Clone(lod));
+        OviNamedObject_SetName(levels[i], std::string(1, "AMZ"[i]).c_str());
+        EXPECT_EQ(OviTemplateManager_AddLOD(levels[i]), i);
+    }
+    EXPECT_TRUE(OviNamedObject_SetName(levels[0], "Z2"));
+    EXPECT_EQ(OviTemplateManager_GetLODCount(), 3);
+    EXPECT_EQ(OviTemplateManager_GetLOD("A"), nullptr);
+    EXPECT_EQ(OviTemplateManager_GetLOD("Z2"), levels[0]);
+    EXPECT_EQ(OviTemplateManager_GetLOD("M"), levels[1]);
+    EXPECT_EQ(OviTemplateManager_GetLOD("Z"), levels[2]);
+    EXPECT_FALSE(OviNamedObject_SetName(levels[0], "no name"));
+    EXPECT_FALSE(OviNamedObject_SetName(levels[0], nullptr));
+    EXPECT_EQ(OviTemplateManager_GetLOD("Z2"), levels[0]);
+    EXPECT_EQ(OviTemplateManager_RemoveLOD(levels[0]), 2);
+    EXPECT_TRUE(OviNamedObject_SetName(levels[0], "B"));
+    EXPECT_EQ(OviTemplateManager_GetLODCount(), 2) << "it does not come back";
+    for (OviLOD* level : levels)
+        OviObject_Delete(level);
+    EXPECT_EQ(OviTemplateManager_GetLODCount(), 0) << "deleted ones leave the registry";
+}
+
+TEST_F(LODTest, ARenamedLevelMayTakeTheNameOfAnother) {
+    auto* low = static_cast<OviLOD*>(OviObject_Clone(lod));
+    OviNamedObject_SetName(low, "Low");
+    OviTemplateManager_AddLOD(low);
+    EXPECT_TRUE(OviNamedObject_SetName(low, "High"));
+    EXPECT_EQ(OviTemplateManager_GetLODCount(), 2) << "both stay";
+    EXPECT_EQ(OviTemplateManager_GetLOD("High"), lod);
+    OviObject_Delete(low);
+    EXPECT_EQ(OviTemplateManager_GetLOD("High"), lod);
+}
+
 } // namespace
