@@ -1,35 +1,35 @@
 #include "schema/Group.h"
 
+#include <algorithm>
+#include <iterator>
 #include <unordered_set>
 #include <utility>
 
-#include "core/TakeOut.h"
 #include "schema/View.h"
 #include "xml/XMLTemplateWriter.h"
 
 namespace Kor {
 
-// Groups nest as deeply as a file says, so trees are deleted and copied from lists of what is
-// still to be done.
+// Groups nest as deeply as a file says, so trees are deleted and copied without recursion.
 
+/// Deletes from the innermost last item on. Nothing is allocated: without memory there would be no
+/// way to report it.
 Group::~Group() {
-    std::unordered_set<ViewItem*> met{this};
-    std::vector<ViewItem*> doomed;
-    std::vector<Group*> pending{this};
-    while (!pending.empty()) {
-        Group* group = pending.back();
-        pending.pop_back();
-        for (ViewItem* item : std::exchange(group->items_, {})) {
-            item->RemoveGroup(group);
-            if (!met.insert(item).second)
-                continue;
-            doomed.push_back(item);
-            if (auto* inner = ObjectCast<Group>(item))
-                pending.push_back(inner);
+    Group* group = this;
+    while (group != this || !items_.empty()) {
+        if (group->items_.empty()) { // becomes the last item that is left of the group around it
+            group = group->GetGroups().back();
+            continue;
+        }
+        ViewItem* last = group->items_.back();
+        auto* inner = ObjectCast<Group>(last);
+        if (inner && !inner->items_.empty()) {
+            inner->PutLast(group); // the way back, since other groups may list it too
+            group = inner;
+        } else {
+            delete last; // leaves all groups
         }
     }
-    for (ViewItem* item : doomed)
-        delete item;
 }
 
 ViewItem* Group::CopyAlone(const ViewItem& item) {
@@ -110,7 +110,10 @@ ViewItem* Group::GetViewItemAt(int index) const {
 }
 
 void Group::ForgetItem(ViewItem& item) {
-    TakeOut(items_, &item);
+    // Searched from the end, because a group that goes deletes its last item first.
+    const auto found = std::find(items_.rbegin(), items_.rend(), &item);
+    if (found != items_.rend())
+        items_.erase(std::next(found).base());
     item.RemoveGroup(this);
 }
 

@@ -243,9 +243,10 @@ void Template::UntieView(View& view) {
 }
 
 void Template::DropViews() {
-    const std::vector<View*> views = views_.GetAll();
-    views_.Clear();
-    for (View* view : views) {
+    // A view may be an item of another one and go with that: it then leaves the list by itself.
+    while (!views_.IsEmpty()) {
+        View* view = views_.GetAt(views_.GetCount() - 1);
+        views_.RemoveExactly(view);
         view->RemoveLister(this);
         if (view->GetTemplate() == this || !view->IsListed())
             delete view;

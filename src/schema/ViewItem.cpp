@@ -1,5 +1,8 @@
 #include "schema/ViewItem.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "core/TakeOut.h"
 #include "schema/Group.h"
 
@@ -12,6 +15,10 @@ ViewItem::~ViewItem() {
 
 void ViewItem::RemoveGroup(Group* group) {
     TakeOut(groups_, group);
+}
+
+void ViewItem::PutLast(Group* group) {
+    std::swap(*std::find(groups_.begin(), groups_.end(), group), groups_.back());
 }
 
 } // namespace Kor

@@ -32,6 +32,9 @@ public:
     void AddGroup(Group* group) { groups_.push_back(group); }
     void RemoveGroup(Group* group);
 
+    /// Makes a group the last of those that list the item.
+    void PutLast(Group* group);
+
 protected:
     /// The copy's lock state is 0, and no group lists it.
     ViewItem(const ViewItem& source) : NamedObject(source), Lockable() {}

@@ -104,6 +104,24 @@ TEST_F(GroupTest, AnItemOfTwoGroupsIsGoneForBothWhenOneDies) {
     EXPECT_EQ(ItemsOf(group), Names{});
 }
 
+TEST_F(GroupTest, AGroupOfTwoTreesTakesNothingElseAlongWhenOneDies) {
+    OviGroup* dying = OviGroup_New("dying");
+    Add(dying, "first");
+    OviGroup* shared = Add(dying, "shared");
+    Add(Add(shared, "inner"), "leaf");
+    Add(shared, "last");
+    OviGroup_AddViewItemAt(group, shared, -1);
+    OviGroup* other = Add(group, "other");
+    Add(other, "kept");
+    OviGroup_AddViewItemAt(other, shared, 0);
+    OviGroup* within = Add(dying, "within");
+    OviGroup_AddViewItemAt(within, shared, -1);
+    Add(within, "end");
+    OviObject_Delete(dying);
+    EXPECT_EQ(ItemsOf(group), Names{"other"});
+    EXPECT_EQ(ItemsOf(other), Names{"kept"});
+}
+
 TEST_F(GroupTest, AGroupNeverContainsItself) {
     OviGroup* inner = Add(group, "inner");
     OviGroup* innermost = Add(inner, "innermost");

@@ -140,6 +140,26 @@ TEST_F(TemplateViewsTest, AViewAddedToTwoTemplatesIsDeletedOnce) {
     OviObject_Delete(other);
 }
 
+TEST_F(TemplateViewsTest, AViewThatIsAnItemOfAnotherIsDeletedOnce) {
+    for (const char* outer : {"A", "B"}) {
+        OviTemplate* other = Make((std::string("Other") + outer).c_str());
+        OviTemplate_CreateView(other, "A");
+        OviTemplate_CreateView(other, "B");
+        OviTemplate_CreateView(other, "C");
+        OviView* group = OviTemplate_GetView(other, outer, false);
+        OviView* item = OviTemplate_GetView(other, *outer == 'A' ? "B" : "A", false);
+        OviGroup_AddViewItemAt(group, item, -1);
+        OviGroup_AddViewItemAt(OviTemplate_GetView(other, "C", false), item, -1);
+        OviObject_Delete(other);
+    }
+    OviTemplate_CreateView(mesh, "Main");
+    OviTemplate_CreateView(Make("Outer"), "Main");
+    OviView* outer = OviTemplate_GetView(OviTemplateManager_GetTemplate("Outer"), "Main", false);
+    OviGroup_AddViewItemAt(outer, View("Main"), -1);
+    OviObject_Delete(OviTemplateManager_GetTemplate("Outer"));
+    EXPECT_EQ(ViewsOf(mesh), Names{});
+}
+
 TEST_F(TemplateViewsTest, NullAndIndicesOutOfRangeAreHarmless) {
     OviTemplate_CreateView(mesh, "Main");
     EXPECT_EQ(OviTemplate_AddView(mesh, nullptr), -1);

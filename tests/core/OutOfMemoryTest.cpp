@@ -143,4 +143,23 @@ TEST(OutOfMemory, DeclarationsAreCopiedWholeOrNotAtAll) {
     EXPECT_GT(bytes, 0u);
 }
 
+TEST(OutOfMemory, GroupsAreDeletedAllTheSame) {
+    Ovi_Initialize();
+    OviGroup* group = OviGroup_New("outer");
+    OviGroup* inner = group;
+    for (int i = 0; i < 100; ++i) {
+        OviGroup* next = OviGroup_New("inner");
+        OviGroup_AddViewItemAt(inner, OviGroup_New("empty"), -1);
+        OviGroup_AddViewItemAt(inner, next, -1);
+        OviGroup_AddViewItemAt(inner, OviViewProperty_New("leaf", nullptr), -1);
+        inner = next;
+    }
+    hasFailed = false;
+    allocationsLeft = 0;
+    OviObject_Delete(group);
+    allocationsLeft = -1;
+    EXPECT_FALSE(hasFailed);
+    Ovi_Terminate();
+}
+
 } // namespace
