@@ -52,6 +52,34 @@ protected:
         return text;
     }
 
+    /// L0 with an anchor, and diamonds one on top of the other up to J<count>: each doubles the
+    /// paths that lead to L0.
+    static std::string Diamonds(int count, const char* content = "<anchor name='spot'/>") {
+        std::string text = Heir("L0", {}, content);
+        std::string below = "L0";
+        for (int i = 1; i <= count; ++i) {
+            const std::string n = std::to_string(i);
+            text += Heir("L" + n, {below}) + Heir("R" + n, {below});
+            below = "J" + n;
+            text += Heir(below, {"L" + n, "R" + n});
+        }
+        return text;
+    }
+
+    /// A template that assets can implement, over another one.
+    static std::string Over(const std::string& below, const std::string& name = "Top",
+                            const char* content = "") {
+        return Heir(name, {below, "Thing"}, content);
+    }
+
+    static std::string Heir(const std::string& name, const std::vector<std::string>& parents,
+                            const std::string& content = "") {
+        std::string text = "<template name='" + name + "'>";
+        for (const std::string& parent : parents)
+            text += "<extends template='" + parent + "'/>";
+        return text + content + "</template>";
+    }
+
     static inline OviPropertyInstance* const kUntouched =
         reinterpret_cast<OviPropertyInstance*>(&ReadFile);
 
@@ -119,20 +147,25 @@ TEST_F(CompatibleAnchorsTest, AnAnchorInheritedThroughTwoParentsCountsTwice) {
 }
 
 TEST_F(CompatibleAnchorsTest, ManyPathsOfInheritanceAreCountedWithoutWalkingThemAll) {
-    std::string text = "<template name='L0'><anchor name='spot'/></template>";
-    for (int i = 1; i <= 40; ++i) {
-        const std::string n = std::to_string(i);
-        const std::string below = i == 1 ? "L0" : "J" + std::to_string(i - 1);
-        for (const char* side : {"L", "R"})
-            text += "<template name='" + (side + n) + "'><extends template='" + below +
-                    "'/></template>";
-        text += "<template name='J" + n + "'><extends template='L" + n + "'/><extends template='R" +
-                n + "'/></template>";
-    }
-    text += "<template name='Top'><extends template='J40'/><extends template='Thing'/></template>";
-    Schema(text, "more");
+    Schema(Diamonds(40) + Over("J40"), "more");
     Bound("Top", "a");
     EXPECT_EQ(Search(Anchor(true), 2), "2147483647: L0.spot L0.spot");
+}
+
+TEST_F(CompatibleAnchorsTest, TheCountIsExactUpToTheLargestNumberThereIs) {
+    Schema(Diamonds(31) + Over("J30"), "more");
+    Bound("Top", "a");
+    EXPECT_EQ(Search(Anchor(true), 1), "1073741824: L0.spot");
+    Schema(Over("J31", "Higher"), "higher");
+    OviObject_Delete(OviAssetManager_GetAssetAt(0));
+    Bound("Higher", "b");
+    EXPECT_EQ(Search(Anchor(true), 1), "2147483647: L0.spot");
+}
+
+TEST_F(CompatibleAnchorsTest, PathsThatLeadToNoAnchorAreNotWalked) {
+    Schema(Diamonds(40, "") + Over("J40", "Top", "<anchor name='own'/>"), "more");
+    Bound("Top", "a");
+    EXPECT_EQ(Search(Anchor(true)), "1: Top.own");
 }
 
 TEST_F(CompatibleAnchorsTest, PropertyInstancesThatAreMissingAreMade) {
@@ -163,6 +196,21 @@ TEST_F(CompatibleAnchorsTest, APropertyNamedAssetNodeOfAnotherKindSkipsTheAsset)
     OviAsset* asset = AssetOf("Odd", "a");
     Bind(asset, "Odd.AssetNode");
     EXPECT_EQ(Search(Anchor(true)), "0:");
+}
+
+TEST_F(CompatibleAnchorsTest, AnAttributeOfTheFullNameAssetNodeSkipsTheAsset) {
+    OviAttributeProperty* own = OviAttributeProperty_New("AssetNode", 7); // no owner
+    OviAttributeProperty_SetType(own, OviTemplateManager_GetType("INT32"));
+    OviTemplate* wall = TemplateOf("Wall");
+    OviTemplate_AddProperty(wall, own, -1);
+    ASSERT_STREQ(OviProperty_GetFullName(own), "AssetNode");
+    OviAsset* asset = AssetOf("Wall", "a");
+    Bind(asset);
+    Bind(asset, "AssetNode");
+    EXPECT_EQ(Search(Anchor(false)), "0:");
+    OviObject_Delete(asset);
+    OviTemplate_RemoveProperty(wall, own);
+    OviObject_Delete(own);
 }
 
 TEST_F(CompatibleAnchorsTest, TheFullNameAssetNodeComesFirst) {
