@@ -20,7 +20,7 @@ class Help(TestCase):
                 result = ovi(command, "--help")
                 self.assertEqual((0, ""), (result.code, result.err))
                 self.assertIn(f"Usage: ovi {command} [OPTIONS]", result.out)
-                self.assertIn("FILE", result.out)
+                self.assertIn("--schema FILE_OR_DIR", result.out)
                 self.assertIn("Exit codes: 0", result.out)
 
     def test_version_is_that_of_the_project(self):

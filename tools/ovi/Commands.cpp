@@ -3,6 +3,7 @@
 #include "CheckCommand.h"
 #include "GraphCommand.h"
 #include "PackCommand.h"
+#include "PackagesCommand.h"
 #include "ShowCommand.h"
 
 namespace OviTool {
@@ -12,6 +13,7 @@ std::vector<std::unique_ptr<Command>> MakeCommands() {
     commands.push_back(std::make_unique<CheckCommand>());
     commands.push_back(std::make_unique<ShowCommand>());
     commands.push_back(std::make_unique<GraphCommand>());
+    commands.push_back(std::make_unique<PackagesCommand>());
     commands.push_back(std::make_unique<PackCommand>());
     return commands;
 }

@@ -40,10 +40,6 @@ Finding MakeFinding(OviErrorItem* item) {
     return finding;
 }
 
-std::string Counted(int count, const char* noun) {
-    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
-}
-
 nlohmann::ordered_json ToJson(const Finding& finding) {
     nlohmann::ordered_json entry;
     entry["file"] = finding.file;
@@ -119,11 +115,15 @@ int Findings::GetExitCode() const {
     return findings_.empty() ? kClean : kHasFindings;
 }
 
-int Findings::Count(int levelBit) const {
-    return static_cast<int>(
+std::size_t Findings::Count(int levelBit) const {
+    return static_cast<std::size_t>(
         std::count_if(findings_.begin(), findings_.end(), [levelBit](const Finding& finding) {
             return (finding.level & levelBit) != 0;
         }));
+}
+
+std::string Counted(std::size_t count, const char* noun) {
+    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
 }
 
 } // namespace OviTool

@@ -61,11 +61,14 @@ public:
     int GetExitCode() const;
 
 private:
-    int Count(int levelBit) const;
+    std::size_t Count(int levelBit) const;
 
     std::vector<Finding> findings_;
     std::vector<UnreadableFile> unreadable_;
-    int fileCount_ = 0;
+    std::size_t fileCount_ = 0;
 };
+
+/// "1 file", "2 files"
+std::string Counted(std::size_t count, const char* noun);
 
 } // namespace OviTool

@@ -80,6 +80,10 @@ std::string WithoutTrailingSeparators(std::string path) {
 
 } // namespace
 
+bool IsTemplateFile(const std::string& path) {
+    return HasExtension(fs::u8path(path), ".template");
+}
+
 void InputFiles::AddSearchPath(const std::string& path) {
     const std::string root = WithoutTrailingSeparators(path);
     std::error_code error;

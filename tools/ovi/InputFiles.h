@@ -17,6 +17,9 @@ struct InputFile {
     Kind kind;
 };
 
+/// Whether a file's name is that of a template file.
+bool IsTemplateFile(const std::string& path);
+
 /// The files and packages to load, in load order and each of them once. Files that cannot be read
 /// are left out and noted as unreadable.
 class InputFiles {

@@ -16,10 +16,14 @@ void DeclareList(CLI::App& app, const char* name, std::vector<std::string>& valu
 } // namespace
 
 void SchemaOptions::Declare(CLI::App& app) {
-    DeclareList(app, "--path", paths_, "Look for packages below this directory, a search path",
-                "DIR");
+    DeclareDirectories(app);
     DeclareList(app, "--package", packages_,
                 "Load this package (studio.props), found through the search paths, first", "NAME");
+}
+
+void SchemaOptions::DeclareDirectories(CLI::App& app) {
+    DeclareList(app, "--path", paths_, "Look for packages below this directory, a search path",
+                "DIR");
     DeclareList(app, "--schema", schema_,
                 "Load this template file, or all template files below this directory, first; a "
                 "directory is a search path too",

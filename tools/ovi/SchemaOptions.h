@@ -17,6 +17,9 @@ public:
     /// behind it stay arguments of the command.
     void Declare(CLI::App& app);
 
+    /// Declares --path and --schema alone.
+    void DeclareDirectories(CLI::App& app);
+
     /// Adds what they name to the files to load: search paths, then packages, then the files and
     /// directories, each in the order of the command line.
     void AddTo(InputFiles& inputs) const;

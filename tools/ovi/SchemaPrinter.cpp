@@ -1,6 +1,7 @@
 #include "SchemaPrinter.h"
 
 #include "Declaration.h"
+#include "Findings.h"
 #include "NamedObjectTexts.h"
 #include "ViewPrinter.h"
 #include "XmlScanner.h"
@@ -34,10 +35,6 @@ bool ComesBefore(OviTemplate* a, OviTemplate* b) {
     const std::string x = OviType_GetFullName(a);
     const std::string y = OviType_GetFullName(b);
     return x != y ? x < y : OviTemplate_GetVersion(a) < OviTemplate_GetVersion(b);
-}
-
-std::string Counted(std::size_t count, const char* noun) {
-    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
 }
 
 /// "FLOAT", "FLOAT, 3 elements" or "FLOAT, any number of elements".
