@@ -9,6 +9,7 @@
 #include "core/Names.h"
 #include "instances/Asset.h"
 #include "instances/AttributeInstance.h"
+#include "instances/OpenInstances.h"
 #include "manager/RetiredSchema.h"
 #include "manager/TemplateManager.h"
 #include "notify/NotificationManager.h"
@@ -40,6 +41,8 @@ Instance::~Instance() {
         auto& abandoned = Abandoned();
         abandoned.erase(std::remove(abandoned.begin(), abandoned.end(), this), abandoned.end());
     }
+    if (openPlace_ > 0)
+        OpenInstances::ForgetInstance(*this);
     DeletePropertyInstances();
     ReleaseTemplates();
     BecomeValueElement();
@@ -239,6 +242,8 @@ int Instance::RemovePropertyInstance(Property& property, bool notify) {
     const int index = Sorted().Remove(found);
     if (notify)
         Notify(kPropertyRemoved, found);
+    if (openPlace_ > 0)
+        OpenInstances::ForgetPropertyInstance(*this, found);
     found->LeaveInstance();
     delete found;
     return index;
@@ -246,6 +251,8 @@ int Instance::RemovePropertyInstance(Property& property, bool notify) {
 
 void Instance::ForgetPropertyInstance(PropertyInstance& propertyInstance) {
     Sorted().RemoveExactly(&propertyInstance);
+    if (openPlace_ > 0)
+        OpenInstances::ForgetPropertyInstance(*this, &propertyInstance);
 }
 
 bool Instance::IsPropertyInstanceValid(std::string_view fullName) const {
@@ -313,6 +320,8 @@ void Instance::StripAbandoned() {
 }
 
 void Instance::DeletePropertyInstances() {
+    if (openPlace_ > 0)
+        OpenInstances::ForgetPropertyInstance(*this, nullptr);
     const SortedObjectList<PropertyInstance> all = std::move(propertyInstances_);
     propertyInstances_.Clear();
     for (PropertyInstance* propertyInstance : all) {

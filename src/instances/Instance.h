@@ -118,6 +118,10 @@ public:
     /// Called by a property instance that is deleted by hand.
     void ForgetPropertyInstance(PropertyInstance& propertyInstance);
 
+    /// Where scene readers have the instance open, as OpenInstances counts; 0 when none has.
+    size_t GetOpenPlace() const { return openPlace_; }
+    void SetOpenPlace(size_t place) { openPlace_ = static_cast<unsigned>(place); }
+
 protected:
     /// Called around a change of the name, so that lists sorted by it stay sorted.
     virtual void LeaveSortedLists() {}
@@ -140,6 +144,7 @@ private:
     bool hasParent_ = false;
     bool freeStanding_;
     bool abandoned_ = false;
+    unsigned openPlace_ = 0;
 
     static inline int freeStandingCount_ = 0;
 };

@@ -1,6 +1,7 @@
 #include "xml/XMLInstanceListener.h"
 
 #include <memory>
+#include <utility>
 
 #include "core/IErrorListener.h"
 #include "core/Names.h"
@@ -92,72 +93,75 @@ bool XMLInstanceListener::Characters(std::string_view text) {
 
 // -- assets ---------------------------------------------------------------------------------------
 
-bool XMLInstanceListener::HoldsInstances() const {
-    return attribute_ && attribute_->HoldsInstances();
+bool XMLInstanceListener::SkipsAssets() const {
+    return !open_.IsEmpty() && (open_.Top().skipped || !open_.Top().instance);
 }
 
 bool XMLInstanceListener::StartAsset(const XMLAttributes& attributes) {
-    const char* name = attributes.Find("name");
-    if (!name)
-        return Refuse("<asset> element must have an 'name' attribute");
-    if (HoldsInstances()) {
-        StartNested(name);
-        return true;
-    }
-    const char* reference = attributes.Find("reference");
-    Asset* asset = assets_.GetAsset(name);
-    if (!asset)
-        asset = assets_.NewAsset(name);
-    if (!asset) {
-        ReportInvalidName(name);
+    if (SkipsAssets()) {
         ignoredDepth_ = 1;
         return true;
     }
-    if (reference)
+    const char* name = attributes.Find("name");
+    if (!name)
+        return Refuse("<asset> element must have an 'name' attribute");
+    const AttributeInstance* around = OpenAttribute();
+    if (around && around->HoldsInstances()) {
+        StartNested(name);
+        return true;
+    }
+    StoreValues();
+    Asset* asset = FindOrMakeAsset(name);
+    if (!asset) {
+        ignoredDepth_ = 1;
+        return true;
+    }
+    open_.Push(*asset);
+    if (const char* reference = attributes.Find("reference"))
         asset->SetReference(reference, true);
-    if (attribute_ && valueCount_ > 0)
-        SetCollectedValues();
-    open_.push_back({asset, attribute_, nestedCount_});
-    attribute_ = nullptr;
-    current_ = nullptr;
     return true;
+}
+
+/// Null when the name is invalid, or when a callback took the new asset away again.
+Asset* XMLInstanceListener::FindOrMakeAsset(const char* name) {
+    if (Asset* found = assets_.GetAsset(name))
+        return found;
+    if (assets_.NewAsset(name))
+        return assets_.GetAsset(name);
+    ReportInvalidName(name);
+    return nullptr;
 }
 
 /// Nested instances become the elements of the attribute's value one after the other; those beyond
 /// its dimension are ignored with all they contain.
 void XMLInstanceListener::StartNested(const char* name) {
     auto instance = std::make_unique<Instance>(name, Instance::kInsideValue);
-    Instance* nested = instance.get();
-    if (!attribute_->SetNestedInstance(instance, nestedCount_)) {
-        ignoredDepth_ = 1;
+    AttributeInstance* attribute = OpenAttribute();
+    const int index = open_.Top().nestedCount++;
+    open_.Push(*instance);
+    if (attribute->SetNestedInstance(instance, index))
         return;
-    }
-    open_.push_back({nested, attribute_, nestedCount_ + 1});
-    attribute_ = nullptr;
-    current_ = nullptr;
+    open_.Pop();
+    ignoredDepth_ = 1;
 }
 
 void XMLInstanceListener::EndAsset() {
-    if (open_.empty())
+    if (open_.IsEmpty())
         return;
     EndProperty(); // one whose end tag is missing
-    attribute_ = open_.back().holder;
-    current_ = attribute_;
-    nestedCount_ = open_.back().indexInHolder;
-    open_.pop_back();
+    open_.Pop();
 }
 
 bool XMLInstanceListener::StartAssetRef(const XMLAttributes& attributes) {
     const char* name = attributes.Find("name");
     if (!name)
         return Refuse("<assetRef> element must have an 'name' attribute");
-    if (!assets_.GetAsset(name) && !assets_.NewAsset(name))
-        ReportInvalidName(name);
+    FindOrMakeAsset(name);
     return true;
 }
 
 bool XMLInstanceListener::StartImplements(const XMLAttributes& attributes) {
-    if (open_.empty()) {
+    if (open_.IsEmpty()) {
         Error("<implements> must occur inside a <asset> element");
         return true;
     }
@@ -165,9 +169,10 @@ bool XMLInstanceListener::StartImplements(const XMLAttributes& attributes) {
     if (!name)
         return Refuse("<implements> element must have an 'template' attribute");
     Template* implemented = FindTemplate(name, attributes.Find("version"));
-    if (!implemented)
+    Instance* instance = open_.Top().instance;
+    if (!implemented || !instance)
         return true;
-    open_.back().instance->AddTemplate(implemented, false);
+    instance->AddTemplate(implemented, false);
     if (implemented->GetVersion() < implemented->GetLatestVersion())
         parser_.Report(kWarning, "Using version " + std::to_string(implemented->GetVersion()) +
                                      " of template " + Quoted(name) + " while there is a version " +
@@ -191,11 +196,19 @@ Template* XMLInstanceListener::FindTemplate(const char* name, const char* versio
 
 // -- property instances ---------------------------------------------------------------------------
 
+PropertyInstance* XMLInstanceListener::OpenPropertyInstance() const {
+    return open_.IsEmpty() ? nullptr : open_.Top().property;
+}
+
+AttributeInstance* XMLInstanceListener::OpenAttribute() const {
+    return open_.IsEmpty() ? nullptr : open_.Top().attribute;
+}
+
 PropertyInstance* XMLInstanceListener::FindPropertyInstance(const char* element,
                                                             const XMLAttributes& attributes) {
     const auto composed = [element](const char* text) { return std::string("<") + element + text; };
     const char* property = attributes.Find("property");
-    if (open_.empty()) {
+    if (open_.IsEmpty()) {
         Error(composed("> must occur inside a <asset> element"));
         return nullptr;
     }
@@ -203,70 +216,82 @@ PropertyInstance* XMLInstanceListener::FindPropertyInstance(const char* element,
         Error(composed("> element must have an 'property' attribute"));
         return nullptr;
     }
-    PropertyInstance* found = open_.back().instance->GetPropertyInstance(property, true);
-    if (!found)
+    Instance* instance = open_.Top().instance;
+    PropertyInstance* found = instance ? instance->GetPropertyInstance(property, true) : nullptr;
+    if (!found && instance)
         Error("Unknown property: " + Quoted(property));
     return found;
 }
 
-/// Makes the property instance that an element names the current one; null when there is none.
+/// Makes the property instance that an element names the open one; null when there is none.
 PropertyInstance* XMLInstanceListener::OpenProperty(const char* element,
                                                     const XMLAttributes& attributes) {
+    EndProperty(); // of an attribute that this one stands in
     PropertyInstance* found = FindPropertyInstance(element, attributes);
     if (!found)
         return nullptr;
-    EndProperty(); // of an attribute that this one stands in
-    current_ = found;
-    nestedCount_ = 0;
+    open_.Top().property = found;
+    open_.Top().nestedCount = 0;
     return found;
 }
 
 bool XMLInstanceListener::StartAttribute(const XMLAttributes& attributes) {
     PropertyInstance* found = OpenProperty("attribute", attributes);
-    if (!found)
-        return true;
-    attribute_ = ObjectCast<AttributeInstance>(found);
-    if (!attribute_) {
+    auto* attribute = ObjectCast<AttributeInstance>(found);
+    if (found && !attribute)
         Error("Property is not an attribute property: " + Quoted(attributes.Find("property")));
+    if (!attribute) {
+        SkipAttribute();
         return true;
     }
+    open_.Top().attribute = attribute;
     const char* value = attributes.Find("value");
-    if (value && !attribute_->HoldsInstances())
-        attribute_->SetValueFromTexts(&value, 1);
-    SetBindingAndLocks(*attribute_, attributes);
+    if (value && !attribute->HoldsInstances())
+        attribute->SetValueFromTexts(&value, 1);
+    SetBindingAndLocks(attributes);
     return true;
 }
 
+/// The assets in it would be elements of its value: they must not become assets of the scene, where
+/// they could meet others of their names.
+void XMLInstanceListener::SkipAttribute() {
+    if (!open_.IsEmpty())
+        open_.Top().skipped = true;
+}
+
 /// What the element does not fit is left alone: only attributes, nodes and anchors have bindings.
-void XMLInstanceListener::SetBindingAndLocks(PropertyInstance& propertyInstance,
-                                             const XMLAttributes& attributes) {
+void XMLInstanceListener::SetBindingAndLocks(const XMLAttributes& attributes) {
     const char* binding = attributes.Find("binding");
-    auto* attribute = ObjectCast<AttributeInstance>(&propertyInstance);
+    auto* attribute = ObjectCast<AttributeInstance>(OpenPropertyInstance());
     if (binding && attribute)
         attribute->SetBinding(binding);
-    SetLocks(propertyInstance, attributes);
+    const char* bindingLock = attributes.Find("lockBinding");
+    if (bindingLock && OpenPropertyInstance())
+        OpenPropertyInstance()->SetBindingLocked(ReadFlag(bindingLock));
+    const char* valueLock = attributes.Find("lockValue");
+    if (valueLock && OpenPropertyInstance())
+        OpenPropertyInstance()->SetValueLocked(ReadFlag(valueLock));
 }
 
 bool XMLInstanceListener::StartNode(const XMLAttributes& attributes) {
-    if (PropertyInstance* found = OpenProperty("node", attributes))
-        SetBindingAndLocks(*found, attributes);
+    if (OpenProperty("node", attributes))
+        SetBindingAndLocks(attributes);
     return true;
 }
 
 bool XMLInstanceListener::StartAnchor(const XMLAttributes& attributes) {
-    PropertyInstance* found = OpenProperty("anchor", attributes);
-    if (!found)
+    if (!OpenProperty("anchor", attributes))
         return true;
-    SetBindingAndLocks(*found, attributes);
+    SetBindingAndLocks(attributes);
     const char* attached = attributes.Find("attachedAnchor");
-    auto* anchor = ObjectCast<AnchorInstance>(found);
+    auto* anchor = ObjectCast<AnchorInstance>(OpenPropertyInstance());
     if (attached && anchor)
         anchor->SetAttachedAnchor(attached);
     return true;
 }
 
 bool XMLInstanceListener::StartGeometry(const XMLAttributes& attributes) {
-    if (!open_.empty() && current_) {
+    if (OpenPropertyInstance()) {
         Error("Unexpected nested <geometry> element");
         return true;
     }
@@ -275,7 +300,7 @@ bool XMLInstanceListener::StartGeometry(const XMLAttributes& attributes) {
 }
 
 bool XMLInstanceListener::StartAlternate(const XMLAttributes& attributes) {
-    auto* geometry = ObjectCast<GeometryInstance>(current_);
+    auto* geometry = ObjectCast<GeometryInstance>(OpenPropertyInstance());
     const char* lod = attributes.Find("lod");
     const char* binding = attributes.Find("binding");
     if (!geometry) {
@@ -303,27 +328,19 @@ bool XMLInstanceListener::StartAlternate(const XMLAttributes& attributes) {
     return true;
 }
 
-void XMLInstanceListener::SetLocks(PropertyInstance& propertyInstance,
-                                   const XMLAttributes& attributes) {
-    if (const char* locked = attributes.Find("lockBinding"))
-        propertyInstance.SetBindingLocked(ReadFlag(locked));
-    if (const char* locked = attributes.Find("lockValue"))
-        propertyInstance.SetValueLocked(ReadFlag(locked));
-}
-
 void XMLInstanceListener::EndProperty() {
-    if (attribute_ && valueCount_ > 0)
-        SetCollectedValues();
-    attribute_ = nullptr;
-    current_ = nullptr;
-    valueOpen_ = false;
-    valueCount_ = 0;
+    StoreValues();
+    if (open_.IsEmpty())
+        return;
+    open_.Top().property = nullptr;
+    open_.Top().attribute = nullptr;
+    open_.Top().skipped = false;
 }
 
 // -- values of several elements -------------------------------------------------------------------
 
 bool XMLInstanceListener::StartValue(const XMLAttributes&) {
-    valueOpen_ = attribute_ && !attribute_->HoldsInstances();
+    valueOpen_ = OpenAttribute() && !OpenAttribute()->HoldsInstances();
     if (!valueOpen_)
         return true;
     if (valueCount_ == values_.size())
@@ -336,12 +353,17 @@ void XMLInstanceListener::EndValue() {
     valueOpen_ = false;
 }
 
-void XMLInstanceListener::SetCollectedValues() {
+/// Gives the open attribute the elements collected for it, if there are any.
+void XMLInstanceListener::StoreValues() {
+    valueOpen_ = false;
+    const size_t count = std::exchange(valueCount_, 0);
+    if (count == 0 || !OpenAttribute())
+        return;
     std::vector<const char*> texts;
-    texts.reserve(valueCount_);
-    for (size_t i = 0; i < valueCount_; ++i)
+    texts.reserve(count);
+    for (size_t i = 0; i < count; ++i)
         texts.push_back(values_[i].c_str());
-    attribute_->SetValueFromTexts(texts.data(), static_cast<int>(texts.size()));
+    OpenAttribute()->SetValueFromTexts(texts.data(), static_cast<int>(texts.size()));
 }
 
 } // namespace Kor

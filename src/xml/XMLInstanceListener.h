@@ -4,13 +4,14 @@
 #include <string_view>
 #include <vector>
 
+#include "instances/OpenInstances.h"
 #include "xml/IXMLListener.h"
 
 namespace Kor {
 
 class AssetManager;
+class Asset;
 class AttributeInstance;
-class Instance;
 class PropertyInstance;
 class Template;
 class TemplateManager;
@@ -36,13 +37,6 @@ private:
     };
     static const Element* FindElement(std::string_view name);
 
-    /// An open instance, and the attribute around it that it is nested in, if any.
-    struct OpenInstance {
-        Instance* instance;
-        AttributeInstance* holder;
-        int indexInHolder;
-    };
-
     // -- elements; false ends the reading -------------------------------------------------------
     bool StartAsset(const XMLAttributes& attributes);
     bool StartAssetRef(const XMLAttributes& attributes);
@@ -59,14 +53,17 @@ private:
     void EndNothing() {}
 
     // -- parts of them --------------------------------------------------------------------------
+    Asset* FindOrMakeAsset(const char* name);
     void StartNested(const char* name);
-    bool HoldsInstances() const;
+    bool SkipsAssets() const;
+    PropertyInstance* OpenPropertyInstance() const;
+    AttributeInstance* OpenAttribute() const;
     Template* FindTemplate(const char* name, const char* version);
     PropertyInstance* FindPropertyInstance(const char* element, const XMLAttributes& attributes);
     PropertyInstance* OpenProperty(const char* element, const XMLAttributes& attributes);
-    void SetBindingAndLocks(PropertyInstance& propertyInstance, const XMLAttributes& attributes);
-    void SetLocks(PropertyInstance& propertyInstance, const XMLAttributes& attributes);
-    void SetCollectedValues();
+    void SkipAttribute();
+    void SetBindingAndLocks(const XMLAttributes& attributes);
+    void StoreValues();
 
     void Error(const std::string& message);
     void ReportInvalidName(const char* name);
@@ -77,11 +74,8 @@ private:
     XMLParser& parser_;
     AssetManager& assets_;
     TemplateManager& templates_;
-    std::vector<OpenInstance> open_;
-    PropertyInstance* current_ = nullptr;    // whose element is open
-    AttributeInstance* attribute_ = nullptr; // the same, while that is an attribute element
-    int nestedCount_ = 0;                    // instances met so far in it
-    int ignoredDepth_ = 0;                   // elements inside and with an ignored nested asset
+    OpenInstances open_;   // host callbacks may delete any of it whenever something is set
+    int ignoredDepth_ = 0; // elements inside and with an ignored asset
     bool valueOpen_ = false;
     size_t valueCount_ = 0;
     std::vector<std::string> values_; // kept to be used again; the first valueCount_ are those met

@@ -202,4 +202,90 @@ TEST_F(SceneFormatReading, BindsAndLocksAttributesOfNestedInstances) {
     EXPECT_TRUE(OviPropertyInstance_IsValueLocked(PropertyOf(nested, "N.n")));
 }
 
+// -- what goes away while it is read ----------------------------------------------------------
+
+TEST_F(SceneFormatReading, AFileMayReplaceTheValueItIsIn) {
+    Schema("<template name='I'><attribute name='y' type='STRING'/></template>"
+           "<template name='X'><attribute name='child' type='I'/></template>",
+           "replaced");
+    EXPECT_TRUE(Load("<asset name='A'><implements template='X'/><attribute property='X.child'>"
+                     "<asset name='B'><implements template='I'/><attribute property='I.y'>"
+                     "<asset name='A'><attribute property='X.child'><asset name='C'/></attribute>"
+                     "</asset><value>5</value><asset name='D'/></attribute></asset></attribute>"
+                     "</asset>"));
+    EXPECT_EQ(Errors(), Lines{});
+    EXPECT_STREQ(OviNamedObject_GetName(NestedIn(OviAssetManager_GetAsset("A"), "X.child")), "C");
+    EXPECT_EQ(OviAssetManager_GetAsset("D"), nullptr) << "its attribute is gone";
+}
+
+TEST_F(SceneFormatReading, AHostMayDeleteWhatIsOpen) {
+    const Reaction clear([](OviObject*, int event, void*) {
+        if (event == OVI_EVENT_ASSET_ADDED && OviAssetManager_GetAsset("last"))
+            OviAssetManager_NewScene();
+    });
+    EXPECT_TRUE(Load("<asset name='x'><implements template='T'/><attribute property='T.v'>"
+                     "<value>1</value><asset name='y'><implements template='T'/>"
+                     "<attribute property='T.n'><asset name='p'><implements template='N'/>"
+                     "<attribute property='N.n'><asset name='last'><implements template='T'/>"
+                     "<attribute property='T.a' value='1'/></asset><value>2</value></attribute>"
+                     "<attribute property='N.n' value='3'/></asset><asset name='q'/></attribute>"
+                     "<implements template='T'/><node property='T.a' binding='b'/></asset>"
+                     "<value>2</value></attribute><geometry property='T.a'><alternate lod='a' "
+                     "binding='b'/></geometry></asset><asset name='z'/>"));
+    EXPECT_EQ(OviAssetManager_GetAssetCount(), 1);
+    EXPECT_NE(OviAssetManager_GetAsset("z"), nullptr);
+}
+
+TEST_F(SceneFormatReading, AHostMayLoadASceneWhileAnotherIsRead) {
+    const auto inner = WriteFile(
+        "inner.asset", kHeader + std::string("<assets><asset name='x'><attribute "
+                                             "property='T.v'><value>8</value></attribute>"
+                                             "<attribute property='T.a'><asset name='in'>"));
+    const Reaction load([&](OviObject*, int event, void*) {
+        if (event == OVI_EVENT_ASSET_ADDED && OviAssetManager_GetAsset("y"))
+            OviAssetManager_LoadScene(inner.c_str());
+    });
+    EXPECT_TRUE(Load("<asset name='x'><implements template='T'/><attribute property='T.v'>"
+                     "<asset name='y'/><value>1</value><value>2</value></attribute>"
+                     "<attribute property='T.a' value='3'/></asset>"));
+    EXPECT_EQ(Numbers(OviAssetManager_GetAsset("x"), "T.v"), (Ints{1, 2, 0}));
+    EXPECT_EQ(Numbers(OviAssetManager_GetAsset("x"), "T.a"), Ints{3});
+    EXPECT_NE(OviAssetManager_GetAsset("in"), nullptr);
+}
+
+// -- attributes that are skipped --------------------------------------------------------------
+
+TEST_F(SceneFormatReading, AssetsInASkippedAttributeAreSkippedWithAllTheyContain) {
+    for (const char* skipped : {"property='T.gone'", "", "property='Mesh.shape'"}) {
+        OviAssetManager_NewScene();
+        Load(std::string("<asset name='w'><implements template='N'/><attribute property='N.n' "
+                         "value='1'/></asset><asset name='x'><attribute ") +
+             skipped +
+             "><asset name='w'><attribute property='N.n' value='2'><asset name='z'/></attribute>"
+             "</asset><asset name='y'/></attribute></asset>");
+        EXPECT_EQ(Numbers(OviAssetManager_GetAsset("w"), "N.n"), Ints{1}) << skipped;
+        EXPECT_EQ(OviAssetManager_GetAssetCount(), 2) << skipped;
+    }
+}
+
+TEST_F(SceneFormatReading, ASkippedAttributeEndsWithItsElement) {
+    EXPECT_TRUE(Load("<asset name='x'><implements template='T'/><attribute property='T.gone'>"
+                     "<asset name='w'/></attribute><attribute property='T.n'><asset name='p'/>"
+                     "</attribute><asset name='y'/><attribute property='T.gone'/></asset>"
+                     "<asset name='z'/>"));
+    EXPECT_STREQ(OviNamedObject_GetName(NestedIn(OviAssetManager_GetAsset("x"), "T.n")), "p");
+    EXPECT_NE(OviAssetManager_GetAsset("y"), nullptr);
+    EXPECT_NE(OviAssetManager_GetAsset("z"), nullptr);
+    EXPECT_EQ(OviAssetManager_GetAsset("w"), nullptr);
+}
+
+TEST_F(SceneFormatReading, ASkippedAttributeTakesNothingForTheOneThatItStandsIn) {
+    EXPECT_TRUE(Load("<asset name='x'><implements template='T'/><attribute property='T.m'>"
+                     "<asset name='p'/></atribute><attribute property='T.gone'><asset name='w'/>"
+                     "</attribute></asset>"));
+    OviAsset* asset = OviAssetManager_GetAsset("x");
+    EXPECT_STREQ(OviNamedObject_GetName(NestedIn(asset, "T.m", 0)), "p");
+    EXPECT_EQ(NestedIn(asset, "T.m", 1), nullptr);
+}
+
 } // namespace
