@@ -42,8 +42,12 @@ Type* AttributeInstance::GetType() const {
     return GetAttributeProperty().GetType();
 }
 
+bool AttributeInstance::TakesInstances() const {
+    return IsTemplateValue(GetType());
+}
+
 bool AttributeInstance::HoldsInstances() const {
-    return IsTemplateValue(value_ ? valueType_.Get() : GetType());
+    return value_ ? IsTemplateValue(valueType_.Get()) : TakesInstances();
 }
 
 Instance* AttributeInstance::GetNestedInstance(int index) const {

@@ -48,8 +48,12 @@ public:
     /// holds no instances or the dimension forbids that many.
     bool SetNestedInstance(std::unique_ptr<Instance>& instance, int index);
 
-    /// The property's type, and whether the value block (without one: the type) is a template's.
+    /// The property's type, and whether it is a template: values to come are then instances.
     Type* GetType() const;
+    bool TakesInstances() const;
+
+    /// Whether the value block is a template's, which made it before the property was given another
+    /// type perhaps; without a block as TakesInstances.
     bool HoldsInstances() const;
     Instance* GetNestedInstance(int index) const;
 

@@ -106,7 +106,7 @@ bool XMLInstanceListener::StartAsset(const XMLAttributes& attributes) {
     if (!name)
         return Refuse("<asset> element must have an 'name' attribute");
     const AttributeInstance* around = OpenAttribute();
-    if (around && around->HoldsInstances()) {
+    if (around && around->TakesInstances()) {
         StartNested(name);
         return true;
     }
@@ -246,7 +246,7 @@ bool XMLInstanceListener::StartAttribute(const XMLAttributes& attributes) {
     }
     open_.Top().attribute = attribute;
     const char* value = attributes.Find("value");
-    if (value && !attribute->HoldsInstances())
+    if (value && !attribute->TakesInstances())
         attribute->SetValueFromTexts(&value, 1);
     SetBindingAndLocks(attributes);
     return true;
@@ -340,7 +340,7 @@ void XMLInstanceListener::EndProperty() {
 // -- values of several elements -------------------------------------------------------------------
 
 bool XMLInstanceListener::StartValue(const XMLAttributes&) {
-    valueOpen_ = OpenAttribute() && !OpenAttribute()->HoldsInstances();
+    valueOpen_ = OpenAttribute() && !OpenAttribute()->TakesInstances();
     if (!valueOpen_)
         return true;
     if (valueCount_ == values_.size())

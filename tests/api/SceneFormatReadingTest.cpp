@@ -288,4 +288,19 @@ TEST_F(SceneFormatReading, ASkippedAttributeTakesNothingForTheOneThatItStandsIn)
     EXPECT_EQ(NestedIn(asset, "T.m", 1), nullptr);
 }
 
+// -- types that changed -----------------------------------------------------------------------
+
+TEST_F(SceneFormatReading, ThePresentTypeDecidesHowAValueIsRead) {
+    OviAsset* asset = LoadAsset("<attribute property='T.n'><asset name='p'/></attribute>");
+    auto* property = static_cast<OviAttributeProperty*>(
+        OviPropertyInstance_GetProperty(PropertyOf(asset, "T.n")));
+    OviAttributeProperty_SetType(property, OviTemplateManager_GetType("INT32"));
+    LoadAsset("<attribute property='T.n' value='5'/>");
+    EXPECT_EQ(Numbers(asset, "T.n"), Ints{5});
+    OviAttributeProperty_SetType(property, TemplateOf("N"));
+    LoadAsset("<attribute property='T.n' value='6'><asset name='q'/></attribute>");
+    EXPECT_STREQ(OviNamedObject_GetName(NestedIn(asset, "T.n")), "q");
+    EXPECT_EQ(OviAssetManager_GetAssetCount(), 1);
+}
+
 } // namespace
