@@ -1,6 +1,7 @@
 // Nodes, anchors, geometry and alternates in template files.
 
 #include "api/Schema.h"
+#include "api/SchemaDump.h"
 
 namespace {
 
@@ -21,22 +22,25 @@ protected:
 
     /// What stands inside the templates element of the saved file.
     std::string Saved() {
-        const std::string output = PathOf("out.template");
+        const std::string output = PathOf("out/F.template");
         EXPECT_TRUE(OviTemplateManager_SaveTemplateFile(path_.c_str(), output.c_str()));
         const std::string text = ReadFile(output);
         const size_t start = text.find("<templates>") + 12;
         return text.substr(start, text.rfind("</templates>") - start);
     }
 
-    /// Expects that the saved file says the same when it is loaded into an empty registry.
+    /// Expects that the saved file, loaded into an empty registry, gives the same model, and the
+    /// same bytes when it is saved again.
     void ExpectSameAgain() {
+        const std::string model = SchemaDump::Of(Directory() + "/");
         const std::string saved = Saved();
         Ovi_Terminate();
         Ovi_Initialize();
         OviErrorManager_Clear();
-        path_ = PathOf("out.template");
+        path_ = PathOf("out/F.template");
         EXPECT_TRUE(OviTemplateManager_LoadTemplateFile(path_.c_str()));
         EXPECT_EQ(Errors(), Names{});
+        EXPECT_EQ(SchemaDump::Of(Directory() + "/out/"), model) << saved;
         const std::string again = PathOf("again.template");
         EXPECT_TRUE(OviTemplateManager_SaveTemplateFile(path_.c_str(), again.c_str()));
         EXPECT_EQ(ReadFile(again), ReadFile(path_)) << saved;

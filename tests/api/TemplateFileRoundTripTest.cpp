@@ -1,6 +1,11 @@
 // A saved file, loaded into an empty registry, gives the same model.
 
+#include <algorithm>
+#include <iterator>
+#include <map>
 #include <random>
+#include <set>
+#include <utility>
 
 #include "api/TemplateFileHost.h"
 
@@ -160,14 +165,17 @@ TEST_F(TemplateFileRoundTrip, KeepsTheCommentOfADefaultAsset) {
 
 // -- random files -----------------------------------------------------------------------------
 
-/// Writes files with several templates, each in several elements with attributes, parents and
-/// texts of three versions in any order.
+/// Writes files with several templates, each in several elements with properties of every kind,
+/// parents and texts of three versions in any order, and views behind them.
 class RandomFile {
 public:
     explicit RandomFile(unsigned seed) : random_(seed) {}
 
     std::string Write() {
-        text_ = "<type name='V' type='FLOAT' dim='3'/>\n";
+        text_ = "<type name='V' type='FLOAT' dim='3'/>\n<lod name='High' type='collision'>"
+                "<shape type='cube'/></lod>\n";
+        Comment();
+        text_ += "<lod name='Low'/>\n";
         Comment();
         text_ += "<enum name='E' type='INT32'>";
         Comment();
@@ -176,6 +184,8 @@ public:
             for (int elements = 1 + Below(3); elements > 0; --elements)
                 WriteTemplate();
         }
+        for (int views = Below(5); views > 0; --views)
+            WriteView();
         return text_;
     }
 
@@ -198,32 +208,112 @@ private:
             Comment();
             if (template_ > 0 && OneIn(4))
                 text_ += "<extends template='T" + Digit(template_) + "' templateVersion='1' " +
-                         "version='" + Digit(3, 1) + "'/>\n";
-            else
+                         "version='" + Version() + "'/>\n";
+            else if (OneIn(2))
                 WriteAttribute();
+            else
+                WriteOther();
         }
         text_ += "</template>\n";
     }
 
-    // Names differ from template to template: a name in a parent would hide older ones of it, and
-    // whether it does depends on when the parent got it, which an ordered file cannot say.
     void WriteAttribute() {
         const bool reference = OneIn(4);
         const std::string type = reference || (template_ > 0 && OneIn(5))
                                      ? "T" + Digit(reference ? template_ + 1 : template_)
                                      : kTypes[static_cast<size_t>(Below(7))];
-        text_ += "<attribute name='" + std::string(1, static_cast<char>('a' + Below(4))) +
-                 std::to_string(template_) + "' type='" + type + "' version='" + Digit(3, 1) + "'" +
-                 (reference ? " reference='true'" : "");
+        text_ +=
+            "<attribute" + Name() + " type='" + type + "'" + (reference ? " reference='true'" : "");
         if (OneIn(3))
             text_ += " default='" + Digit(4) + "'" + (OneIn(2) ? " min='0' max='9'" : "");
         text_ += OneIn(5) ? " autoBind='x'>" : ">";
+        Label();
+        Comment();
+        Command();
+        text_ += "</attribute>\n";
+    }
+
+    /// A node, an anchor or a geometry.
+    void WriteOther() {
+        const std::string kind = std::vector<std::string>{"node", "anchor", "geometry"}.at(
+            static_cast<size_t>(Below(3)));
+        text_ += "<" + kind + Name();
+        if (kind == "anchor" && OneIn(2))
+            text_ += " child='true'";
+        if (kind != "geometry" && OneIn(2))
+            text_ += " ancestor='T" + Digit(4) + "' distance='" + Digit(3) + "'";
+        text_ += ">";
+        Label();
+        for (const char* level : {"Low", "High"}) {
+            if (kind != "geometry" || OneIn(2))
+                continue;
+            Comment();
+            text_ += "<alternate lod='" + std::string(level) + "' version='" + Digit(3, 1) + "'/>";
+        }
+        Command();
+        text_ += "</" + kind + ">\n";
+    }
+
+    /// Views stand behind all properties: one that is defined anew later would be another one when
+    /// the views are read from the saved file.
+    void WriteView() {
+        const int owner = Below(4);
+        const std::set<int> versions = versions_[owner];
+        const int version = *std::next(versions.begin(), Below(static_cast<int>(versions.size())));
+        Comment();
+        text_ += "<view name='v" + Digit(3) + "' template='T" + std::to_string(owner) +
+                 "' version='" + std::to_string(version) + "'>";
+        WriteItems(owner, version, 3);
+        text_ += "</view>\n";
+    }
+
+    void WriteItems(int owner, int version, int depth) {
+        Label();
+        for (int items = Below(4); items > 0; --items) {
+            Comment();
+            const int name = Below(4);
+            if (depth > 0 && OneIn(2)) {
+                text_ += "<group name='g" + Digit(9) + "'>";
+                WriteItems(owner, version, depth - 1);
+                text_ += "</group>";
+            } else if (introduced_.count({owner, name}) > 0 &&
+                       introduced_[{owner, name}] <= version) {
+                text_ += "<property name='" + NameOf(name, owner) + "'>";
+                Label();
+                text_ += "</property>";
+            }
+        }
+    }
+
+    void Label() {
         if (OneIn(5))
             text_ += "<label language='de'>" + Digit(9) + "</label>";
-        Comment();
+    }
+
+    void Command() {
         if (OneIn(5))
             text_ += "<command execute='c" + Digit(3) + "' notification='BindingChanged'/>";
-        text_ += "</attribute>\n";
+    }
+
+    // Names differ from template to template: a name in a parent would hide older ones of it, and
+    // whether it does depends on when the parent got it, which an ordered file cannot say.
+    std::string Name() {
+        const int name = Below(4);
+        const std::string version = Version();
+        int& first = introduced_.emplace(std::pair(template_, name), 3).first->second;
+        first = std::min(first, std::stoi(version));
+        return " name='" + NameOf(name, template_) + "' version='" + version + "'";
+    }
+
+    static std::string NameOf(int name, int owner) {
+        return static_cast<char>('a' + name) + std::to_string(owner);
+    }
+
+    /// A version of the open template, which then exists.
+    std::string Version() {
+        const std::string version = Digit(3, 1);
+        versions_[template_].insert(std::stoi(version));
+        return version;
     }
 
     static inline const std::vector<std::string> kTypes = {"FLOAT", "INT32", "STRING", "BOOL",
@@ -231,6 +321,8 @@ private:
     std::mt19937 random_;
     std::string text_;
     int template_ = 0;
+    std::map<int, std::set<int>> versions_{{0, {1}}, {1, {1}}, {2, {1}}, {3, {1}}};
+    std::map<std::pair<int, int>, int> introduced_; // the lowest version of each name
 };
 
 TEST_F(TemplateFileRoundTrip, KeepsRandomHistoriesOfVersions) {
