@@ -3,6 +3,7 @@
 #include "api/Barrier.h"
 #include "core/NamedObject.h"
 #include "core/Names.h"
+#include "schema/AnchorTypeList.h"
 
 using namespace Kor;
 using namespace Kor::Api;
@@ -33,8 +34,11 @@ const char* OviNamedObject_GetName(OviNamedObject* object) {
 }
 
 bool OviNamedObject_SetName(OviNamedObject* object, const char* name) {
-    return With<NamedObject>(object, false,
-                             [name](NamedObject& named) { return named.SetName(Text(name)); });
+    return With<NamedObject>(object, false, [name](NamedObject& named) {
+        const bool renamed = named.SetName(Text(name));
+        AnchorTypeList::FollowName(&named);
+        return renamed;
+    });
 }
 
 bool OviNamedObject_IsValidName(const char* name) {

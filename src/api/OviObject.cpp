@@ -4,6 +4,7 @@
 #include "core/ErrorItem.h"
 #include "core/Lockable.h"
 #include "manager/TemplateManager.h"
+#include "schema/AnchorTypeList.h"
 #include "schema/Property.h"
 #include "schema/ViewItem.h"
 
@@ -19,6 +20,8 @@ void TakeFromOwner(Object* object) {
         TemplateManager::Get()->RemoveType(type);
     if (auto* item = ObjectCast<EnumerationItem>(object); item && item->GetEnumeration())
         item->GetEnumeration()->RemoveItem(item);
+    if (auto* named = ObjectCast<NamedObject>(object))
+        AnchorTypeList::Forget(named);
 }
 
 /// Whether a type has users, with the last of which it then goes. Templates let go of theirs.

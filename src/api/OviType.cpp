@@ -4,6 +4,7 @@
 
 #include "api/Barrier.h"
 #include "api/XMLText.h"
+#include "schema/AnchorTypeList.h"
 #include "types/Type.h"
 
 using namespace Kor;
@@ -93,7 +94,10 @@ const char* OviType_GetPackageName(OviType* type) {
 }
 
 void OviType_SetPackageName(OviType* type, const char* package) {
-    With<Type>(type, [package](Type& self) { self.SetPackageName(Text(package)); });
+    With<Type>(type, [package](Type& self) {
+        self.SetPackageName(Text(package));
+        AnchorTypeList::FollowName(&self);
+    });
 }
 
 void OviType_SetSearchPath(OviType* type, const char* path) {

@@ -11,6 +11,7 @@
 #include "core/Singleton.h"
 #include "core/SortedObjectList.h"
 #include "core/SortedStringList.h"
+#include "schema/AnchorTypeList.h"
 #include "schema/LOD.h"
 #include "schema/Template.h"
 #include "types/Enumeration.h"
@@ -102,7 +103,7 @@ public:
     virtual NamedObject* GetAnchorType(std::string_view name) const {
         return anchorTypes_.Get(name);
     }
-    virtual int AddAnchorType(NamedObject* type) { return anchorTypes_.Insert(type); }
+    virtual int AddAnchorType(NamedObject* type) { return anchorTypes_.Add(type); }
     virtual int RemoveAnchorType(NamedObject* type) { return anchorTypes_.Remove(type); }
 
     // -- template files -------------------------------------------------------------------------
@@ -191,7 +192,7 @@ private:
     ObjectRegistry<Enumeration> enumerations_;
     ObjectRegistry<Type> types_;
     SortedObjectList<LOD> lods_;
-    SortedObjectList<NamedObject> anchorTypes_;
+    AnchorTypeList anchorTypes_;
     Template* root_ = nullptr;
     SortedStringList packages_;
     SortedStringList loadedFiles_;

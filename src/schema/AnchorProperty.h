@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/SortedObjectList.h"
+#include "schema/AnchorTypeList.h"
 #include "schema/NodeProperty.h"
 
 namespace Kor {
@@ -27,7 +27,7 @@ public:
     void SetChild(bool child) { child_ = child; }
 
     /// The index, or the complement of the index where an anchor type of that key was overwritten.
-    int AddAnchorType(NamedObject* type) { return anchorTypes_.Insert(type); }
+    int AddAnchorType(NamedObject* type) { return anchorTypes_.Add(type); }
     int RemoveAnchorType(NamedObject* type) { return anchorTypes_.Remove(type); }
     int GetAnchorTypeCount() const { return anchorTypes_.GetCount(); }
     NamedObject* GetAnchorTypeAt(int index) const { return anchorTypes_.GetAt(index); }
@@ -39,7 +39,7 @@ protected:
 
 private:
     bool child_ = false;
-    SortedObjectList<NamedObject> anchorTypes_;
+    AnchorTypeList anchorTypes_;
 };
 
 } // namespace Kor

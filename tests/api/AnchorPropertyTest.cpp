@@ -84,6 +84,25 @@ TEST_F(AnchorPropertyTest, FindsTypesByExactlyTheirName) {
         EXPECT_EQ(OviAnchorProperty_GetAnchorType(anchor, name), nullptr);
 }
 
+TEST_F(AnchorPropertyTest, FollowsTheNamesOfItsTypesAndForgetsThoseDeleted) {
+    for (OviNamedObject* type : types)
+        OviAnchorProperty_AddAnchorType(anchor, type);
+    EXPECT_TRUE(OviNamedObject_SetName(types[0], "Zip"));
+    EXPECT_EQ(AnchorTypes(anchor), (Names{"Hook", "Rope", "Zip"}));
+    EXPECT_EQ(OviAnchorProperty_GetAnchorType(anchor, "Zip"), types[0]);
+    EXPECT_EQ(OviAnchorProperty_GetAnchorType(anchor, "Hook"), types[1]);
+    OviAnchorProperty* other = OviAnchorProperty_New("other", 1);
+    OviAnchorProperty_AddAnchorType(other, types[2]);
+    OviObject_Delete(types.back());
+    types.pop_back();
+    EXPECT_EQ(AnchorTypes(anchor), (Names{"Hook", "Zip"}));
+    EXPECT_EQ(AnchorTypes(other), Names{});
+    OviAnchorProperty_AddAnchorType(other, types[1]);
+    OviObject_Delete(other);
+    EXPECT_TRUE(OviNamedObject_SetName(types[1], "Claw"));
+    EXPECT_EQ(AnchorTypes(anchor), (Names{"Claw", "Zip"}));
+}
+
 TEST_F(AnchorPropertyTest, ACopyKeepsTheSenseAndDropsTheTypes) {
     OviAnchorProperty_SetChild(anchor, true);
     OviNodeProperty_SetAncestor(anchor, "root");

@@ -246,6 +246,36 @@ TEST_F(RegistriesTest, AnyNamedObjectServesAsAnAnchorTypeAndStaysTheCallers) {
         OviObject_Delete(object);
 }
 
+TEST_F(RegistriesTest, ARenamedAnchorTypeIsMovedToItsPlace) {
+    OviInstance* types[3] = {};
+    for (int i = 0; i < 3; ++i) {
+        types[i] = OviInstance_New(std::string(1, "AMZ"[i]).c_str());
+        OviTemplateManager_AddAnchorType(types[i]);
+    }
+    EXPECT_TRUE(OviNamedObject_SetName(types[0], "Z2"));
+    EXPECT_FALSE(OviNamedObject_SetName(types[1], "no name"));
+    const char* kNames[] = {"Z2", "M", "Z"};
+    for (int i = 0; i < 3; ++i)
+        EXPECT_EQ(OviTemplateManager_GetAnchorType(kNames[i]), types[i]);
+    EXPECT_EQ(OviTemplateManager_GetAnchorType("A"), nullptr);
+    EXPECT_EQ(OviTemplateManager_RemoveAnchorType(types[0]), 2);
+    EXPECT_TRUE(OviNamedObject_SetName(types[0], "B"));
+    EXPECT_EQ(OviTemplateManager_GetAnchorTypeCount(), 2);
+    for (OviInstance* type : types)
+        OviObject_Delete(type);
+    EXPECT_EQ(OviTemplateManager_GetAnchorTypeCount(), 0) << "deleted ones leave the registry";
+}
+
+TEST_F(RegistriesTest, ATypeThatServesAsAnAnchorTypeIsFollowedToAnotherPackage) {
+    OviType* wall = Custom("Wall");
+    OviTemplateManager_AddAnchorType(wall);
+    OviTemplateManager_AddAnchorType(TypeNamed("INT32"));
+    OviType_SetPackageName(wall, "a");
+    EXPECT_EQ(OviTemplateManager_GetAnchorType("a.Wall"), wall);
+    EXPECT_EQ(OviTemplateManager_GetAnchorType("INT32"), TypeNamed("INT32"));
+    EXPECT_EQ(OviTemplateManager_RemoveAnchorType(wall), 1);
+}
+
 // -- circles and odd orders of deletion -----------------------------------------------------------
 
 TEST_F(RegistriesTest, CustomTypesInACircleHaveNoValuesAndGoWithTheManager) {
