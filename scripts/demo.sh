@@ -36,9 +36,13 @@ code=0
 "$tool" check "${schema[@]}" examples/scenes/older-version.asset || code=$?
 ((code == 1)) || fail "the exit code for findings is 1, this was $code"
 
-say "Running the example host"
 rm -rf "$output"
 mkdir -p "$output"
+
+say "Drawing the sample schema"
+"$tool" graph "${schema[@]}" --format svg -o "$output/schema.svg" || fail "the graph"
+
+say "Running the example host"
 "$host" examples "$output" || fail "the example host"
 
 say "Done"
@@ -46,5 +50,6 @@ echo "The library was built: build/demo/libOviCore.so"
 echo "${#schemaFiles[@]} template files and ${#sceneFiles[@]} scene files were checked: no faults."
 echo "A scene that uses superseded versions was checked: it has findings, as it should."
 echo "The example host read the schema, loaded a scene, changed it and was told of every change,"
-echo "saved it, loaded it again and found the same. What it wrote lies in build/demo/demo-output:"
+echo "saved it, loaded it again and found the same. What it wrote, and a drawing of the sample schema"
+echo "for a browser, schema.svg, lie in build/demo/demo-output:"
 ls -1 "$output"

@@ -1,6 +1,7 @@
 #include "Commands.h"
 
 #include "CheckCommand.h"
+#include "FormatCommand.h"
 #include "GraphCommand.h"
 #include "PackCommand.h"
 #include "PackagesCommand.h"
@@ -15,6 +16,7 @@ std::vector<std::unique_ptr<Command>> MakeCommands() {
     commands.push_back(std::make_unique<GraphCommand>());
     commands.push_back(std::make_unique<PackagesCommand>());
     commands.push_back(std::make_unique<PackCommand>());
+    commands.push_back(std::make_unique<FormatCommand>());
     return commands;
 }
 

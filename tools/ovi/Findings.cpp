@@ -115,6 +115,13 @@ int Findings::GetExitCode() const {
     return findings_.empty() ? kClean : kHasFindings;
 }
 
+bool Findings::HasErrorsIn(const std::string& libraryPath) const {
+    const std::string path = ToNativePath(libraryPath);
+    return std::any_of(findings_.begin(), findings_.end(), [&path](const Finding& finding) {
+        return finding.file == path && (finding.level & OVI_LEVEL_ERROR) != 0;
+    });
+}
+
 std::size_t Findings::Count(int levelBit) const {
     return static_cast<std::size_t>(
         std::count_if(findings_.begin(), findings_.end(), [levelBit](const Finding& finding) {

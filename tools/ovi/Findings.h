@@ -54,8 +54,8 @@ public:
     /// All of it on the standard error stream, for commands whose output is something else.
     void Report() const;
 
-    /// Whether there is a diagnostic of level error.
-    bool HasErrors() const { return Count(OVI_LEVEL_ERROR) > 0; }
+    /// Whether there is a diagnostic of level error about a file, as the library names it.
+    bool HasErrorsIn(const std::string& libraryPath) const;
 
     /// The exit code that follows from all this.
     int GetExitCode() const;

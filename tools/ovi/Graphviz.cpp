@@ -1,11 +1,11 @@
 #include "Graphviz.h"
 
 #include "OutputFile.h"
+#include "TemporaryDirectory.h"
 #include "XmlScanner.h"
 
 #include <cstdlib>
 #include <filesystem>
-#include <random>
 #include <sstream>
 #include <stdexcept>
 #include <system_error>
@@ -23,28 +23,6 @@ constexpr const char* kProgram = "dot.exe";
 constexpr char kPathSeparator = ':';
 constexpr const char* kProgram = "dot";
 #endif
-
-/// A directory of its own for the files that are handed over, which goes with this object.
-class TemporaryDirectory {
-public:
-    TemporaryDirectory() : path_(fs::temp_directory_path()) {
-        std::random_device random;
-        path_ /= "ovi-" + std::to_string(random()) + "-" + std::to_string(random());
-        if (!fs::create_directory(path_))
-            throw std::runtime_error("cannot make the directory '" + path_.u8string() + "'");
-    }
-    TemporaryDirectory(const TemporaryDirectory&) = delete;
-    TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
-    ~TemporaryDirectory() {
-        std::error_code ignored;
-        fs::remove_all(path_, ignored);
-    }
-
-    std::string GetFile(const char* name) const { return (path_ / name).u8string(); }
-
-private:
-    fs::path path_;
-};
 
 std::string FindProgram() {
     const char* const path = std::getenv("PATH");

@@ -21,7 +21,11 @@ namespace {
 } // namespace
 
 void WriteFile(const std::string& path, const std::string& content) {
-    const fs::path target = fs::u8path(path);
+    std::error_code error;
+    fs::path target = fs::canonical(fs::u8path(path), error); // not the link to it
+    const bool exists = !error;
+    if (!exists)
+        target = fs::u8path(path);
     fs::path fresh = target;
     fresh += ".new";
     errno = 0;
@@ -30,12 +34,13 @@ void WriteFile(const std::string& path, const std::string& content) {
         Fail(path, errno != 0 ? std::strerror(errno) : "cannot be opened");
     file.write(content.data(), static_cast<std::streamsize>(content.size()));
     file.close();
-    std::error_code error;
     if (!file) {
         const std::string reason = std::strerror(errno);
         fs::remove(fresh, error);
         Fail(path, reason);
     }
+    if (exists)
+        fs::permissions(fresh, fs::status(target, error).permissions(), error);
     fs::rename(fresh, target, error);
     if (!error)
         return;

@@ -43,6 +43,12 @@ const std::string* XmlItem::Find(const std::string& attribute) const {
     return nullptr;
 }
 
+XmlScanner::XmlScanner(std::string text) : text_(std::move(text)) {
+    static const std::string kByteOrderMark = "\xef\xbb\xbf";
+    if (text_.compare(0, kByteOrderMark.size(), kByteOrderMark) == 0)
+        at_ = kByteOrderMark.size();
+}
+
 XmlItem XmlScanner::Next() {
     if (closesAtOnce_) {
         closesAtOnce_ = false;

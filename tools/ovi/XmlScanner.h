@@ -25,7 +25,7 @@ struct XmlItem {
 /// Knows no more of XML than the library's files need.
 class XmlScanner {
 public:
-    explicit XmlScanner(std::string text) : text_(std::move(text)) {}
+    explicit XmlScanner(std::string text);
 
     /// The next piece; one of kind kNothing at the end.
     XmlItem Next();
