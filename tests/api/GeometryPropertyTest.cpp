@@ -214,11 +214,10 @@ TEST_F(GeometryPropertyTest, AnAlternateThatLeftAGeometryDoesNotMindItsEnd) {
     EXPECT_EQ(OviGeometryProperty_RemoveAlternate(other, removed), ~0);
     OviGeometryAlternate* second = CloneOf(listed);
     EXPECT_EQ(OviGeometryProperty_AddAlternate(other, second), ~0);
-    OviObject_Delete(listed);
     EXPECT_EQ(OviGeometryProperty_GetAlternateAt(other, 0), second);
     OviObject_Delete(other);
-    OviObject_Delete(second);
-    OviObject_Delete(removed);
+    for (OviGeometryAlternate* alternate : {removed, listed, second})
+        OviObject_Delete(alternate);
     EXPECT_EQ(Alternates(shape), "High.High Low.Low ");
 }
 

@@ -110,13 +110,13 @@ TEST_F(GroupTest, AGroupOfTwoTreesTakesNothingElseAlongWhenOneDies) {
     OviGroup* shared = Add(dying, "shared");
     Add(Add(shared, "inner"), "leaf");
     Add(shared, "last");
-    OviGroup_AddViewItemAt(group, shared, -1);
-    OviGroup* other = Add(group, "other");
-    Add(other, "kept");
-    OviGroup_AddViewItemAt(other, shared, 0);
     OviGroup* within = Add(dying, "within");
     OviGroup_AddViewItemAt(within, shared, -1);
     Add(within, "end");
+    OviGroup_AddViewItemAt(group, shared, -1);
+    OviGroup* other = Add(group, "other");
+    OviGroup_AddViewItemAt(other, shared, -1);
+    Add(other, "kept");
     OviObject_Delete(dying);
     EXPECT_EQ(ItemsOf(group), Names{"other"});
     EXPECT_EQ(ItemsOf(other), Names{"kept"});
