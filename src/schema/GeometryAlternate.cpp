@@ -7,20 +7,24 @@
 namespace Kor {
 
 GeometryAlternate::GeometryAlternate(LOD* lod, int version)
-    : NodeProperty(std::string_view(), version) {
-    StoreLOD(lod);
+    : NodeProperty(std::string_view(), version), lod_(lod) {
     if (lod)
         StoreName(lod->GetNameView());
     GeometryAlternate::UpdateFullName();
+    if (lod)
+        lod->AddAlternate(this); // last: an alternate that could not be made is not known
 }
 
-GeometryAlternate::GeometryAlternate(const GeometryAlternate& source) : NodeProperty(source) {
-    StoreLOD(source.lod_);
+GeometryAlternate::GeometryAlternate(const GeometryAlternate& source)
+    : NodeProperty(source), lod_(source.lod_) {
+    if (lod_)
+        lod_->AddAlternate(this);
 }
 
 GeometryAlternate::~GeometryAlternate() {
     LeaveSortedLists();
-    StoreLOD(nullptr);
+    if (lod_)
+        lod_->RemoveAlternate(this);
 }
 
 std::unique_ptr<Object> GeometryAlternate::Clone() const {
@@ -42,21 +46,18 @@ void GeometryAlternate::UpdateFullName() {
 }
 
 void GeometryAlternate::SetLOD(LOD* lod) {
-    StoreLOD(lod);
+    if (lod_)
+        lod_->RemoveAlternate(this);
+    lod_ = nullptr;
+    if (lod)
+        lod->AddAlternate(this);
+    lod_ = lod;
     UpdateFullName();
 }
 
-void GeometryAlternate::StoreLOD(LOD* lod) {
-    if (lod_)
-        lod_->RemoveAlternate(this);
-    lod_ = lod;
-    if (lod_)
-        lod_->AddAlternate(this);
-}
-
-void GeometryAlternate::LoseLOD() {
+void GeometryAlternate::ForgetLOD() {
     LeaveSortedLists();
-    SetLOD(nullptr);
+    lod_ = nullptr;
     EnterSortedLists();
 }
 

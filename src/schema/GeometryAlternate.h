@@ -39,8 +39,8 @@ public:
     /// Changes key and full name, not the own name; the place in a geometry's list stays.
     void SetLOD(LOD* lod);
 
-    /// Called by the level at its end.
-    void LoseLOD();
+    /// Called by the level at its end; the full name stays.
+    void ForgetLOD();
 
     /// Kept by the geometries that list the alternate, once for each entry.
     void AddLister(GeometryProperty* lister) { listers_.push_back(lister); }
@@ -54,9 +54,7 @@ private:
     /// No geometry lists the copy.
     GeometryAlternate(const GeometryAlternate& source);
 
-    void StoreLOD(LOD* lod);
-
-    LOD* lod_ = nullptr;
+    LOD* lod_;
     std::vector<GeometryProperty*> listers_;
 };
 

@@ -25,17 +25,18 @@ LOD::LOD(const LOD& source)
 
 LOD::~LOD() {
     Unlist(*this);
-    while (!alternates_.empty())
-        (*alternates_.begin())->LoseLOD();
+    for (GeometryAlternate* alternate : alternates_)
+        alternate->ForgetLOD();
 }
 
 bool LOD::SetName(const char* name) {
     if (!IsValidName(TextOf(name)))
         return false;
+    CompactString stored(TextOf(name)); // first, since no list has the level while it is renamed
     const bool registered = Unlist(*this);
     for (GeometryAlternate* alternate : alternates_)
         alternate->LeaveSortedLists();
-    StoreName(TextOf(name));
+    SwapName(stored);
     for (GeometryAlternate* alternate : alternates_)
         alternate->EnterSortedLists();
     if (registered)

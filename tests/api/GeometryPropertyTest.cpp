@@ -240,6 +240,7 @@ TEST_F(GeometryPropertyTest, AlternatesOutliveTheirLevel) {
     EXPECT_EQ(OviTemplateManager_GetLOD("Zero"), nullptr);
     EXPECT_EQ(OviTemplateManager_GetLODCount(), 1);
     EXPECT_EQ(OviGeometryAlternate_GetLOD(alternate), nullptr);
+    EXPECT_STREQ(OviProperty_GetFullName(alternate), "High.High");
     EXPECT_EQ(OviGeometryProperty_GetAlternateAt(shape, 0), alternate);
     EXPECT_EQ(OviGeometryProperty_GetAlternate(shape, "High"), alternate) << "by its own name";
     EXPECT_NE(OviGeometryProperty_GetAlternate(shape, "Low"), nullptr);
