@@ -4,12 +4,14 @@
 #include <cstdio>
 #include <memory>
 
+// A scene is read by the listener that fills it.
+#include "xml/XMLInstanceListener.h"
+
 #include "core/ErrorManager.h"
 #include "core/Names.h"
 #include "core/NumberText.h"
 #include "notify/NotificationManager.h"
 #include "platform/File.h"
-#include "xml/XMLInstanceListener.h"
 #include "xml/XMLParser.h"
 #include "xml/XMLWriter.h"
 

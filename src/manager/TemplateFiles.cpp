@@ -2,14 +2,18 @@
 
 #include <algorithm>
 
+// Instances that outlive their values let go of a schema before it goes.
+#include "instances/Instance.h"
+
+// What stands in a file and in which order is for its writer to say.
+#include "xml/XMLTemplateFileWriter.h"
+
 #include "core/ErrorManager.h"
 #include "core/Names.h"
-#include "instances/Instance.h"
 #include "manager/TemplateManager.h"
 #include "manager/TypeGroup.h"
 #include "manager/TemplateReading.h"
 #include "platform/File.h"
-#include "xml/XMLTemplateFileWriter.h"
 
 namespace Kor {
 

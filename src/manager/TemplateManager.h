@@ -191,7 +191,7 @@ private:
     ObjectRegistry<Template> templates_;
     ObjectRegistry<Enumeration> enumerations_;
     ObjectRegistry<Type> types_;
-    SortedObjectList<LOD> lods_;
+    ObjectRegistry<LOD> lods_;
     AnchorTypeList anchorTypes_;
     Template* root_ = nullptr;
     SortedStringList packages_;

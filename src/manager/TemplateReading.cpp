@@ -3,13 +3,15 @@
 #include <algorithm>
 #include <optional>
 
+// A file is read by the listener that registers what it finds.
+#include "xml/XMLTemplateListener.h"
+
 #include "core/ErrorManager.h"
 #include "core/Names.h"
 #include "manager/LoadingMark.h"
 #include "manager/TemplateManager.h"
 #include "platform/File.h"
 #include "xml/XMLParser.h"
-#include "xml/XMLTemplateListener.h"
 
 namespace Kor {
 

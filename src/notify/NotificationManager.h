@@ -66,8 +66,7 @@ public:
     /// command of the property that this event triggers in the current host.
     void NotifyPropertyInstance(PropertyInstance* propertyInstance, int event, void* argument);
 
-    /// Whether anybody listens: without listeners no argument needs to be composed.
-    bool HasInstanceListeners() const { return !instanceCallbacks_.empty(); }
+    /// Whether anybody listens; without listeners no argument needs to be composed.
     bool HasPropertyInstanceListeners() const { return !propertyInstanceCallbacks_.empty(); }
 
     /// The code of a name; an unknown name is entered with the code 0.

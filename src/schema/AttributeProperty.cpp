@@ -3,10 +3,12 @@
 // A property makes its own value side; the instances' headers know the schema, not the reverse.
 #include "instances/AttributeInstance.h"
 
+// A property writes its own declaration, whose form the writer of template files knows.
+#include "xml/XMLTemplateWriter.h"
+
 #include "schema/Template.h"
 #include "types/CustomType.h"
 #include "types/Type.h"
-#include "xml/XMLTemplateWriter.h"
 
 namespace Kor {
 
@@ -38,9 +40,14 @@ int AttributeProperty::CountOwnUses() const {
     return uses;
 }
 
+bool AttributeProperty::WouldContainItself(const Type& type) const {
+    const Template* owner = GetOwner();
+    return owner && !reference_ && ObjectCast<Template>(&type) &&
+           (&type == owner || owner->MayBeMet()) && type.RefersTo(owner, nullptr);
+}
+
 bool AttributeProperty::SetType(Type* type) {
-    if (type && !reference_ && GetOwner() && ObjectCast<Template>(type) &&
-        type->RefersTo(GetOwner(), nullptr))
+    if (type && WouldContainItself(*type))
         return false;
     if (type_ && type_.Get() != type && type_->GetUseCount() == CountOwnUses())
         type_->TakeFromUsers();

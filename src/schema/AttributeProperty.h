@@ -71,6 +71,7 @@ private:
     const void* GetReadable(const TypedValue& value) const;
 
     int CountOwnUses() const;
+    bool WouldContainItself(const Type& type) const;
 
     TypeRef type_;
     bool reference_ = false;

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 
+// A command writes its own declaration, whose form the writer of template files knows.
+#include "xml/XMLTemplateWriter.h"
+
 #include "core/Names.h"
 #include "schema/Property.h"
-#include "xml/XMLTemplateWriter.h"
 
 namespace Kor {
 

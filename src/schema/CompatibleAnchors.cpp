@@ -58,9 +58,35 @@ private:
         int nextParent; ///< Parents are taken from the last to the first.
     };
 
+    /// What is known of a template: how many anchors its paths of inheritance lead to, and the next
+    /// template on the way to them where something is to be listed or the way parts.
+    struct Known {
+        std::int64_t count = 0;
+        const Template* next = nullptr;
+    };
+
     bool IsCompatible(const Property* property) const {
         const auto* anchor = ObjectCast<AnchorProperty>(property);
         return anchor && anchor->IsChild() != child_;
+    }
+
+    Known Sum(const Template& definition) {
+        const auto& own = definition.GetOwnProperties();
+        Known sum{std::count_if(own.begin(), own.end(),
+                                [this](const Property* p) { return IsCompatible(p); }),
+                  nullptr};
+        bool mustStop = sum.count > 0;
+        for (const Template* parent : definition.GetParents()) {
+            const Known& inherited = known_[parent];
+            if (inherited.count == 0)
+                continue;
+            mustStop = mustStop || sum.next;
+            sum.next = inherited.next;
+            sum.count = std::min(sum.count + inherited.count, kLimit);
+        }
+        if (mustStop)
+            sum.next = &definition;
+        return sum;
     }
 
     std::int64_t Count(const Template* start) {
@@ -69,29 +95,28 @@ private:
             Step& step = path.back();
             if (step.nextParent >= 0) {
                 const Template* parent = step.current->GetParentAt(step.nextParent--);
-                if (counts_.find(parent) == counts_.end())
+                if (known_.find(parent) == known_.end())
                     path.push_back({parent, parent->GetParentCount() - 1});
                 continue;
             }
-            const auto& own = step.current->GetOwnProperties();
-            std::int64_t count = std::count_if(
-                own.begin(), own.end(), [this](const Property* p) { return IsCompatible(p); });
-            for (const Template* parent : step.current->GetParents())
-                count = std::min(count + counts_[parent], kLimit);
-            counts_[step.current] = count;
+            const Known sum = Sum(*step.current);
+            known_[step.current] = sum;
             path.pop_back();
         }
-        return counts_[start];
+        return known_[start].count;
     }
 
     void List(const Template* start, Asset& asset) {
-        std::vector<Step> path{{start, start->GetParentCount() - 1}};
+        std::vector<Step> path;
+        const auto enter = [&path, this](const Template* definition) {
+            if (const Template* next = known_[definition].next)
+                path.push_back({next, next->GetParentCount() - 1});
+        };
+        enter(start);
         while (!path.empty() && stored_ < capacity_) {
             Step& step = path.back();
             if (step.nextParent >= 0) {
-                const Template* parent = step.current->GetParentAt(step.nextParent--);
-                if (counts_[parent] > 0)
-                    path.push_back({parent, parent->GetParentCount() - 1});
+                enter(step.current->GetParentAt(step.nextParent--));
                 continue;
             }
             StoreOwn(*step.current, asset);
@@ -112,7 +137,7 @@ private:
     PropertyInstance** found_;
     int stored_ = 0;
     std::int64_t total_ = 0;
-    std::unordered_map<const Template*, std::int64_t> counts_;
+    std::unordered_map<const Template*, Known> known_;
 };
 
 } // namespace

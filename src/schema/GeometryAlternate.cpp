@@ -1,8 +1,10 @@
 #include "schema/GeometryAlternate.h"
 
+// An alternate writes its own declaration, whose form the writer of template files knows.
+#include "xml/XMLTemplateWriter.h"
+
 #include "core/TakeOut.h"
 #include "schema/GeometryProperty.h"
-#include "xml/XMLTemplateWriter.h"
 
 namespace Kor {
 

@@ -6,6 +6,7 @@
 // A property makes its own value side; the instances' headers know the schema, not the reverse.
 #include "instances/GeometryInstance.h"
 
+// A property writes its own declaration, whose form the writer of template files knows.
 #include "xml/XMLTemplateWriter.h"
 
 namespace Kor {

@@ -5,8 +5,11 @@
 #include <unordered_set>
 #include <utility>
 
-#include "schema/View.h"
+// A group writes its own declaration, whose form the writer of template files knows.
 #include "xml/XMLTemplateWriter.h"
+
+#include "core/TakeOut.h"
+#include "schema/View.h"
 
 namespace Kor {
 

@@ -3,9 +3,11 @@
 // The registry of levels is sorted by name: only the manager can follow a change.
 #include "manager/TemplateManager.h"
 
+// A level writes its own declaration, whose form the writer of template files knows.
+#include "xml/XMLTemplateWriter.h"
+
 #include "core/Names.h"
 #include "schema/GeometryAlternate.h"
-#include "xml/XMLTemplateWriter.h"
 
 namespace Kor {
 

@@ -27,8 +27,8 @@ Property::~Property() {
         holders_.back()->ForgetProperty(*this);
     for (Command* command : commands_)
         command->RemoveLister(this);
-    while (!viewers_.empty())
-        viewers_.back()->SetProperty(nullptr);
+    while (!viewers_.IsEmpty())
+        viewers_.GetLast()->SetProperty(nullptr);
 }
 
 bool Property::SetName(const char* name) {
@@ -82,8 +82,12 @@ void Property::StoreFullName(std::string fullName) {
     SchemaRevision::Advance();
 }
 
+void Property::AddViewer(ViewProperty* viewer) {
+    viewers_.Add(viewer);
+}
+
 void Property::RemoveViewer(ViewProperty* viewer) {
-    TakeOut(viewers_, viewer);
+    viewers_.Remove(viewer);
 }
 
 void Property::RemoveHolder(Template* holder) {

@@ -8,6 +8,7 @@
 #include "core/Lockable.h"
 #include "core/NamedObject.h"
 #include "core/SortedObjectList.h"
+#include "core/TiedList.h"
 #include "core/VersionedObject.h"
 #include "schema/Command.h"
 
@@ -20,6 +21,16 @@ class Type;
 class ViewProperty;
 
 /// A member that a template declares: what all kinds of properties share.
+///
+/// Its owner is the template version that introduced it: this one gives it its full name and frees
+/// it. Its holders are all templates that list it, the owner among them: they follow its name and
+/// learn of its end. Its keeper frees it where it is a copy without an owner. So a property passes
+/// through versions: added to its own version, which becomes its owner, the same object is also
+/// listed by the later versions there are, up to the first that has a newer property of that name.
+/// A version made afterwards lists copies, each with its source as its predecessor: it keeps them
+/// all, and it owns those whose source was introduced by the version that it was copied from. Where
+/// a newer property of the name is added, it takes over the lookup, with the older one as its
+/// predecessor; that one stays in the declaration order.
 class Property : public NamedObject, public VersionedObject, public Lockable {
 public:
     static constexpr int kClassId = kPropertyClass;
@@ -104,7 +115,7 @@ public:
     void ListCommand(Command& command) { commands_.Place(&command); }
 
     /// Kept by the view properties that refer to the property.
-    void AddViewer(ViewProperty* viewer) { viewers_.push_back(viewer); }
+    void AddViewer(ViewProperty* viewer);
     void RemoveViewer(ViewProperty* viewer);
 
     /// The template that frees this copy although its version keeps it from being the owner.
@@ -125,7 +136,7 @@ private:
     Template* keeper_ = nullptr;
     SortedObjectList<Command> commands_;
     std::vector<Template*> holders_;
-    std::vector<ViewProperty*> viewers_;
+    TiedList<ViewProperty> viewers_;
     int useCount_ = 0;
 };
 

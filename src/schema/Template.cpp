@@ -6,11 +6,13 @@
 // The root, to which templates without parents fall back, is the manager's.
 #include "manager/TemplateManager.h"
 
+// A template writes its own declaration, whose form the writer of template files knows.
+#include "xml/XMLTemplateWriter.h"
+
 #include "core/Names.h"
 #include "core/TakeOut.h"
 #include "schema/SchemaRevision.h"
 #include "schema/TemplateWalk.h"
-#include "xml/XMLTemplateWriter.h"
 
 namespace Kor {
 
@@ -120,8 +122,7 @@ void Template::EnterSortedLists() {
 
 int Template::AddProperty(Property* property, int position, bool* refused) {
     Property* existing = propertiesByName_.Get(property->GetKey());
-    // Only what is used as a type or has children can be met inside of another type.
-    const bool containsItself = (IsInUse() || HasChildren()) && property->RefersTo(this, nullptr);
+    const bool containsItself = MayBeMet() && property->RefersTo(this, nullptr);
     const bool duplicate = existing && existing->GetVersion() == GetVersion();
     if (refused)
         *refused = containsItself || duplicate || existing == property;
@@ -226,20 +227,17 @@ int Template::AddView(View* view) {
 }
 
 int Template::RemoveView(View* view) {
-    const int exact = views_.IndexOf(view);
-    const int index = exact >= 0 ? exact : views_.Find(view->GetKey());
-    if (index < 0)
-        return index;
-    View* removed = views_.GetAt(index);
-    removed->RemoveLister(this);
-    removed->SetTemplate(nullptr);
-    views_.Remove(removed);
-    view->SetTemplate(nullptr);
-    return index;
+    View* removed = views_.Contains(view) ? view : views_.Get(view->GetKey());
+    if (removed) {
+        removed->RemoveLister(this);
+        removed->SetTemplate(nullptr);
+        view->SetTemplate(nullptr);
+    }
+    return views_.Remove(removed ? removed : view);
 }
 
 void Template::UntieView(View& view) {
-    TakeOut(tiedViews_, &view);
+    tiedViews_.Remove(&view);
 }
 
 void Template::DropViews() {
@@ -262,8 +260,8 @@ void Template::Clear(Template* fallback) {
     DropProperties(false);
     DropRetired(false);
     ReleaseRemoved();
-    while (!tiedViews_.empty())
-        tiedViews_.back()->SetTemplate(nullptr);
+    while (!tiedViews_.IsEmpty())
+        tiedViews_.GetLast()->SetTemplate(nullptr);
 }
 
 void Template::BeginRedefinition() {
@@ -287,12 +285,21 @@ bool Template::IsUsedByInstances() const {
            std::any_of(retiredProperties_.begin(), retiredProperties_.end(), inUse);
 }
 
+void Template::CollectPackages(std::set<std::string>& packages) const {
+    CollectPackages({this}, packages);
+}
+
 /// Goes on into the templates that are contained, however deep and each once: where versions or
 /// parents were added later, templates may even contain each other.
-void Template::CollectPackages(std::set<std::string>& packages) const {
+void Template::CollectPackages(const std::vector<const Type*>& types,
+                               std::set<std::string>& packages) {
     const std::uint64_t walk = NextTemplateWalk();
-    std::vector<const Template*> pending{this};
-    Visit(walk);
+    std::vector<const Template*> pending;
+    for (const Type* type : types) {
+        const auto* definition = ObjectCast<Template>(type);
+        if (definition && definition->Visit(walk))
+            pending.push_back(definition);
+    }
     while (!pending.empty()) {
         const Template* current = pending.back();
         pending.pop_back();

@@ -144,6 +144,15 @@ public:
     /// Forwards to the own properties; adds nothing of its own.
     void CollectPackages(std::set<std::string>& packages) const override;
 
+    /// The same for all templates among the types, each asked once, however they contain each
+    /// other.
+    static void CollectPackages(const std::vector<const Type*>& types,
+                                std::set<std::string>& packages);
+
+    /// Whether this template can be met inside of another type: only what is used as a type or has
+    /// children can. Spares the walk through everything that a new property's type contains.
+    bool MayBeMet() const { return IsInUse() || HasChildren(); }
+
     /// Whether the template, its base type, an ancestor or the type of a property is `other`; a
     /// template of the excluded file never refers to anything.
     bool RefersTo(const Type* other, const char* excludedFile) const override;
@@ -188,10 +197,9 @@ public:
     void ForgetProperty(Property& property);
     void UnlistView(View& view) { views_.RemoveExactly(&view); }
     void ListView(View& view) { views_.Place(&view); }
-    void TieView(View& view) { tiedViews_.push_back(&view); }
+    void TieView(View& view) { tiedViews_.Add(&view); }
     void UntieView(View& view);
     const SortedObjectList<Template>& GetParents() const { return parents_; }
-    const ObjectRegistry<Template>& GetChildren() const { return children_; }
 
     /// True for the first visit of this template in a walk.
     bool Visit(std::uint64_t walk) const;
@@ -239,9 +247,9 @@ private:
     std::vector<Property*> retiredProperties_;
     /// Properties that were taken out but go on naming this template as their owner.
     std::vector<Property*> removedProperties_;
-    SortedObjectList<View> views_;
+    ObjectRegistry<View> views_;
     /// The views that name this template as theirs, listed or not.
-    std::vector<View*> tiedViews_;
+    TiedList<View> tiedViews_;
     int instanceCount_ = 0;
 
     mutable std::vector<Property*> instanceProperties_;

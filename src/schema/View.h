@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "core/TiedList.h"
 #include "schema/Group.h"
 
 namespace Kor {
@@ -9,7 +10,7 @@ namespace Kor {
 class Template;
 
 /// The root of one view; belongs to a template.
-class View : public Group {
+class View : public Group, public Tied {
 public:
     static constexpr int kClassId = kViewClass;
 

@@ -1,7 +1,9 @@
 #include "schema/ViewProperty.h"
 
-#include "schema/Property.h"
+// A view property writes its own declaration, whose form the writer of template files knows.
 #include "xml/XMLTemplateWriter.h"
+
+#include "schema/Property.h"
 
 namespace Kor {
 

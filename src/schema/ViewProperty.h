@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/TiedList.h"
 #include "schema/ViewItem.h"
 
 namespace Kor {
@@ -8,7 +9,7 @@ class Property;
 
 /// A leaf of a view, which refers to a property. The reference is taken away when the property
 /// dies.
-class ViewProperty : public ViewItem {
+class ViewProperty : public ViewItem, public Tied {
 public:
     static constexpr int kClassId = kViewPropertyClass;
 

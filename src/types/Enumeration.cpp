@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+// An enumeration writes its own declaration, whose form the writer of template files knows.
 #include "xml/XMLTemplateWriter.h"
 
 namespace Kor {

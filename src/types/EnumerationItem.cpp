@@ -1,7 +1,9 @@
 #include "types/EnumerationItem.h"
 
-#include "types/Enumeration.h"
+// An item writes its own declaration, whose form the writer of template files knows.
 #include "xml/XMLTemplateWriter.h"
+
+#include "types/Enumeration.h"
 
 namespace Kor {
 

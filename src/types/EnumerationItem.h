@@ -22,7 +22,6 @@ public:
     std::unique_ptr<Object> Clone() const override;
     void WriteToXML(XMLWriter& writer) const override;
 
-    Type* GetValueType() const { return valueType_.Get(); }
     const void* GetValue() const { return value_.Get(); }
 
     /// The value when its block follows the rules of that type; else null.

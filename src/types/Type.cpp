@@ -5,8 +5,10 @@
 // Registered types are sorted by name and counted by file: only their manager can follow a change.
 #include "manager/TemplateManager.h"
 
-#include "core/Names.h"
+// A type writes its own declaration, whose form the writer of template files knows.
 #include "xml/XMLTemplateWriter.h"
+
+#include "core/Names.h"
 #include "xml/XMLWriter.h"
 
 namespace Kor {

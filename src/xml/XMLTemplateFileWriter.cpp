@@ -162,8 +162,8 @@ std::set<std::string> XMLTemplateFileWriter::CollectUsedPackages() const {
                 packages.insert(type->GetPackageName());
         }
     }
+    Template::CollectPackages(templates_, packages);
     for (const Type* type : templates_) {
-        type->CollectPackages(packages);
         for (const Type* needed : GetNeeded(*type))
             packages.insert(needed->GetPackageName());
     }

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "core/SortedStringList.h"
@@ -121,8 +122,8 @@ private:
     Enumeration* enumeration_ = nullptr;
     std::unique_ptr<LOD> lod_;
     ViewItem* viewItem_ = nullptr;
-    std::vector<View*> views_;       // those that the file gave so far
-    std::vector<Group*> openGroups_; // the view at the bottom
+    std::unordered_set<View*> views_; // those that the file gave so far
+    std::vector<Group*> openGroups_;  // the view at the bottom
     std::string package_;
     SortedStringList using_;
     std::string wantedPackage_;

@@ -2,7 +2,6 @@
 
 #include "xml/XMLTemplateListener.h"
 
-#include "core/TakeOut.h"
 #include "manager/TemplateManager.h"
 #include "schema/ViewProperty.h"
 #include "xml/Quoted.h"
@@ -34,9 +33,9 @@ void XMLTemplateListener::StartView(const XMLAttributes& attributes) {
     // A view of the same name that this file gave would belong to nobody.
     View* former = owner->GetView(name, false);
     owner->AddView(view.get());
-    if (TakeOut(views_, former))
+    if (former && views_.erase(former) > 0)
         delete former;
-    views_.push_back(view.get());
+    views_.insert(view.get());
     viewItem_ = view.get();
     openGroups_.push_back(view.release());
 }

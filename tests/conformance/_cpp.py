@@ -1,7 +1,7 @@
 """A light reader of C and C++: enough to know functions, tables and texts, not a compiler.
 
-Text and character literals are taken out of the code first and stand in it as `"number"`, so that brackets and
-commas inside them disturb nobody; `text_of` gives them back.
+Text and character literals are taken out of the code first and stand in it as `"number"`, so that
+brackets and commas inside them disturb nobody; `text_of` gives them back.
 """
 
 import re

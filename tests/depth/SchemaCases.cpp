@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <vector>
 
 #include "ovi/ovi.h"
 
@@ -54,6 +55,26 @@ void SaveAndUnload(Run& run, const std::string& path) {
     OviTemplateManager_UnloadTemplateFile(saved.c_str());
 }
 
+/// Stacked diamonds over the template A0.
+std::string Diamonds(int count) {
+    std::string text;
+    for (int i = 1; i <= count; ++i) {
+        const std::string below = "'><extends template='A" + Number(i - 1) + "'/></template>\n";
+        text += "<template name='L" + Number(i) + below + "<template name='R" + Number(i) + below;
+        text += "<template name='A" + Number(i) + "'><extends template='L" + Number(i) +
+                "'/><extends template='R" + Number(i) + "'/></template>\n";
+    }
+    return text;
+}
+
+/// Makes an asset of a template whose node the host has.
+void BindAsset(const std::string& templateName, const char* node) {
+    OviAsset* asset = OviAssetManager_NewAsset("Thing");
+    OviInstance_AddTemplate(asset, OviTemplateManager_GetTemplate(templateName.c_str()));
+    OviAttributeInstance_SetBinding(
+        static_cast<OviNodeInstance*>(OviInstance_GetPropertyInstance(asset, node, false)), "node");
+}
+
 } // namespace
 
 void RunChain(Run& run) {
@@ -67,23 +88,14 @@ void RunChain(Run& run) {
 }
 
 void RunDiamonds(Run& run) {
-    std::string text = "<templates><template name='A0'><node name='AssetNode'/>"
-                       "<anchor name='hook' child='true'/></template>\n";
-    for (int i = 1; i <= run.Size(); ++i) {
-        const std::string below = "'><extends template='A" + Number(i - 1) + "'/></template>\n";
-        text += "<template name='L" + Number(i) + below + "<template name='R" + Number(i) + below;
-        text += "<template name='A" + Number(i) + "'><extends template='L" + Number(i) +
-                "'/><extends template='R" + Number(i) + "'/></template>\n";
-    }
-    const std::string path = run.Write("diamonds.template", text + "</templates>");
-    UseSchema(run, path, "A" + Number(run.Size()), "A0.AssetNode");
+    const std::string path =
+        run.Write("diamonds.template", "<templates><template name='A0'><node name='AssetNode'/>"
+                                       "<anchor name='hook' child='true'/></template>\n" +
+                                           Diamonds(run.Size()) + "</templates>");
+    const std::string last = "A" + Number(run.Size());
+    UseSchema(run, path, last, "A0.AssetNode");
 
-    OviAsset* asset = OviAssetManager_NewAsset("Thing");
-    OviInstance_AddTemplate(asset,
-                            OviTemplateManager_GetTemplate(("A" + Number(run.Size())).c_str()));
-    OviAttributeInstance_SetBinding(static_cast<OviNodeInstance*>(OviInstance_GetPropertyInstance(
-                                        asset, "A0.AssetNode", false)),
-                                    "node");
+    BindAsset(last, "A0.AssetNode");
     OviAnchorProperty* seeker = OviAnchorProperty_New("seeker", 1);
     run.Step("count compatible anchors", [&] {
         // One for every path: 2^size, for as long as an int can tell.
@@ -92,6 +104,53 @@ void RunDiamonds(Run& run) {
     });
     OviObject_Delete(seeker);
     OviAssetManager_NewScene();
+    SaveAndUnload(run, path);
+}
+
+void RunContained(Run& run) {
+    std::string text = "<templates><template name='T0'><node name='AssetNode'/></template>\n";
+    for (int i = 1; i <= run.Size(); ++i)
+        text += "<template name='T" + Number(i) + "'><node name='AssetNode'/>" +
+                "<attribute name='a' type='T" + Number(i - 1) + "'/></template>\n";
+    const std::string last = "T" + Number(run.Size());
+    const std::string path = run.Write("contained.template", text + "</templates>");
+    UseSchema(run, path, last, (last + ".a").c_str());
+    run.Step("measure", [&] {
+        OviTemplate* outermost = OviTemplateManager_GetTemplate(last.c_str());
+        return OviType_GetValueSize(outermost, nullptr, 1) == 0; // nodes have no value
+    });
+    SaveAndUnload(run, path);
+}
+
+void RunAnchors(Run& run) {
+    constexpr int kDiamonds = 8;
+    std::string text = "<templates><template name='C0'><node name='AssetNode'/>"
+                       "<anchor name='hook' child='true'/></template>\n";
+    for (int i = 1; i <= run.Size(); ++i)
+        text += "<template name='C" + Number(i) + "'><extends template='C" + Number(i - 1) +
+                "'/></template>\n";
+    text += "<template name='A0'><extends template='C" + Number(run.Size()) + "'/></template>\n" +
+            Diamonds(kDiamonds) + "</templates>";
+    const std::string path = run.Write("anchors.template", text);
+    OviTemplateManager_LoadTemplateFile(path.c_str());
+    BindAsset("A" + Number(kDiamonds), "C0.AssetNode");
+    OviAnchorProperty* seeker = OviAnchorProperty_New("seeker", 1);
+    std::vector<OviPropertyInstance*> found(1 << kDiamonds);
+    run.Step("list compatible anchors", [&] {
+        const int capacity = static_cast<int>(found.size());
+        return OviAnchorProperty_GetCompatibleAnchors(seeker, capacity, found.data()) == capacity &&
+               found.front() && found.back() == found.front();
+    });
+    OviObject_Delete(seeker);
+}
+
+void RunViews(Run& run) {
+    std::string text = "<templates><template name='T'><node name='AssetNode'/></template>\n";
+    for (int i = run.Size(); i > 0; --i)
+        text +=
+            "<view name='v" + Number(i) + "' template='T'><property name='AssetNode'/></view>\n";
+    const std::string path = run.Write("views.template", text + "</templates>");
+    UseSchema(run, path, "T", "T.AssetNode");
     SaveAndUnload(run, path);
 }
 

@@ -8,6 +8,15 @@ void RunChain(Run& run);
 /// Each level has two templates over one and one over the two: 2^size paths to the first.
 void RunDiamonds(Run& run);
 
+/// Each template has an attribute of the one before.
+void RunContained(Run& run);
+
+/// Diamonds on a long chain with an anchor at its end.
+void RunAnchors(Run& run);
+
+/// Views of one template that all show one property, from the last to the first.
+void RunViews(Run& run);
+
 /// Each type is based on the one before.
 void RunTypes(Run& run);
 
