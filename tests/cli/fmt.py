@@ -109,7 +109,8 @@ class Fmt(TestCase):
         self.assertNotIn("lock", after)
 
     def test_refuses_to_change_a_value(self):
-        self.write("Far.template", template("Far", head="<lod name='F' type='surface' threshold='9'/>"))
+        self.write("Far.template", template(
+            "Far", head="<lod name='F' type='surface' threshold='9'/>"))
         result = self.fmt("Far.template")
         self.assertEqual(
             (1, "", "Far.template:3: error: Formatting would lose 'threshold' of <lod>\n"),
@@ -135,6 +136,17 @@ class Fmt(TestCase):
             "a.asset:3: warning: Formatting does not keep the element <sparkle>\n"
             "a.asset:3: warning: Formatting does not keep these characters\n", result.err)
         self.assertNotIn("gone", after)
+
+    def test_reads_files_as_the_library_does(self):
+        """Any character serves as a quote, and a tag ends at its first bracket."""
+        result, _, after = self.format_scene("<attribute property=|Box.width| value=|3|/>")
+        self.assertEqual((0, ""), (result.code, result.err))
+        self.assertIn("value='3'", after)
+        result, before, after = self.format_scene(
+            "<attribute property=|Box.width| lockValue=|1|/>")
+        self.assertEqual((1, before), (result.code, after))
+        result, before, after = self.format_scene("<!-- a > b -->")  # an element to the library
+        self.assertEqual((1, "", before), (result.code, result.out, after))
 
     def test_leaves_warning_of_unknown_elements_to_the_library_where_it_does(self):
         self.write("A.template", template("A", "<sparkle/>\n"))

@@ -15,7 +15,7 @@ SCHEMA = template("Box", """
 <attribute name='g_unset' type='INT32' default='7'/>
 <node name='h_node'/>
 <geometry name='i_mesh'/>
-""", "<type name='Size' type='FLOAT' dim='3'/><type name='Codes' type='INT32' dim='0'/>", package="")
+""", "<type name='Size' type='FLOAT' dim='3'/><type name='Codes' type='INT32' dim='0'/>", "")
 
 SCENE = scene("""<asset name='box'><implements template='Box'/>
 <attribute property='Box.a_flag' value='true'/>

@@ -117,9 +117,14 @@ int Findings::GetExitCode() const {
 
 bool Findings::HasErrorsIn(const std::string& libraryPath) const {
     const std::string path = ToNativePath(libraryPath);
-    return std::any_of(findings_.begin(), findings_.end(), [&path](const Finding& finding) {
+    const auto isError = [&path](const Finding& finding) {
         return finding.file == path && (finding.level & OVI_LEVEL_ERROR) != 0;
-    });
+    };
+    const auto isUnreadable = [&libraryPath](const UnreadableFile& file) {
+        return file.file == libraryPath;
+    };
+    return std::any_of(findings_.begin(), findings_.end(), isError) ||
+           std::any_of(unreadable_.begin(), unreadable_.end(), isUnreadable);
 }
 
 std::size_t Findings::Count(int levelBit) const {

@@ -54,7 +54,8 @@ public:
     /// All of it on the standard error stream, for commands whose output is something else.
     void Report() const;
 
-    /// Whether there is a diagnostic of level error about a file, as the library names it.
+    /// Whether a file, as the library names it, could not be read, or there is a diagnostic of
+    /// level error about it.
     bool HasErrorsIn(const std::string& libraryPath) const;
 
     /// The exit code that follows from all this.

@@ -20,17 +20,9 @@ std::string Lowered(std::string text) {
     return text;
 }
 
-/// The end of a tag: its first ">" outside of quotes.
-std::size_t FindTagEnd(const std::string& text, std::size_t at) {
-    char quote = '\0';
-    for (; at < text.size(); ++at) {
-        const char c = text[at];
-        if (quote ? c == quote : c == '\'' || c == '"')
-            quote = quote ? '\0' : c;
-        else if (!quote && c == '>')
-            break;
-    }
-    return at;
+bool IsComment(const std::string& tag) {
+    return tag.size() >= 5 && tag.compare(0, 3, "!--") == 0 &&
+           tag.compare(tag.size() - 2, 2, "--") == 0;
 }
 
 } // namespace
@@ -59,9 +51,7 @@ XmlItem XmlScanner::Next() {
         return item;
     }
     while (at_ < text_.size()) {
-        XmlItem item = text_[at_] != '<'                    ? ReadText()
-                       : text_.compare(at_, 4, "<!--") == 0 ? ReadComment()
-                                                            : ReadTag();
+        XmlItem item = text_[at_] == '<' ? ReadTag() : ReadText();
         if (item.kind != XmlItem::Kind::kNothing)
             return item;
     }
@@ -86,41 +76,42 @@ XmlItem XmlScanner::ReadText() {
     return item;
 }
 
-XmlItem XmlScanner::ReadComment() {
-    XmlItem item;
-    item.kind = XmlItem::Kind::kComment;
-    item.line = line_;
-    const std::size_t end = text_.find("-->", at_ + 4);
-    Take(at_ + 4);
-    item.text = Take(end);
-    Take(at_ + 3);
-    return item;
-}
-
+/// Whatever stands between the brackets: the library ends a tag at the first ">", even in quotes,
+/// and takes for an element what is neither a comment nor the header.
 XmlItem XmlScanner::ReadTag() {
     XmlItem item;
     item.line = line_;
-    std::string tag = Take(FindTagEnd(text_, at_)).substr(1);
+    std::string tag = Take(text_.find('>', at_)).substr(1);
     Take(at_ + 1);
-    if (tag.empty() || tag[0] == '?' || tag[0] == '!')
+    if (IsComment(tag)) {
+        item.kind = XmlItem::Kind::kComment;
+        item.text = Unescaped(tag.substr(3, tag.size() - 5));
         return item;
-    const bool isEnd = tag[0] == '/';
-    const bool isEmpty = tag.back() == '/';
+    }
+    if (!sawHeader_) {
+        sawHeader_ = true;
+        return item;
+    }
+    const bool isEnd = !tag.empty() && tag[0] == '/';
+    const bool isEmpty = !isEnd && !tag.empty() && tag.back() == '/';
     tag = tag.substr(isEnd ? 1 : 0, tag.size() - (isEnd || isEmpty ? 1 : 0));
     item.kind = isEnd ? XmlItem::Kind::kEnd : XmlItem::Kind::kStart;
     item.name = Lowered(tag.substr(0, tag.find_first_of(kBlanks)));
     ReadAttributes(tag, item);
-    closesAtOnce_ = isEmpty && !isEnd;
+    closesAtOnce_ = isEmpty;
     lastName_ = item.name;
     return item;
 }
 
+/// As for the library, any character may serve as the quote.
 void XmlScanner::ReadAttributes(const std::string& tag, XmlItem& item) const {
     std::size_t at = tag.find_first_of(kBlanks);
     while ((at = tag.find_first_not_of(kBlanks, at)) != std::string::npos) {
         const std::size_t equals = tag.find('=', at);
-        const std::size_t open = tag.find_first_of("'\"", equals);
-        if (equals == std::string::npos || open == std::string::npos)
+        if (equals == std::string::npos)
+            return;
+        const std::size_t open = tag.find_first_not_of(kBlanks, equals + 1);
+        if (open == std::string::npos)
             return;
         const std::size_t close = tag.find(tag[open], open + 1);
         const std::string name = tag.substr(at, equals - at);

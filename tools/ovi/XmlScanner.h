@@ -31,7 +31,6 @@ public:
     XmlItem Next();
 
 private:
-    XmlItem ReadComment();
     XmlItem ReadTag();
     XmlItem ReadText();
     void ReadAttributes(const std::string& tag, XmlItem& item) const;
@@ -40,6 +39,7 @@ private:
     std::string text_;
     std::size_t at_ = 0;
     int line_ = 1;
+    bool sawHeader_ = false;
     bool closesAtOnce_ = false; ///< The last start tag was <name/>, whose end is still to come.
     std::string lastName_;
 };
