@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstring>
 #include <limits>
+#include <unordered_set>
 
 #include "instances/Instance.h"
 #include "xml/XMLWriter.h"
@@ -64,9 +65,13 @@ void GeometryInstance::ForgetNodeInstance(NodeInstance& node) {
 void GeometryInstance::WriteToXML(XMLWriter& writer) const {
     writer.StartElement("geometry");
     writer.WriteAttribute("property", GetKey());
-    for (const NodeInstance* node : nodes_) {
-        const auto* alternate = node ? ObjectCast<GeometryAlternate>(node->GetProperty()) : nullptr;
-        if (!alternate || !alternate->GetLOD())
+    const bool byPlace = NodesGoByPlace();
+    for (int i = 0; i < GetNodeInstanceCount(); ++i) {
+        const NodeInstance* node = GetNodeInstanceAt(i);
+        const auto* alternate = byPlace ? GetGeometryProperty().GetAlternateAt(i)
+                                : node  ? ObjectCast<GeometryAlternate>(node->GetProperty())
+                                        : nullptr;
+        if (!node || !alternate || !alternate->GetLOD())
             continue;
         writer.StartElement("alternate");
         writer.WriteAttribute("lod", alternate->GetLOD()->GetNameView());
@@ -74,6 +79,21 @@ void GeometryInstance::WriteToXML(XMLWriter& writer) const {
         writer.EndElement();
     }
     writer.EndElement();
+}
+
+/// Nodes stand for the level of their own alternate, wherever a renaming of levels has moved that
+/// since. Where the host has put in a node of something else, or two of one alternate, not all of
+/// them can: then the place decides, as it does in reading.
+bool GeometryInstance::NodesGoByPlace() const {
+    const GeometryProperty& property = GetGeometryProperty();
+    if (property.GetAlternateCount() != GetNodeInstanceCount())
+        return false;
+    std::unordered_set<const Property*> free;
+    for (int i = 0; i < property.GetAlternateCount(); ++i)
+        free.insert(property.GetAlternateAt(i));
+    return std::any_of(nodes_.begin(), nodes_.end(), [&free](const NodeInstance* node) {
+        return node && free.erase(node->GetProperty()) == 0;
+    });
 }
 
 int GeometryInstance::GetBinarySize() const {

@@ -49,6 +49,8 @@ public:
     void CopyFrom(const PropertyInstance& source) override;
 
 private:
+    bool NodesGoByPlace() const;
+
     std::vector<NodeInstance*> nodes_; // owned
 };
 

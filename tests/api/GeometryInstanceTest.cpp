@@ -28,6 +28,18 @@ protected:
         return node ? OviAttributeInstance_GetBinding(node) : "null";
     }
 
+    /// The bindings of the asset's shape once it was saved, deleted and loaded.
+    Lines BindingsAfterReload() {
+        const std::string path = PathOf("saved.asset");
+        EXPECT_TRUE(OviAssetManager_SaveScene(path.c_str()));
+        OviAssetManager_NewScene();
+        EXPECT_TRUE(OviAssetManager_LoadScene(path.c_str()));
+        EXPECT_EQ(Errors(), Lines{});
+        asset = OviAssetManager_GetAsset("a");
+        shape = ShapeOf(asset);
+        return {BindingAt(shape, 0), BindingAt(shape, 1)};
+    }
+
     OviAsset* asset = nullptr;
     OviGeometryInstance* shape = nullptr;
 };
@@ -115,8 +127,41 @@ TEST_F(GeometryInstanceTest, ANodeInstanceOfAnInstanceMovesOutOfItsList) {
     OviObject_Delete(thing);
     OviObject_Delete(old);
     EXPECT_EQ(Describe(NodeAt(shape, 0)), "Thing.body");
-    // It stands for no level of detail, so there is nothing to write.
-    EXPECT_EQ(XMLOf(asset).find("'High'"), std::string::npos);
+    OviAttributeInstance_SetBinding(body, "b");
+    OviAttributeInstance_SetBinding(NodeAt(shape, 1), "l");
+    EXPECT_NE(XMLOf(asset).find("<alternate lod='High' binding='b'/>"), std::string::npos);
+    EXPECT_EQ(BindingsAfterReload(), (Lines{"b", "l"}));
+}
+
+TEST_F(GeometryInstanceTest, TheBindingsOfTwoNodesOfOneLevelKeepTheirPlaces) {
+    OviNodeInstance* low = NodeAt(ShapeOf(AssetOf("Mesh", "b")), 1);
+    OviNodeInstance* old = NodeAt(shape, 0);
+    OviGeometryInstance_SetNodeInstanceAt(shape, 0, low);
+    OviObject_Delete(old);
+    OviAttributeInstance_SetBinding(low, "first");
+    OviAttributeInstance_SetBinding(NodeAt(shape, 1), "second");
+    EXPECT_EQ(BindingsAfterReload(), (Lines{"first", "second"}));
+}
+
+TEST_F(GeometryInstanceTest, ANodeIsWrittenWithItsLevelWhateverThatIsCalledNow) {
+    OviAttributeInstance_SetBinding(NodeAt(shape, 0), "h");
+    OviAttributeInstance_SetBinding(NodeAt(shape, 1), "l");
+    auto* property = static_cast<OviGeometryProperty*>(OviPropertyInstance_GetProperty(shape));
+    OviNamedObject_SetName(
+        OviGeometryAlternate_GetLOD(OviGeometryProperty_GetAlternate(property, "High")), "Zoom");
+    EXPECT_NE(XMLOf(asset).find("<alternate lod='Zoom' binding='h'/>"), std::string::npos);
+    EXPECT_NE(XMLOf(asset).find("<alternate lod='Low' binding='l'/>"), std::string::npos);
+}
+
+TEST_F(GeometryInstanceTest, WhereAnAlternateIsMissingNodesGoByTheirOwn) {
+    auto* property = static_cast<OviGeometryProperty*>(OviPropertyInstance_GetProperty(shape));
+    OviGeometryAlternate* high = OviGeometryProperty_GetAlternate(property, "High");
+    OviAttributeInstance_SetBinding(NodeAt(shape, 0), "h");
+    OviAttributeInstance_SetBinding(NodeAt(shape, 1), "l");
+    OviGeometryProperty_RemoveAlternate(property, high);
+    EXPECT_NE(XMLOf(asset).find("<alternate lod='High' binding='h'/>"), std::string::npos);
+    EXPECT_NE(XMLOf(asset).find("<alternate lod='Low' binding='l'/>"), std::string::npos);
+    OviGeometryProperty_AddAlternate(property, high);
 }
 
 TEST_F(GeometryInstanceTest, ADeletedNodeInstanceLeavesItsPlaceEmpty) {
