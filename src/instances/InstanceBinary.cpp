@@ -1,7 +1,9 @@
 // The packed form of an instance: its attribute values, one behind the other.
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
+#include <limits>
 #include <optional>
 #include <vector>
 
@@ -15,9 +17,12 @@ namespace Kor {
 
 namespace {
 
-/// What is left of a buffer behind an offset, as the value writers take it.
+/// What is left of a buffer behind an offset, as the value writers take it: below 0 past the end,
+/// and never more than they can count.
 int Remaining(unsigned bufferSize, unsigned offset) {
-    return static_cast<int>(bufferSize - offset);
+    const std::int64_t rest = std::int64_t{bufferSize} - offset;
+    constexpr std::int64_t kMost = std::numeric_limits<int>::max();
+    return static_cast<int>(std::clamp(rest, -kMost, kMost));
 }
 
 /// A value made of instances that are being packed, and the element reached in it.

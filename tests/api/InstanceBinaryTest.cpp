@@ -57,6 +57,16 @@ protected:
 
 } // namespace
 
+TEST_F(InstanceBinaryTest, ABlockOfMoreThanTwoGigabytesIsNotFull) {
+    AddProperty("a", "INT32");
+    OviAsset* asset = AssetOf("B");
+    for (const uint32_t size : {0x7FFFFFFFu, 0x80000000u, 0xFFFFFFFFu}) {
+        Set<int32_t>(asset, "a", static_cast<int32_t>(size % 7) + 1);
+        EXPECT_EQ(Pack(asset, 0, size), 4u) << size;
+        EXPECT_EQ(block_[0], size % 7 + 1) << size;
+    }
+}
+
 TEST_F(InstanceBinaryTest, IsEmptyWithoutTemplates) {
     OviAsset* asset = OviAssetManager_NewAsset("a");
     EXPECT_EQ(Pack(asset), 0u);
