@@ -129,6 +129,21 @@ TEST_F(PackageTest, WithoutAPathThatCanBeListedTheSizeStaysAsItWas) {
     EXPECT_EQ(size, 77);
 }
 
+#ifndef _WIN32
+// A link to its own directory leads ever deeper, until the system refuses the path.
+TEST_F(PackageTest, ADirectoryThatCannotBeListedMakesItsSearchPathFail) {
+    std::filesystem::create_directory_symlink(".", PathOf("defs/b"));
+    Write("defs/z/X.template");
+    AddPath("defs");
+    EXPECT_EQ(Packages(), Names{"none"});
+    PathOf("good/fine/x");
+    AddPath("good");
+    const Names packages = Packages();
+    EXPECT_EQ(std::count(packages.begin(), packages.end(), "fine"), 1);
+    EXPECT_EQ(std::count(packages.begin(), packages.end(), "z"), 0) << "the search ended before";
+}
+#endif
+
 // -- loading --------------------------------------------------------------------------------------
 
 TEST_F(PackageTest, APackageLoadsTheTemplateFilesOfItsDirectoryAlone) {

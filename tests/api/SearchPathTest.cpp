@@ -71,4 +71,24 @@ TEST_F(SearchPathTest, AMissingDirectoryStaysInTheListWithoutAReport) {
     EXPECT_EQ(Errors(), Names{});
 }
 
+TEST_F(SearchPathTest, AnEqualPathAddedAgainLoadsNothing) {
+    WriteFile("defs/p/T.template", "<?xml?><templates><template name='T'/></templates>");
+    const std::string path = PathOf("defs");
+    EXPECT_EQ(OviTemplateManager_AddSearchPath(path.c_str(), false), ~0);
+    EXPECT_EQ(OviTemplateManager_AddSearchPath(path.c_str(), true), 0);
+    EXPECT_EQ(OviTemplateManager_GetTemplate("T"), nullptr);
+    EXPECT_TRUE(OviTemplateManager_LoadPackage("p")) << "it could have been loaded";
+    EXPECT_NE(OviTemplateManager_GetTemplate("T"), nullptr);
+}
+
+TEST_F(SearchPathTest, RemovalUnloadsNothing) {
+    WriteFile("defs/p/T.template", "<?xml?><templates><template name='T'/></templates>");
+    const std::string path = PathOf("defs");
+    OviTemplateManager_AddSearchPath(path.c_str(), true);
+    ASSERT_NE(OviTemplateManager_GetTemplate("T"), nullptr);
+    EXPECT_EQ(OviTemplateManager_RemoveSearchPath(path.c_str()), 0);
+    EXPECT_NE(OviTemplateManager_GetTemplate("T"), nullptr);
+    EXPECT_TRUE(OviTemplateManager_LoadPackage("p")) << "it still counts as loaded";
+}
+
 } // namespace
