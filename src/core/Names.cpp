@@ -26,6 +26,13 @@ char ToLowerAscii(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
 }
 
+std::string ToLowerAscii(std::string_view text) {
+    std::string lower(text);
+    for (char& c : lower)
+        c = ToLowerAscii(c);
+    return lower;
+}
+
 bool EqualsIgnoreCase(std::string_view a, std::string_view b) {
     return a.size() == b.size() && (a == b || CompareIgnoreCase(a, b) == 0);
 }

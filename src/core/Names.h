@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 namespace Kor {
@@ -18,6 +19,9 @@ int CompareIgnoreCase(std::string_view a, std::string_view b);
 
 /// The character in lower case when it is an ASCII capital.
 char ToLowerAscii(char c);
+
+/// The text with its ASCII capitals in lower case.
+std::string ToLowerAscii(std::string_view text);
 
 /// The text of a pointer that may be null: null reads as "".
 inline std::string_view TextOf(const char* text) {

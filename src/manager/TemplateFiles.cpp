@@ -54,17 +54,10 @@ bool TemplateManager::LoadTemplateStream(const char* path, ByteSource& source) {
     return TemplateReading(*this).ReadFile(path, source);
 }
 
-void TemplateManager::ForgetLoadedFile(std::string_view path) {
-    for (int i = loadedFiles_.GetCount() - 1; i >= 0; --i) {
-        if (EqualsIgnoreCase(loadedFiles_.GetAt(i), path))
-            loadedFiles_.Remove(std::string(loadedFiles_.GetAt(i)));
-    }
-}
-
 bool TemplateManager::UnloadTemplateFile(std::string_view path) {
     if (path.empty()) // the built-in types belong to no file
         return false;
-    ForgetLoadedFile(path);
+    loadedFiles_.RemoveInAnyCase(path);
     if (EqualsIgnoreCase(root_->GetFileName(), path)) {
         // The root stays, since everything falls back to it; it only loses what the file gave it.
         root_->BeginRedefinition();

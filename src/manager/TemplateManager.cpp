@@ -13,15 +13,7 @@
 
 namespace Kor {
 
-namespace {
-
-std::string ToLower(std::string_view text) {
-    std::string lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(), ToLowerAscii);
-    return lower;
-}
-
-} // namespace
+namespace {} // namespace
 
 // -- life -----------------------------------------------------------------------------------------
 
@@ -264,16 +256,16 @@ int TemplateManager::Registered(Type* type, int result, Type* replaced) {
 }
 
 const std::unordered_set<Type*>* TemplateManager::FindFile(std::string_view fileName) const {
-    const auto found = typesByFile_.find(ToLower(fileName));
+    const auto found = typesByFile_.find(ToLowerAscii(fileName));
     return found == typesByFile_.end() ? nullptr : &found->second;
 }
 
 void TemplateManager::ListFile(Type& type) {
-    typesByFile_[ToLower(type.GetFileName())].insert(&type);
+    typesByFile_[ToLowerAscii(type.GetFileName())].insert(&type);
 }
 
 void TemplateManager::UnlistFile(Type& type) {
-    const auto found = typesByFile_.find(ToLower(type.GetFileName()));
+    const auto found = typesByFile_.find(ToLowerAscii(type.GetFileName()));
     if (found == typesByFile_.end())
         return;
     found->second.erase(&type);
@@ -302,7 +294,7 @@ void TemplateManager::List(Type& type) {
 // -- loaded files ---------------------------------------------------------------------------------
 
 void TemplateManager::AddLoadedFile(std::string_view path) {
-    loadedFiles_.Insert(path);
+    loadedFiles_.Add(path);
 }
 
 void TemplateManager::RemoveLoadedFile(std::string_view path) {

@@ -11,6 +11,7 @@
 #include "core/Singleton.h"
 #include "core/SortedObjectList.h"
 #include "core/SortedStringList.h"
+#include "manager/LoadedFiles.h"
 #include "schema/AnchorTypeList.h"
 #include "schema/LOD.h"
 #include "schema/Template.h"
@@ -121,7 +122,7 @@ public:
 
     virtual void AddLoadedFile(std::string_view path);
     virtual void RemoveLoadedFile(std::string_view path);
-    const SortedStringList& GetLoadedFiles() const { return loadedFiles_; }
+    const LoadedFiles& GetLoadedFiles() const { return loadedFiles_; }
 
     // -- search paths and packages --------------------------------------------------------------
 
@@ -180,7 +181,6 @@ private:
     void RegisterBuiltInTypes();
     int Registered(Type* type, int result, Type* replaced);
     void Unregistered(Type* type);
-    void ForgetLoadedFile(std::string_view path);
     std::vector<Type*> GetDefinitionsToUnload(std::string_view path) const;
     template <class T> int Remove(ObjectRegistry<T>& registry, T* object);
     bool FindPackages(const std::string& root, SortedStringList& packages) const;
@@ -195,7 +195,7 @@ private:
     AnchorTypeList anchorTypes_;
     Template* root_ = nullptr;
     SortedStringList packages_;
-    SortedStringList loadedFiles_;
+    LoadedFiles loadedFiles_;
     std::vector<std::string> searchPaths_;
     FileIndex typesByFile_;               // under the file names in lower case
     std::unordered_set<Type*> displaced_; // types whose place another one took

@@ -184,21 +184,20 @@ TEST_F(TemplateManagerTest, ATemplateIsLookedForWithThePrefixesAfterItsBareName)
     EXPECT_NE(Manager().GetTemplate("Bare"), nullptr);
     EXPECT_EQ(Manager().GetTemplate("Late"), nullptr);
     EXPECT_FALSE(Manager().LoadTemplate("Plate", &prefixes));
-    EXPECT_EQ(Manager().GetLoadedFiles().GetCount(), 2);
+    EXPECT_EQ(Manager().GetLoadedFiles().GetAll().size(), 2U);
 }
 
 TEST_F(TemplateManagerTest, TheLoadedFilesFollowTheDefinitions) {
     Template& made = Make("Mesh");
     made.SetFileName("b.template");
     Make("Other").SetFileName("a.template");
-    const SortedStringList& files = Manager().GetLoadedFiles();
-    ASSERT_EQ(files.GetCount(), 2);
-    EXPECT_EQ(files.GetAt(0), "a.template");
+    const LoadedFiles& files = Manager().GetLoadedFiles();
+    using Paths = std::vector<std::string>;
+    EXPECT_EQ(files.GetAll(), (Paths{"a.template", "b.template"}));
     made.SetFileName("A.template"); // another spelling: the list is exact
-    EXPECT_EQ(files.GetAt(0), "A.template");
-    EXPECT_EQ(files.GetCount(), 2);
+    EXPECT_EQ(files.GetAll(), (Paths{"A.template", "a.template"}));
     Manager().UnloadTemplateFile("a.TEMPLATE");
-    EXPECT_EQ(files.GetCount(), 0);
+    EXPECT_EQ(files.GetAll(), Paths{});
 }
 
 } // namespace

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/Names.h"
+
+namespace Kor {
+
+/// The paths of the loaded template files, each in the exact spelling it was loaded under, and
+/// found in any case when a file is unloaded. Removing needs no memory.
+class LoadedFiles {
+public:
+    bool Contains(std::string_view path) const;
+    void Add(std::string_view path);
+    void Remove(std::string_view path);
+
+    /// Removes the path in all its spellings.
+    void RemoveInAnyCase(std::string_view path);
+
+    /// All of them in byte order.
+    std::vector<std::string> GetAll() const;
+
+private:
+    struct LessIgnoringCase {
+        using is_transparent = void;
+        bool operator()(std::string_view a, std::string_view b) const {
+            return CompareIgnoreCase(a, b) < 0;
+        }
+    };
+    using Spellings = std::vector<std::string>;
+
+    std::map<std::string, Spellings, LessIgnoringCase> spellings_;
+};
+
+} // namespace Kor
