@@ -295,6 +295,7 @@ bool XMLInstanceListener::StartGeometry(const XMLAttributes& attributes) {
         Error("Unexpected nested <geometry> element");
         return true;
     }
+    alternates_.Clear();
     OpenProperty("geometry", attributes);
     return true;
 }
@@ -315,16 +316,11 @@ bool XMLInstanceListener::StartAlternate(const XMLAttributes& attributes) {
         Error("<alternate> element must have a 'nodeName' attribute");
         return true;
     }
-    const GeometryProperty& property = geometry->GetGeometryProperty();
-    for (int i = 0; i < property.GetAlternateCount(); ++i) {
-        const LOD* level = property.GetAlternateAt(i)->GetLOD();
-        if (!level || !EqualsIgnoreCase(level->GetNameView(), lod))
-            continue;
-        if (NodeInstance* node = geometry->GetNodeInstanceAt(i))
-            node->SetBinding(binding);
-        return true;
-    }
-    Error("Unknown level of detail: " + Quoted(lod));
+    const int index = alternates_.Find(geometry->GetGeometryProperty(), lod);
+    if (index < 0)
+        Error("Unknown level of detail: " + Quoted(lod));
+    else if (NodeInstance* node = geometry->GetNodeInstanceAt(index))
+        node->SetBinding(binding);
     return true;
 }
 

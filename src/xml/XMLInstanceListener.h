@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "instances/OpenInstances.h"
+#include "xml/AlternatesByLevel.h"
 #include "xml/IXMLListener.h"
 
 namespace Kor {
@@ -74,7 +75,8 @@ private:
     XMLParser& parser_;
     AssetManager& assets_;
     TemplateManager& templates_;
-    OpenInstances open_;   // host callbacks may delete any of it whenever something is set
+    OpenInstances open_; // host callbacks may delete any of it whenever something is set
+    AlternatesByLevel alternates_;
     int ignoredDepth_ = 0; // elements inside and with an ignored asset
     bool valueOpen_ = false;
     size_t valueCount_ = 0;

@@ -86,6 +86,46 @@ TEST_F(SceneNodesTest, AlternatesAreFoundByLevelWhateverTheCase) {
     EXPECT_EQ(AlternateBinding("Mesh.trim", 0), "t");
 }
 
+TEST_F(SceneNodesTest, OfLevelsThatDifferOnlyInCaseTheFirstGetsTheBinding) {
+    Schema("<lod name='low'/><template name='Both'><geometry name='g'><alternate lod='low'/>"
+           "<alternate lod='Low'/></geometry></template>",
+           "both");
+    std::string levels;
+    std::string alternates;
+    for (int i = 10; i < 30; ++i) {
+        levels += "<lod name='L" + std::to_string(i) + "'/>";
+        alternates += "<alternate lod='L" + std::to_string(i) + "'/>";
+    }
+    Schema(levels + "<template name='Many'><geometry name='g'>" + alternates +
+               "<alternate lod='low'/><alternate lod='Low'/></geometry></template>",
+           "many");
+    EXPECT_TRUE(Load("<asset name='a'><implements template='Both'/><implements template='Many'/>"
+                     "<geometry property='Both.g'><alternate lod='low' binding='b'/></geometry>"
+                     "<geometry property='Many.g'><alternate lod='low' binding='b'/>"
+                     "<alternate lod='l17' binding='c'/></geometry></asset>"));
+    EXPECT_EQ(Errors(), Lines{});
+    EXPECT_EQ(AlternateBinding("Both.g", 0), "b");
+    EXPECT_EQ(AlternateBinding("Both.g", 1), "");
+    // In byte order: L10 to L29, Low, low.
+    EXPECT_EQ(AlternateBinding("Many.g", 7), "c");
+    EXPECT_EQ(AlternateBinding("Many.g", 20), "b");
+    EXPECT_EQ(AlternateBinding("Many.g", 21), "");
+}
+
+TEST_F(SceneNodesTest, AnUnknownLevelIsReportedAmongManyToo) {
+    std::string text;
+    for (int i = 10; i < 30; ++i)
+        text += "<lod name='L" + std::to_string(i) + "'/>";
+    text += "<template name='Many'><geometry name='g'>";
+    for (int i = 10; i < 30; ++i)
+        text += "<alternate lod='L" + std::to_string(i) + "'/>";
+    Schema(text + "</geometry></template>", "many");
+    EXPECT_TRUE(Load("<asset name='a'><geometry property='Many.g'><alternate lod='L9' "
+                     "binding='b'/><alternate lod='' binding='b'/></geometry></asset>"));
+    EXPECT_EQ(Errors(),
+              (Lines{"1 2 Unknown level of detail: 'L9'", "1 2 Unknown level of detail: ''"}));
+}
+
 TEST_F(SceneNodesTest, TheSceneKeepsAnchorsAndGeometryButNoNodeBindings) {
     LoadMesh("<node property='Mesh.body' binding='n'/>"
              "<anchor property='Mesh.socket' binding='&lt;m' attachedAnchor='x'/>"
