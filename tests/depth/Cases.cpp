@@ -15,6 +15,8 @@ const std::vector<Case>& GetCases() {
         {"Groups in groups", "groups", 10000, RunGroups},
         {"Packages using packages", "packages", 1000, RunPackages},
         {"Assets in assets", "assets", 10000, RunNested},
+        {"Alternates of a geometry", "levels", 10000, RunAlternates},
+        {"Files one by one", "files", 5000, RunFiles},
     };
     return cases;
 }

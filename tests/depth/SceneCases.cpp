@@ -1,4 +1,4 @@
-// Assets inside the values of assets.
+// Assets inside the values of assets, and geometry in many levels of detail.
 
 #include "SceneCases.h"
 
@@ -58,4 +58,38 @@ void RunNested(Run& run) {
         return OviAssetManager_LoadScene(saved.c_str()) && CountNested() == run.Size() + 1;
     });
     run.Step("clear again", [] { return OviAssetManager_NewScene(); });
+}
+
+void RunAlternates(Run& run) {
+    std::string levels = "<templates>";
+    std::string alternates;
+    std::string bindings;
+    for (int i = 0; i < run.Size(); ++i) {
+        const std::string level = " lod='L" + std::to_string(i) + "'";
+        levels += "<lod name='L" + std::to_string(i) + "'/>\n";
+        alternates += "<alternate" + level + "/>\n";
+        bindings += "<alternate" + level + " binding='node'/>\n";
+    }
+    const std::string schema =
+        run.Write("levels.template", levels + "<template name='Mesh'><geometry name='shape'>" +
+                                         alternates + "</geometry></template></templates>");
+    const std::string path = run.Write(
+        "mesh.asset", "<assets><asset name='Thing'><implements template='Mesh'/><geometry "
+                      "property='Mesh.shape'>" +
+                          bindings + "</geometry></asset></assets>");
+    const std::string saved = run.Path("saved.asset");
+    const auto isBound = [] {
+        return OviPropertyInstance_IsValid(OviInstance_GetPropertyInstance(
+            OviAssetManager_GetAsset("Thing"), "Mesh.shape", false));
+    };
+    run.Step("load the schema",
+             [&] { return OviTemplateManager_LoadTemplateFile(schema.c_str()); });
+    run.Step("load", [&] { return OviAssetManager_LoadScene(path.c_str()) && isBound(); });
+    run.Step("save", [&] { return OviAssetManager_SaveScene(saved.c_str()); });
+    run.Step("clear", [] { return OviAssetManager_NewScene(); });
+    run.Step("load what was saved",
+             [&] { return OviAssetManager_LoadScene(saved.c_str()) && isBound(); });
+    run.Step("clear again", [] { return OviAssetManager_NewScene(); });
+    run.Step("unload the schema",
+             [&] { return OviTemplateManager_UnloadTemplateFile(schema.c_str()); });
 }

@@ -4,3 +4,6 @@
 
 /// Each asset stands in a value of the one before.
 void RunNested(Run& run);
+
+/// An asset with a geometry in as many levels of detail.
+void RunAlternates(Run& run);

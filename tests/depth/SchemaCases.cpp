@@ -1,5 +1,5 @@
 // Templates that inherit from each other, types over types, groups in groups, packages that use
-// packages.
+// packages, many files.
 
 #include "SchemaCases.h"
 
@@ -210,5 +210,22 @@ void RunPackages(Run& run) {
     run.Step("look up", [&] {
         return OviTemplateManager_GetTemplate((last + ".T").c_str()) &&
                OviTemplateManager_GetTemplateCount() == run.Size() + 2;
+    });
+}
+
+void RunFiles(Run& run) {
+    std::vector<std::string> paths;
+    for (int i = 0; i < run.Size(); ++i)
+        paths.push_back(run.Write("F" + Number(i) + ".template",
+                                  "<templates><template name='F" + Number(i) + "'/></templates>"));
+    const auto all = [&paths](bool (*work)(const char*)) {
+        return std::all_of(paths.begin(), paths.end(),
+                           [work](const std::string& path) { return work(path.c_str()); });
+    };
+    run.Step("load", [&] { return all(&OviTemplateManager_LoadTemplateFile); });
+    run.Step("load again", [&] { return all(&OviTemplateManager_LoadTemplateFile); });
+    run.Step("unload", [&] {
+        return all(&OviTemplateManager_UnloadTemplateFile) &&
+               OviTemplateManager_GetTemplateCount() == 1; // the root stays
     });
 }

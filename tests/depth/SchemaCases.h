@@ -23,5 +23,8 @@ void RunTypes(Run& run);
 /// A view with a group in a group in a group.
 void RunGroups(Run& run);
 
+/// As many files with a template each.
+void RunFiles(Run& run);
+
 /// Each package uses the one before.
 void RunPackages(Run& run);
