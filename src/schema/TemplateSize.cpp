@@ -5,6 +5,7 @@
 #include <limits>
 #include <map>
 #include <unordered_map>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -21,11 +22,17 @@ namespace {
 
 constexpr std::int64_t kLimit = std::numeric_limits<int>::max();
 
+/// What a parent or a property adds to each element; a parent has no padding in front.
+struct Part {
+    const Property* property;
+    std::int64_t size;
+};
+
 /// One template on the way down, with the place reached in it.
 struct Frame {
-    const Template* type;
-    Instance* const* elements;
-    int count;
+    const Template* type = nullptr;
+    Instance* const* elements = nullptr;
+    int count = 0;
     int element = 0;
     int nextParent = 0;
     size_t nextProperty = 0;
@@ -33,8 +40,24 @@ struct Frame {
     int nextAlternate = 0;
     std::int64_t alternates = 0; ///< Their sizes so far.
     std::int64_t size = 0;
-    bool cut = false; ///< Whether a template above it was met again below it.
+    bool cut = false;        ///< Whether a template above it was met again below it.
+    std::vector<Part> parts; ///< Of the first of many elements without instances.
+
+    /// Elements without instances are all made of the same parts.
+    bool Repeats() const { return !elements && count > 1; }
 };
+
+/// The size with a part behind it.
+std::int64_t Added(std::int64_t size, const Part& part) {
+    const int padding = part.property ? part.property->GetPadding(static_cast<int>(size)) : 0;
+    return std::min(size + padding + part.size, kLimit);
+}
+
+std::int64_t RoundedUp(std::int64_t size, const Template& type) {
+    const int alignment = std::max(type.GetAlignment(), 1);
+    const std::int64_t over = size % alignment;
+    return std::min(over == 0 ? size : size + alignment - over, kLimit);
+}
 
 /// Walks the templates with a stack of its own: parents, and templates as types of properties and
 /// of the alternates of geometries.
@@ -48,25 +71,31 @@ public:
     }
 
 private:
-    /// A single element's size of one template is the same everywhere and kept.
-    using Key = std::pair<const Template*, const void*>;
+    /// The size of a single element, or of several without instances, is the same everywhere and
+    /// kept.
+    using Key = std::tuple<const Template*, const void*, int>;
 
     /// Only so many steps are exact in circles of references; beyond, sizes met once are kept.
     static constexpr int kPatience = 100000;
 
     static Key KeyOf(const Frame& frame) {
         if (!frame.elements)
-            return {frame.type, nullptr};
+            return {frame.type, nullptr, frame.count};
         const Instance* element = *frame.elements;
-        return {frame.type, element ? static_cast<const void*>(element) : frame.elements};
+        return {frame.type, element ? static_cast<const void*>(element) : frame.elements, 1};
     }
 
+    static bool MayBeKnown(const Frame& frame) { return !frame.elements || frame.count == 1; }
+
     void Enter(const Template* type, Instance* const* elements, int count) {
-        Frame frame{type, elements, count};
+        Frame frame;
+        frame.type = type;
+        frame.elements = elements;
+        frame.count = count;
         result_ = 0;
         if (count <= 0)
             return;
-        if (count == 1) {
+        if (MayBeKnown(frame)) {
             const auto known = known_.find(KeyOf(frame));
             if (known != known_.end()) {
                 result_ = known->second;
@@ -80,7 +109,7 @@ private:
         }
         ++open_[type];
         ++steps_;
-        path_.push_back(frame);
+        path_.push_back(std::move(frame));
         descended_ = true;
     }
 
@@ -149,16 +178,21 @@ private:
         Frame& frame = path_[at];
         if (frame.nextParent < frame.type->GetParentCount()) {
             ++frame.nextParent;
-            frame.size = std::min(frame.size + result_, kLimit);
+            AddPart(frame, {nullptr, result_});
             return;
         }
         if (frame.geometry && !TakeAlternate(frame))
             return;
         const Property* property = frame.type->GetDeclaredProperties()[frame.nextProperty++];
-        if (result_ <= 0)
+        AddPart(frame, {property, result_});
+    }
+
+    static void AddPart(Frame& frame, const Part& part) {
+        if (part.size <= 0)
             return;
-        const int padding = property->GetPadding(static_cast<int>(frame.size));
-        frame.size = std::min(frame.size + padding + result_, kLimit);
+        frame.size = Added(frame.size, part);
+        if (frame.Repeats())
+            frame.parts.push_back(part);
     }
 
     /// Whether the size of the whole geometry is known then: the sum, or 0 once an alternate has
@@ -176,21 +210,34 @@ private:
 
     void FinishElement() {
         Frame& frame = path_.back();
-        const int alignment = std::max(frame.type->GetAlignment(), 1);
-        const std::int64_t over = frame.size % alignment;
-        frame.size = std::min(over == 0 ? frame.size : frame.size + alignment - over, kLimit);
+        frame.size = RoundedUp(frame.size, *frame.type);
         frame.nextParent = 0;
         frame.nextProperty = 0;
-        if (++frame.element < frame.count)
+        if (frame.Repeats())
+            Repeat(frame);
+        else if (++frame.element < frame.count)
             return;
-        const Frame done = frame;
+        const Frame done = std::move(frame);
         path_.pop_back();
         --open_[done.type];
         result_ = std::min(done.size * done.count, kLimit);
-        if (done.count == 1 && (!done.cut || steps_ > kPatience))
+        if (MayBeKnown(done) && (!done.cut || steps_ > kPatience))
             known_[KeyOf(done)] = result_;
         if (!path_.empty())
             Take(path_.size() - 1);
+    }
+
+    /// Adds the elements behind the first. Their padding depends on where they begin, so they are
+    /// added one by one; but each has a byte at least, so that the sum times their number leaves
+    /// the numbers within 46341 of them.
+    static void Repeat(Frame& frame) {
+        if (frame.parts.empty())
+            return;
+        for (int i = 1; i < frame.count && frame.size <= kLimit / frame.count; ++i) {
+            for (const Part& part : frame.parts)
+                frame.size = Added(frame.size, part);
+            frame.size = RoundedUp(frame.size, *frame.type);
+        }
     }
 
     std::vector<Frame> path_;

@@ -158,6 +158,30 @@ TEST_F(DeepSchemaTest, GeometriesMayNestTemplatesDeep) {
     });
 }
 
+TEST_F(DeepSchemaTest, ArraysOfTemplatesInEachOtherAreMeasuredAtOnce) {
+    Run([] {
+        const auto array = [](Template* of, int dimension) {
+            auto* made = new CustomType("C" + std::to_string(Manager().GetTypeCount()), 1);
+            made->SetBaseType(of);
+            made->SetDimension(dimension);
+            Manager().AddType(made);
+            return made;
+        };
+        Template* inner = &Make("T0", {});
+        Template& empty = Make("Empty", {});
+        AddAttribute(empty, "nothing", array(inner, 2147483647), false);
+        EXPECT_EQ(empty.GetValueSize(nullptr, 2147483647), 0);
+        AddAttribute(*inner, "x", Manager().GetType("INT32"), false);
+        EXPECT_EQ(empty.GetValueSize(nullptr, 1), 2147483647);
+        for (int i = 1; i <= 30; ++i) {
+            Template& outer = Make("T" + std::to_string(i), {});
+            AddAttribute(outer, "inner", array(inner, 100), false);
+            inner = &outer;
+        }
+        EXPECT_EQ(inner->GetValueSize(nullptr, 1), 2147483647);
+    });
+}
+
 TEST_F(DeepSchemaTest, ChainsOfBaseTypesMayBeLong) {
     Run([] {
         Type* below = Manager().GetType("INT32");
