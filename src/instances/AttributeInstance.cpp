@@ -10,15 +10,11 @@
 #include "notify/NotificationManager.h"
 #include "schema/AttributeProperty.h"
 #include "schema/Template.h"
-#include "types/TypedValue.h"
 #include "xml/XMLWriter.h"
 
 namespace Kor {
 
 namespace {
-
-/// The non-null block that stands for a value without elements; zeroes, for those who look anyway.
-alignas(8) char emptyBlock[16] = {};
 
 bool IsTemplateValue(const Type* type) {
     return type && ObjectCast<Template>(type->GetStorageType());
@@ -31,7 +27,7 @@ AttributeInstance::AttributeInstance(Instance& instance, AttributeProperty& prop
       dimension_(property.GetType() ? property.GetType()->GetDimension() : 0) {}
 
 AttributeInstance::~AttributeInstance() {
-    FreeValue();
+    OrphanNestedInstances();
 }
 
 const AttributeProperty& AttributeInstance::GetAttributeProperty() const {
@@ -47,19 +43,18 @@ bool AttributeInstance::TakesInstances() const {
 }
 
 bool AttributeInstance::HoldsInstances() const {
-    return value_ ? IsTemplateValue(valueType_.Get()) : TakesInstances();
+    return value_ ? IsTemplateValue(value_.GetType()) : TakesInstances();
 }
 
 Instance* AttributeInstance::GetNestedInstance(int index) const {
     if (!value_ || index < 0 || index >= dimension_ || !HoldsInstances())
         return nullptr;
-    return static_cast<Instance**>(value_)[index];
+    return static_cast<Instance**>(value_.Get())[index];
 }
 
 const void* AttributeInstance::GetReadableValue() const {
     const Type* type = GetType();
-    return value_ && type && valueType_->GetStorageType() == type->GetStorageType() ? value_
-                                                                                    : nullptr;
+    return value_ && type && value_.GetType() == type->GetStorageType() ? value_.Get() : nullptr;
 }
 
 // -- value ----------------------------------------------------------------------------------------
@@ -70,12 +65,13 @@ const void* AttributeInstance::GetReadableValue() const {
 void* AttributeInstance::GetValue() {
     Type* type = GetType();
     if (value_ || !type)
-        return value_;
-    AdoptValue(type, dimension_,
-               type->NewValue(GetAttributeProperty().GetReadableDefault(dimension_), dimension_));
+        return value_.Get();
+    StoredValue made;
+    made.Make(*type, GetAttributeProperty().GetReadableDefault(dimension_), dimension_);
+    TakeValue(made, dimension_);
     if (HoldsInstances())
         LinkNestedInstance();
-    return value_;
+    return value_.Get();
 }
 
 /// The copy is made first: callbacks may change or free what the source points to.
@@ -84,11 +80,11 @@ void AttributeInstance::SetValue(const void* source) {
     if (!type)
         return;
     const int dimension = dimension_;
-    TypedValue copy;
-    copy.Adopt(type.Get(), type->NewValue(source, dimension), dimension);
+    StoredValue copy;
+    copy.Make(*type.Get(), source, dimension);
     Announce(*type.Get(), copy.Get(), dimension);
     RemoveNestedTemplates();
-    AdoptValue(type.Get(), dimension, copy.Release());
+    TakeValue(copy, dimension);
     if (HoldsInstances()) {
         LinkNestedInstance();
         AnnounceNestedTemplates();
@@ -100,13 +96,13 @@ void AttributeInstance::SetValueFromTexts(const char* const* texts, int count) {
     if (!type || IsTemplateValue(type.Get()))
         return;
     const int dimension = type->GetDimension() == 0 ? count : dimension_;
-    TypedValue made;
-    made.Adopt(type.Get(), type->NewValue(nullptr, dimension), dimension);
+    StoredValue made;
+    made.Make(*type.Get(), nullptr, dimension);
     for (int i = 0; made && i < std::min(count, dimension); ++i)
         type->GetValueFromString(texts[i], made.Get(), i);
     Announce(*type.Get(), made.Get(), dimension);
     RemoveNestedTemplates();
-    AdoptValue(type.Get(), dimension, made.Release());
+    TakeValue(made, dimension);
 }
 
 bool AttributeInstance::SetNestedInstance(std::unique_ptr<Instance>& instance, int index) {
@@ -133,7 +129,7 @@ bool AttributeInstance::SetNestedInstance(std::unique_ptr<Instance>& instance, i
 
 void AttributeInstance::StoreNestedInstance(std::unique_ptr<Instance> instance, int index) {
     instance->BecomeValueElement();
-    Instance*& element = static_cast<Instance**>(value_)[index];
+    Instance*& element = static_cast<Instance**>(value_.Get())[index];
     if (element) {
         element->AttachSilently(nullptr);
         element->Abandon();
@@ -144,7 +140,7 @@ void AttributeInstance::StoreNestedInstance(std::unique_ptr<Instance> instance, 
 void AttributeInstance::ForgetNestedInstance(const Instance& nested) {
     for (int i = 0; i < dimension_; ++i) {
         if (GetNestedInstance(i) == &nested)
-            static_cast<Instance**>(value_)[i] = nullptr;
+            static_cast<Instance**>(value_.Get())[i] = nullptr;
     }
 }
 
@@ -188,34 +184,20 @@ void AttributeInstance::OrphanNestedInstances() const {
     }
 }
 
-/// Grows the block of references; the new ones are null.
 void AttributeInstance::ResizeNested(Type* type, int dimension) {
     if (value_ && !HoldsInstances())
         FreeValue();
-    const int old = value_ ? dimension_ : 0;
-    if (value_ && dimension <= old)
-        return;
-    const size_t size = static_cast<size_t>(std::max(dimension, 1)) * sizeof(void*);
-    auto* block = static_cast<Instance**>(std::realloc(value_, size));
-    if (!block)
-        throw std::bad_alloc();
-    std::fill(block + old, block + dimension, nullptr);
-    value_ = block;
-    dimension_ = dimension;
-    valueType_.Reset(type);
+    value_.GrowReferences(*type, dimension);
+    dimension_ = value_.GetCount();
 }
 
-void AttributeInstance::AdoptValue(Type* type, int dimension, void* block) {
+void AttributeInstance::TakeValue(StoredValue& made, int dimension) {
     FreeValue();
     dimension_ = dimension;
-    const bool holdsInstances = IsTemplateValue(type);
-    if (!block && dimension < 1 && type && type->GetStorageType() && !holdsInstances)
-        block = emptyBlock;
-    value_ = block;
-    if (!block)
+    value_.Take(made);
+    if (!value_ || !HoldsInstances())
         return;
-    valueType_.Reset(type);
-    for (int i = 0; holdsInstances && i < dimension_; ++i) {
+    for (int i = 0; i < dimension_; ++i) {
         if (Instance* nested = GetNestedInstance(i))
             nested->SetHolder(this);
     }
@@ -223,10 +205,7 @@ void AttributeInstance::AdoptValue(Type* type, int dimension, void* block) {
 
 void AttributeInstance::FreeValue() {
     OrphanNestedInstances();
-    void* block = std::exchange(value_, nullptr);
-    if (block && block != emptyBlock)
-        valueType_->DeleteValue(block, dimension_);
-    valueType_.Reset(nullptr);
+    value_.Clear();
 }
 
 bool AttributeInstance::SetDimension(int dimension) {
@@ -266,7 +245,7 @@ void AttributeInstance::OpenInXML(XMLWriter& writer) const {
 void AttributeInstance::WriteToXML(XMLWriter& writer) const {
     OpenInXML(writer);
     if (value_)
-        valueType_->WriteValueToXML(value_, dimension_, writer);
+        value_.GetType()->WriteValueToXML(value_.Get(), dimension_, writer);
     writer.EndElement();
 }
 
@@ -296,12 +275,11 @@ void AttributeInstance::CopyFrom(const PropertyInstance& source) {
 }
 
 void AttributeInstance::CopyPlainValue(AttributeInstance& source) {
-    const void* value = source.GetValue();
-    if (!value)
+    if (!source.GetValue())
         return;
-    Type* type = source.valueType_.Get();
-    const Type* storage = type->GetStorageType();
-    AdoptValue(type, dimension_, storage ? storage->CopyValue(value, dimension_) : nullptr);
+    StoredValue copy;
+    copy.Copy(source.value_);
+    TakeValue(copy, dimension_);
 }
 
 } // namespace Kor

@@ -4,7 +4,7 @@
 
 #include "core/CompactString.h"
 #include "instances/PropertyInstance.h"
-#include "types/TypeRef.h"
+#include "instances/StoredValue.h"
 
 namespace Kor {
 
@@ -33,7 +33,7 @@ public:
     virtual void* GetValue();
 
     /// The value block as it is, perhaps null.
-    const void* GetStoredValue() const { return value_; }
+    const void* GetStoredValue() const { return value_.Get(); }
 
     /// Announces and stores a copy of the block, which may be the attribute's own. Does nothing
     /// without a type.
@@ -101,7 +101,7 @@ public:
 
 private:
     void Announce(const Type& type, const void* source, int dimension);
-    void AdoptValue(Type* type, int dimension, void* block);
+    void TakeValue(StoredValue& made, int dimension);
     void LinkNestedInstance();
     void RemoveNestedTemplates() const;
     void AnnounceNestedTemplates() const;
@@ -111,8 +111,7 @@ private:
 
     int dimension_;
     CompactString binding_;
-    void* value_ = nullptr;
-    TypeRef valueType_; // the type that made the block and therefore frees it
+    StoredValue value_;
 };
 
 } // namespace Kor

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "core/BlockPool.h"
 #include "core/NamedObject.h"
 #include "core/SortedObjectList.h"
 #include "instances/PropertyInstance.h"
@@ -13,7 +14,7 @@ class Asset;
 
 /// An object built from templates, each in one exact version, with one property instance for every
 /// property that these define, inherited ones included. Deleting an instance sends no events.
-class Instance : public NamedObject {
+class Instance : public NamedObject, public Pooled {
 public:
     static constexpr int kClassId = kInstanceClass;
 

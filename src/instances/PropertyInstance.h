@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/BlockPool.h"
 #include "core/NamedObject.h"
 
 namespace Kor {
@@ -10,7 +11,7 @@ class Template;
 
 /// The value side of one property inside an instance: what all kinds share. It is found by its
 /// property's full name; a name of its own it never has.
-class PropertyInstance : public NamedObject {
+class PropertyInstance : public NamedObject, public Pooled {
 public:
     static constexpr int kClassId = kPropertyInstanceClass;
 

@@ -14,12 +14,8 @@ int BoolType::GetValueSize(const void*, int count) const {
     return std::max(count, 0);
 }
 
-void* BoolType::NewValue(const void* initial, int count) const {
-    if (count < 1)
-        return nullptr;
-    void* block = AllocateElements(count, 1);
-    std::memset(block, initial ? At(initial, 0) : 0, static_cast<size_t>(count));
-    return block;
+void BoolType::MakeElements(void* elements, const void* initial, int count) const {
+    std::memset(elements, initial ? At(initial, 0) : 0, static_cast<size_t>(count));
 }
 
 int BoolType::CompareValues(const void* a, const void* b, int count) const {

@@ -21,7 +21,7 @@ public:
     int GetValueSize(const void* value, int count) const override;
 
     /// Every element becomes a copy of the first initial one.
-    void* NewValue(const void* initial, int count) const override;
+    void MakeElements(void* elements, const void* initial, int count) const override;
 
     /// False before true, whatever the byte that stands for true.
     int CompareValues(const void* a, const void* b, int count) const override;

@@ -17,6 +17,21 @@ void BorrowingType::DeleteValue(void* value, int count) const {
         carrier->DeleteValue(value, count);
 }
 
+size_t BorrowingType::GetInlineSize(int count) const {
+    const Type* carrier = FollowCarriers();
+    return carrier ? carrier->GetInlineSize(count) : 0;
+}
+
+void BorrowingType::MakeElements(void* elements, const void* initial, int count) const {
+    if (const Type* carrier = FollowCarriers())
+        carrier->MakeElements(elements, initial, count);
+}
+
+void BorrowingType::EndElements(void* elements, int count) const {
+    if (const Type* carrier = FollowCarriers())
+        carrier->EndElements(elements, count);
+}
+
 /// The type that compares and checks: an enumeration does so in its own way.
 const Type* BorrowingType::FindJudge() const {
     if (!FollowCarriers())

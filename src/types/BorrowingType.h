@@ -14,6 +14,9 @@ public:
     int GetValueSize(const void* value, int count) const override;
     void* NewValue(const void* initial, int count) const override;
     void DeleteValue(void* value, int count) const override;
+    size_t GetInlineSize(int count) const override;
+    void MakeElements(void* elements, const void* initial, int count) const override;
+    void EndElements(void* elements, int count) const override;
 
     /// By the rules of the first enumeration on the way to the carrier, else by the carrier's.
     int CompareValues(const void* a, const void* b, int count) const override;

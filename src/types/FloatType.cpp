@@ -35,15 +35,12 @@ template <class Element> int FloatType<Element>::GetValueSize(const void*, int c
     return ClampSize(count * static_cast<long long>(sizeof(Element)));
 }
 
-template <class Element> void* FloatType<Element>::NewValue(const void* initial, int count) const {
-    if (count < 1)
-        return nullptr;
-    auto* block = static_cast<Element*>(AllocateElements(count, sizeof(Element)));
+template <class Element>
+void FloatType<Element>::MakeElements(void* elements, const void* initial, int count) const {
     if (initial)
-        std::copy_n(static_cast<const Element*>(initial), count, block);
+        std::copy_n(static_cast<const Element*>(initial), count, static_cast<Element*>(elements));
     else
-        std::fill_n(block, count, Element());
-    return block;
+        std::fill_n(static_cast<Element*>(elements), count, Element());
 }
 
 template <class Element>

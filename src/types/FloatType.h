@@ -21,7 +21,7 @@ public:
     int GetValueSize(const void* value, int count) const override;
 
     /// A copy of as many initial elements.
-    void* NewValue(const void* initial, int count) const override;
+    void MakeElements(void* elements, const void* initial, int count) const override;
 
     /// General format with 6 significant digits.
     int GetValueAsString(const void* value, std::string& text, int index) const override;

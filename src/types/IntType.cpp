@@ -14,12 +14,9 @@ template <class Element> int IntType<Element>::GetValueSize(const void*, int) co
     return ClampSize(this->GetDimension() * static_cast<long long>(sizeof(Element)));
 }
 
-template <class Element> void* IntType<Element>::NewValue(const void* initial, int count) const {
-    if (count < 1)
-        return nullptr;
-    auto* block = static_cast<Element*>(AllocateElements(count, sizeof(Element)));
-    std::fill_n(block, count, initial ? At(initial, 0) : Element());
-    return block;
+template <class Element>
+void IntType<Element>::MakeElements(void* elements, const void* initial, int count) const {
+    std::fill_n(static_cast<Element*>(elements), count, initial ? At(initial, 0) : Element());
 }
 
 template <class Element>

@@ -23,7 +23,7 @@ public:
     int GetValueSize(const void* value, int count) const override;
 
     /// Every element becomes a copy of the first initial one.
-    void* NewValue(const void* initial, int count) const override;
+    void MakeElements(void* elements, const void* initial, int count) const override;
 
     /// Decimal; 8-bit integers deliberately as the single character, although they are read as
     /// numbers.

@@ -11,14 +11,13 @@
 
 namespace Kor {
 
-/// Memory for the elements of a value, with a NUL byte behind the last: an enumeration compares
-/// value blocks with names. Throws std::bad_alloc; freed by std::free.
+/// Zeroed memory for the elements of a value, with a NUL byte behind the last: an enumeration
+/// compares value blocks with names. Memory that is never written costs nothing, however large a
+/// dimension a file asks for. Throws std::bad_alloc; freed by std::free.
 inline void* AllocateElements(int count, size_t width) {
-    const size_t size = static_cast<size_t>(count) * width;
-    auto* block = static_cast<char*>(std::malloc(size + 1));
+    void* block = std::calloc(static_cast<size_t>(count) * width + 1, 1);
     if (!block)
         throw std::bad_alloc();
-    block[size] = '\0';
     return block;
 }
 
@@ -41,7 +40,20 @@ public:
         return block;
     }
 
+    void* NewValue(const void* initial, int count) const override {
+        if (count < 1)
+            return nullptr;
+        void* block = AllocateElements(count, sizeof(Element));
+        if (initial)
+            this->MakeElements(block, initial, count);
+        return block;
+    }
+
     void DeleteValue(void* value, int) const override { std::free(value); }
+
+    size_t GetInlineSize(int count) const override {
+        return count < 1 ? 0 : static_cast<size_t>(count) * sizeof(Element);
+    }
 
     int CompareValues(const void* a, const void* b, int count) const override {
         if (count < 1)

@@ -52,22 +52,42 @@ int StringType::GetValueSize(const void* value, int count) const {
 void* StringType::NewValue(const void* initial, int count) const {
     if (count < 1)
         return nullptr;
-    auto* block = static_cast<char**>(AllocateElements(count, sizeof(char*)));
-    std::fill_n(block, count, nullptr);
+    void* block = AllocateElements(count, sizeof(char*));
     try {
-        for (int i = 0; initial && i < count; ++i)
-            block[i] = CopyText(At(initial, i));
+        if (initial)
+            MakeElements(block, initial, count);
     } catch (...) {
-        DeleteValue(block, count);
+        std::free(block);
         throw;
     }
     return block;
 }
 
 void StringType::DeleteValue(void* value, int count) const {
-    for (int i = 0; value && i < count; ++i)
-        std::free(static_cast<char**>(value)[i]);
+    if (value)
+        EndElements(value, count);
     std::free(value);
+}
+
+size_t StringType::GetInlineSize(int count) const {
+    return count < 1 ? 0 : static_cast<size_t>(count) * sizeof(char*);
+}
+
+void StringType::MakeElements(void* elements, const void* initial, int count) const {
+    auto* texts = static_cast<char**>(elements);
+    std::fill_n(texts, count, nullptr);
+    try {
+        for (int i = 0; initial && i < count; ++i)
+            texts[i] = CopyText(At(initial, i));
+    } catch (...) {
+        EndElements(elements, count);
+        throw;
+    }
+}
+
+void StringType::EndElements(void* elements, int count) const {
+    for (int i = 0; i < count; ++i)
+        std::free(static_cast<char**>(elements)[i]);
 }
 
 int StringType::CompareValues(const void* a, const void* b, int count) const {

@@ -22,6 +22,9 @@ public:
 
     /// Own copies of the initial texts; null where there is none.
     void* NewValue(const void* initial, int count) const override;
+    size_t GetInlineSize(int count) const override;
+    void MakeElements(void* elements, const void* initial, int count) const override;
+    void EndElements(void* elements, int count) const override;
 
     void DeleteValue(void* value, int count) const override;
 

@@ -89,6 +89,16 @@ public:
     /// Frees a block that NewValue of the same type made with the same count.
     virtual void DeleteValue(void* value, int count) const = 0;
 
+    /// Bytes of `count` elements where values of the type may stand inside of another object, which
+    /// spares a block of their own; 0 where they may not. They may be moved byte by byte.
+    virtual size_t GetInlineSize(int) const { return 0; }
+
+    /// Makes such elements from `initial`, or of zeroes without it, as NewValue would.
+    virtual void MakeElements(void*, const void*, int) const {}
+
+    /// Ends such elements; their memory stays.
+    virtual void EndElements(void*, int) const {}
+
     /// -1, 0 or 1.
     virtual int CompareValues(const void* a, const void* b, int count) const = 0;
 

@@ -1,0 +1,99 @@
+#include "core/BlockPool.h"
+
+#include <cstdint>
+#include <new>
+
+#if defined(__SANITIZE_ADDRESS__)
+#define OVI_NO_POOL 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define OVI_NO_POOL 1
+#endif
+#endif
+
+namespace Kor {
+
+namespace {
+
+#ifdef OVI_NO_POOL
+constexpr size_t kLargest = 0; // so that the sanitizer sees every block by itself
+#else
+constexpr size_t kLargest = 256;
+#endif
+constexpr size_t kStep = 16;
+constexpr size_t kPieceSize = 64 * 1024;
+
+/// The blocks of one size. Pieces and free blocks are linked through their first bytes.
+struct Shelf {
+    struct Link {
+        Link* next;
+    };
+
+    void* Take(size_t size) {
+        if (free) {
+            Link* block = free;
+            free = block->next;
+            ++used;
+            return block;
+        }
+        if (static_cast<size_t>(end - fresh) < size)
+            AddPiece();
+        void* block = fresh;
+        fresh += size;
+        ++used;
+        return block;
+    }
+
+    void Give(void* block) {
+        free = new (block) Link{free};
+        if (--used == 0)
+            Empty();
+    }
+
+    void AddPiece() {
+        auto* piece = static_cast<char*>(::operator new(kPieceSize));
+        pieces = new (piece) Link{pieces};
+        fresh = piece + kStep;
+        end = piece + kPieceSize;
+    }
+
+    void Empty() {
+        while (Link* piece = pieces) {
+            pieces = piece->next;
+            ::operator delete(piece);
+        }
+        free = nullptr;
+        fresh = end = nullptr;
+    }
+
+    Link* free = nullptr;
+    Link* pieces = nullptr;
+    char* fresh = nullptr; ///< Where no block was cut yet.
+    char* end = nullptr;
+    size_t used = 0;
+};
+
+Shelf shelves[kLargest / kStep + 1];
+
+size_t ShelfOf(size_t size) {
+    return (size + kStep - 1) / kStep;
+}
+
+} // namespace
+
+void* BlockPool::Take(size_t size) {
+    if (size == 0 || size > kLargest)
+        return ::operator new(size);
+    return shelves[ShelfOf(size)].Take(ShelfOf(size) * kStep);
+}
+
+void BlockPool::Give(void* block, size_t size) noexcept {
+    if (!block)
+        return;
+    if (size == 0 || size > kLargest)
+        ::operator delete(block);
+    else
+        shelves[ShelfOf(size)].Give(block);
+}
+
+} // namespace Kor

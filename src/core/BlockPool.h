@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstddef>
+
+namespace Kor {
+
+/// Memory for small objects of which scenes have millions: blocks of one size are cut from large
+/// pieces, which costs a fraction of an allocation each. The pieces of a size are given back once
+/// none of its blocks is in use. As everything here, for one thread only.
+class BlockPool {
+public:
+    /// A block of at least that many bytes, aligned for any object; larger ones than the pool
+    /// serves come from the heap. Throws std::bad_alloc.
+    static void* Take(size_t size);
+
+    /// Gives a block back; the size is that which was asked for.
+    static void Give(void* block, size_t size) noexcept;
+};
+
+/// The base of classes whose objects live in the pool, those of derived classes included.
+struct Pooled {
+    static void* operator new(size_t size) { return BlockPool::Take(size); }
+    static void operator delete(void* object, size_t size) noexcept {
+        BlockPool::Give(object, size);
+    }
+};
+
+} // namespace Kor

@@ -1,0 +1,97 @@
+#include "instances/StoredValue.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+#include <utility>
+
+#include "types/Type.h"
+
+namespace Kor {
+
+namespace {
+
+/// The non-null block that stands for a value without elements; zeroes, for those who look anyway.
+alignas(8) char emptyBlock[16] = {};
+
+} // namespace
+
+/// The end of the chain of base types, which may change while the value lives.
+Type* StoredValue::FindStorage(const Type& type) {
+    return const_cast<Type*>(type.GetStorageType());
+}
+
+void StoredValue::Make(Type& type, const void* initial, int count) {
+    Clear();
+    Type* storage = FindStorage(type);
+    if (!storage)
+        return;
+    const size_t size = storage->GetInlineSize(count);
+    if (size > 0 && size < kRoom) {
+        storage->MakeElements(room_, initial, count);
+        room_[size] = '\0'; // an enumeration compares value blocks with names
+        Adopt(storage, room_, count);
+    } else {
+        Adopt(storage, storage->NewValue(initial, count), count);
+    }
+}
+
+void StoredValue::Copy(const StoredValue& other) {
+    Type* storage = other.type_.Get();
+    Clear();
+    if (other.IsInside() && storage->GetClass() != kStringTypeClass) {
+        std::memcpy(room_, other.room_, kRoom);
+        Adopt(storage, room_, other.count_);
+    } else if (storage) {
+        Adopt(storage, storage->CopyValue(other.block_, other.count_), other.count_);
+    }
+}
+
+void StoredValue::Adopt(Type* storage, void* block, int count) {
+    if (!block && count < 1 && storage->GetClass() != kTemplateClass)
+        block = emptyBlock;
+    block_ = block;
+    count_ = count;
+    if (block)
+        type_.Reset(storage);
+}
+
+void StoredValue::GrowReferences(Type& type, int count) {
+    if (block_ && type_->GetClass() != kTemplateClass)
+        Clear();
+    const int old = block_ ? count_ : 0;
+    if (block_ && count <= old)
+        return;
+    const size_t size = static_cast<size_t>(std::max(count, 1)) * sizeof(void*);
+    auto* block = static_cast<void**>(std::realloc(block_, size));
+    if (!block)
+        throw std::bad_alloc();
+    std::fill(block + old, block + count, nullptr);
+    block_ = block;
+    count_ = count;
+    type_.Reset(FindStorage(type));
+}
+
+void StoredValue::Take(StoredValue& other) {
+    Clear();
+    if (other.IsInside())
+        std::memcpy(room_, other.room_, kRoom);
+    block_ = other.IsInside() ? room_ : other.block_;
+    count_ = other.count_;
+    type_ = std::move(other.type_);
+    other.block_ = nullptr;
+}
+
+void StoredValue::Clear() {
+    if (!block_)
+        return;
+    if (IsInside())
+        type_->EndElements(block_, count_);
+    else if (block_ != emptyBlock)
+        type_->DeleteValue(block_, count_);
+    block_ = nullptr;
+    type_.Reset(nullptr);
+}
+
+} // namespace Kor

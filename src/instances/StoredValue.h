@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstddef>
+
+#include "types/TypeRef.h"
+
+namespace Kor {
+
+/// A value block and the type whose rules it follows, which also ends it. Most values of a scene
+/// are a few bytes: those stand inside of this object.
+class StoredValue {
+public:
+    StoredValue() = default;
+    ~StoredValue() { Clear(); }
+    StoredValue(const StoredValue&) = delete;
+    StoredValue& operator=(const StoredValue&) = delete;
+
+    /// The block, or null. It moves with its owner.
+    void* Get() const { return block_; }
+    int GetCount() const { return count_; }
+    explicit operator bool() const { return block_ != nullptr; }
+
+    /// The storage type that made the block; null without one.
+    Type* GetType() const { return type_.Get(); }
+
+    /// Makes a block of `count` elements by the type's rules, from `initial` (never this value's
+    /// own block) or of zeroes without it. A value without elements has a block, too, unless it is
+    /// a template's.
+    void Make(Type& type, const void* initial, int count);
+
+    /// Makes a block with all elements of another one, also where Make would repeat the first.
+    void Copy(const StoredValue& other);
+
+    /// Gives a template's value at least that many references; the new ones are null.
+    void GrowReferences(Type& type, int count);
+
+    /// Takes over another value's block and leaves that value empty.
+    void Take(StoredValue& other);
+
+    /// Ends the block.
+    void Clear();
+
+private:
+    static constexpr size_t kRoom = 16;
+
+    static Type* FindStorage(const Type& type);
+    void Adopt(Type* storage, void* block, int count);
+    bool IsInside() const { return block_ == room_; }
+
+    void* block_ = nullptr;
+    TypeRef type_;
+    alignas(8) char room_[kRoom];
+    int count_ = 0;
+};
+
+} // namespace Kor
