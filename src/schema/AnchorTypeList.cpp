@@ -10,10 +10,22 @@ namespace {
 
 using Lists = std::unordered_set<AnchorTypeList*>;
 
+bool everUsed = false;
+
 /// The lists that have each anchor type.
 std::unordered_map<const NamedObject*, Lists>& Users() {
     static auto& users = *new std::unordered_map<const NamedObject*, Lists>(); // outlives all lists
+    everUsed = true;
     return users;
+}
+
+/// The lists that have an object, or null. Asked about every object that dies, also when there is
+/// no memory left to begin with.
+Lists* FindLists(const NamedObject* type) {
+    if (!everUsed)
+        return nullptr;
+    const auto found = Users().find(type);
+    return found == Users().end() ? nullptr : &found->second;
 }
 
 } // namespace
@@ -24,12 +36,12 @@ AnchorTypeList::~AnchorTypeList() {
 }
 
 void AnchorTypeList::Leave(const NamedObject* type) const {
-    const auto found = Users().find(type);
-    if (found == Users().end())
+    Lists* lists = FindLists(type);
+    if (!lists)
         return;
-    found->second.erase(const_cast<AnchorTypeList*>(this));
-    if (found->second.empty())
-        Users().erase(found);
+    lists->erase(const_cast<AnchorTypeList*>(this));
+    if (lists->empty())
+        Users().erase(type);
 }
 
 int AnchorTypeList::Add(NamedObject* type) {
@@ -53,21 +65,21 @@ int AnchorTypeList::Remove(const NamedObject* type) {
 }
 
 void AnchorTypeList::FollowName(NamedObject* type) {
-    const auto found = Users().find(type);
-    if (found == Users().end())
+    const Lists* lists = FindLists(type);
+    if (!lists)
         return;
-    for (AnchorTypeList* list : found->second) {
+    for (AnchorTypeList* list : *lists) {
         if (list->types_.RemoveExactly(type))
             list->types_.Place(type);
     }
 }
 
 void AnchorTypeList::Forget(NamedObject* type) {
-    const auto found = Users().find(type);
-    if (found == Users().end())
+    Lists* known = FindLists(type);
+    if (!known)
         return;
-    const Lists lists = std::move(found->second);
-    Users().erase(found);
+    const Lists lists = std::move(*known);
+    Users().erase(type);
     for (AnchorTypeList* list : lists)
         list->types_.RemoveExactly(type);
 }
