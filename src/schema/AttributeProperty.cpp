@@ -67,8 +67,7 @@ void AttributeProperty::Store(TypedValue& slot, void* value) {
 
 /// The values stay when the property is given another type, but that type must not read them.
 const void* AttributeProperty::GetReadable(const TypedValue& value) const {
-    const bool readable = type_ && value &&
-                          value.GetType()->GetStorageType() == type_->GetStorageType() &&
+    const bool readable = type_ && value && value.GetType() == type_->GetStorageType() &&
                           value.GetCount() >= type_->GetDimension();
     return readable ? value.Get() : nullptr;
 }

@@ -37,10 +37,13 @@ public:
     void* GetMinValue() const { return minimum_.Get(); }
     void* GetMaxValue() const { return maximum_.Get(); }
 
-    /// The default, unless it is a block of another type's form or has fewer elements than that.
+    /// The same, but null where the block has another form or fewer elements than the type's
+    /// values (a default: than `count`), because the type was changed since.
     const void* GetReadableDefault(int count) const {
         return default_.GetCount() >= count ? GetReadable(default_) : nullptr;
     }
+    const void* GetReadableMin() const { return GetReadable(minimum_); }
+    const void* GetReadableMax() const { return GetReadable(maximum_); }
 
     void SetDefaultValue(void* value) { Store(default_, value); }
     void SetMinValue(void* value) { Store(minimum_, value); }

@@ -21,10 +21,9 @@ EnumerationItem::EnumerationItem(const EnumerationItem& other)
     : BorrowingType(other), valueType_(other.valueType_) {
     // Every element: making a new value from another one may repeat the first.
     Type* type = other.value_.GetType();
-    const Type* storage = type ? type->GetStorageType() : nullptr;
     const int count = other.value_.GetCount();
-    if (storage)
-        value_.Adopt(type, storage->CopyValue(other.value_.Get(), count), count);
+    if (type)
+        value_.Adopt(type, type->CopyValue(other.value_.Get(), count), count);
 }
 
 std::unique_ptr<Object> EnumerationItem::Clone() const {
@@ -36,8 +35,7 @@ void EnumerationItem::WriteToXML(XMLWriter& writer) const {
 }
 
 const void* EnumerationItem::GetValueOfStorage(const Type* storage) const {
-    const Type* type = value_.GetType();
-    return type && type->GetStorageType() == storage ? value_.Get() : nullptr;
+    return value_.GetType() == storage ? value_.Get() : nullptr;
 }
 
 std::string EnumerationItem::GetValueText() const {

@@ -12,7 +12,7 @@ void TypedValue::Adopt(Type* type, void* block, int count) {
     Clear();
     if (!block || !type)
         return;
-    type_.Reset(type);
+    type_.Reset(const_cast<Type*>(type->GetStorageType()));
     block_ = block;
     count_ = count;
 }
@@ -24,7 +24,8 @@ void* TypedValue::Release() {
 }
 
 void TypedValue::Clear() {
-    if (void* block = std::exchange(block_, nullptr))
+    void* block = std::exchange(block_, nullptr);
+    if (block && type_)
         type_->DeleteValue(block, count_);
     type_.Reset(nullptr);
 }

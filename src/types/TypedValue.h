@@ -4,7 +4,9 @@
 
 namespace Kor {
 
-/// An owned value block together with the type that made it, which also frees it.
+/// An owned value block together with the type whose form its elements have, which also frees it.
+/// Of a type that borrows its values this is the type that it borrowed from when the block was
+/// taken over: it may get another base later.
 class TypedValue {
 public:
     TypedValue() = default;
@@ -13,12 +15,15 @@ public:
     TypedValue& operator=(const TypedValue&) = delete;
 
     void* Get() const { return block_; }
+
+    /// The type whose form the elements have.
     Type* GetType() const { return type_.Get(); }
     int GetCount() const { return count_; }
     explicit operator bool() const { return block_ != nullptr; }
 
     /// Takes over a block of `count` elements made by `type`; the block held so far is freed,
-    /// unless it is the very same one.
+    /// unless it is the very same one. Types that borrow from each other in a circle make no
+    /// blocks, so that one of theirs is never freed.
     void Adopt(Type* type, void* block, int count);
 
     /// Hands the block over to the caller.

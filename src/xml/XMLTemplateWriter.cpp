@@ -20,16 +20,15 @@ namespace {
 /// The instance that a default value of a template type begins with, or null.
 const Instance* GetDefaultInstance(const AttributeProperty& attribute) {
     const Type* type = attribute.GetType();
-    const void* value = attribute.GetDefaultValue();
-    if (!type || !value || type->GetDimension() < 1 ||
-        !ObjectCast<Template>(type->GetStorageType()))
+    if (!type || type->GetDimension() < 1 || !ObjectCast<Template>(type->GetStorageType()))
         return nullptr;
-    return *static_cast<Instance* const*>(value);
+    const void* value = attribute.GetReadableDefault(type->GetDimension());
+    return value ? *static_cast<Instance* const*>(value) : nullptr;
 }
 
 /// Whether a reader makes the value again from its text: of a template type it always makes an
 /// instance.
-bool IsReadable(const Type& type, const void* value) {
+bool HasText(const Type& type, const void* value) {
     return value &&
            (!ObjectCast<Template>(type.GetStorageType()) || *static_cast<Instance* const*>(value));
 }
@@ -359,17 +358,20 @@ void XMLTemplateWriter::WriteValues(const AttributeProperty& attribute) {
     const Type* type = attribute.GetType();
     if (!type || type->GetDimension() < 1)
         return;
-    const bool hasMaximum = IsReadable(*type, attribute.GetMaxValue());
-    const bool hasMinimum = hasMaximum || IsReadable(*type, attribute.GetMinValue());
+    const void* value = attribute.GetReadableDefault(type->GetDimension());
+    const void* minimum = attribute.GetReadableMin();
+    const void* maximum = attribute.GetReadableMax();
+    const bool hasMaximum = HasText(*type, maximum);
+    const bool hasMinimum = hasMaximum || HasText(*type, minimum);
     // A default asset has an element of its own.
-    const bool hasDefault = IsReadable(*type, attribute.GetDefaultValue()) &&
-                            !ObjectCast<Asset>(GetDefaultInstance(attribute));
+    const bool hasDefault =
+        HasText(*type, value) && !ObjectCast<Asset>(GetDefaultInstance(attribute));
     if (hasMinimum || hasDefault)
-        writer_.WriteAttribute("default", TextOfValue(*type, attribute.GetDefaultValue()));
+        writer_.WriteAttribute("default", TextOfValue(*type, value));
     if (hasMinimum)
-        writer_.WriteAttribute("min", TextOfValue(*type, attribute.GetMinValue()));
+        writer_.WriteAttribute("min", TextOfValue(*type, minimum));
     if (hasMaximum)
-        writer_.WriteAttribute("max", TextOfValue(*type, attribute.GetMaxValue()));
+        writer_.WriteAttribute("max", TextOfValue(*type, maximum));
 }
 
 void XMLTemplateWriter::WriteDefaultAsset(const AttributeProperty& attribute) {

@@ -1,6 +1,7 @@
 // Attribute properties: type, values, bounds, reference flag.
 
 #include "api/Schema.h"
+#include "api/Values.h"
 
 namespace {
 
@@ -96,6 +97,39 @@ TEST_F(AttributePropertyTest, ValuesAreFreedByTheTypeThatMadeThem) {
     EXPECT_EQ(TextOf(text, OviAttributeProperty_GetDefaultValue(number)),
               "a longer text on the heap");
     OviAttributeProperty_SetDefaultValue(number, NewValue(TypeNamed("INT8"), "1"));
+}
+
+TEST_F(AttributePropertyTest, ValuesThatTheNewTypeCannotReadAreNotWritten) {
+    OviTemplate* owner = Make("Owner");
+    OviAttributeProperty* changed = AddAttribute(owner, "changed");
+    OviAttributeProperty_SetDefaultValue(changed, Int("1"));
+    OviAttributeProperty_SetMinValue(changed, Int("1"));
+    OviAttributeProperty_SetMaxValue(changed, Int("2"));
+    for (OviType* type : {TypeNamed("STRING"), static_cast<OviType*>(Make("Other"))}) {
+        OviAttributeProperty_SetType(changed, type);
+        EXPECT_EQ(DeclarationOf(owner),
+                  "\n<template name='Owner'>\n\t<attribute name='changed' type='" +
+                      std::string(OviType_GetFullName(type)) + "'/>\n</template>");
+    }
+    OviAttributeProperty_SetType(changed, TypeNamed("INT32"));
+    EXPECT_EQ(DeclarationOf(owner), "\n<template name='Owner'>\n\t<attribute name='changed' "
+                                    "type='INT32' default='1' min='1' max='2'/>\n</template>");
+}
+
+TEST_F(AttributePropertyTest, ValuesAreFreedAsTheyWereMadeWhenTheTypeGetsAnotherBase) {
+    OviType* custom = OviCustomType_New("Custom", 3);
+    OviType_SetBaseType(custom, TypeNamed("INT32"));
+    OviAttributeProperty* property = NewAttribute("property", 1, custom);
+    const int one = 1;
+    OviAttributeProperty_SetDefaultValue(property, OviType_NewValue(custom, &one, 3));
+    OviAttributeProperty_SetMinValue(property, OviType_NewValue(custom, &one, 3));
+    OviType_SetBaseType(custom, TypeNamed("STRING"));
+    const char* texts[] = {"a", "b", "c"};
+    EXPECT_TRUE(OviAttributeProperty_IsValueValid(property, texts));
+    OviAttributeProperty_SetMaxValue(property, OviType_NewValue(custom, texts, 3));
+    OviType_SetBaseType(custom, nullptr);
+    EXPECT_EQ(ReadInt(OviAttributeProperty_GetDefaultValue(property)), 1);
+    OviObject_Delete(property);
 }
 
 TEST_F(AttributePropertyTest, BoundsAreInclusiveAndZeroIsNone) {

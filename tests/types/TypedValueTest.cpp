@@ -15,17 +15,22 @@ namespace {
 using namespace Kor;
 
 /// A type that tells of its end.
-class Mortal : public CustomType {
+template <class Base> class Mortal : public Base {
 public:
-    Mortal(bool& alive, Type* base = nullptr) : CustomType("Mortal", 1), alive_(alive) {
+    template <class... Arguments>
+    explicit Mortal(bool& alive, const Arguments&... arguments)
+        : Base(arguments...), alive_(alive) {
         alive_ = true;
-        SetBaseType(base);
     }
     ~Mortal() override { alive_ = false; }
 
 private:
     bool& alive_;
 };
+
+Type* NewMortal(bool& alive) {
+    return new Mortal<CustomType>(alive, "Mortal", 1);
+}
 
 TEST(TypeRef, CountsTheUsersOfAType) {
     CustomType type("Type", 1);
@@ -47,7 +52,7 @@ TEST(TypeRef, CountsTheUsersOfAType) {
 
 TEST(TypeRef, MayBeSetToWhatItHolds) {
     bool alive = false;
-    TypeRef reference(new Mortal(alive));
+    TypeRef reference(NewMortal(alive));
     reference->LeaveToUsers();
     reference.Reset(reference.Get());
     const TypeRef& same = reference;
@@ -60,7 +65,7 @@ TEST(TypeRef, MayBeSetToWhatItHolds) {
 
 TEST(TypeRef, TheLastUserFreesATypeThatWasLeftToUsers) {
     bool alive = false;
-    TypeRef first(new Mortal(alive));
+    TypeRef first(NewMortal(alive));
     first->LeaveToUsers();
     {
         TypeRef second(first);
@@ -72,7 +77,7 @@ TEST(TypeRef, TheLastUserFreesATypeThatWasLeftToUsers) {
 
 TEST(TypeRef, OtherTypesAreNeverFreed) {
     bool alive = false;
-    auto* type = new Mortal(alive);
+    auto* type = NewMortal(alive);
     TypeRef(type).Reset(nullptr);
     EXPECT_TRUE(alive);
     type->LeaveToUsers();
@@ -88,7 +93,7 @@ TEST(TypeRef, OtherTypesAreNeverFreed) {
 
 TEST(TypeRef, ARegisteredTypeIsNotLeftToUsers) {
     bool alive = false;
-    auto* type = new Mortal(alive);
+    auto* type = NewMortal(alive);
     type->SetRegistered(true);
     type->LeaveToUsers();
     EXPECT_FALSE(type->IsLeftToUsers());
@@ -111,7 +116,7 @@ TEST(TypeRef, ALongChainOfBasesIsFreedWithoutRecursion) {
 
 TEST(TypeRef, ADeletedTypeSurvivesOnlyForItsUsers) {
     bool alive = false;
-    auto* type = new Mortal(alive);
+    auto* type = NewMortal(alive);
     EXPECT_FALSE(type->SurviveDeletion());
     TypeRef user(type);
     EXPECT_TRUE(type->SurviveDeletion());
@@ -121,7 +126,7 @@ TEST(TypeRef, ADeletedTypeSurvivesOnlyForItsUsers) {
 
 TEST(TypeRef, ACircleOfBasesIsNoUse) {
     bool alive = false;
-    auto* type = new Mortal(alive);
+    auto* type = NewMortal(alive);
     type->SetBaseType(type);
     EXPECT_FALSE(type->SurviveDeletion());
     delete type;
@@ -166,19 +171,38 @@ TEST(TypedValue, ANullBlockEmptiesIt) {
     EXPECT_FALSE(text.IsInUse());
 }
 
-TEST(TypedValue, KeepsItsTypeUntilTheBlockIsFreed) {
+TEST(TypedValue, KeepsTheTypeThatHoldsItsElementsUntilTheBlockIsFreed) {
     bool alive = false;
-    StringType text("Text", 1, 4);
-    auto* type = new Mortal(alive, &text);
+    bool aliasAlive = false;
+    auto* text = new Mortal<StringType>(alive, "Text", 1, 4);
+    auto* alias = new Mortal<CustomType>(aliasAlive, "Alias", 1);
+    alias->SetBaseType(text);
+    text->LeaveToUsers();
     const char* word = "word";
     {
         TypedValue value;
-        value.Adopt(type, type->NewValue(&word, 1), 1);
-        EXPECT_TRUE(type->SurviveDeletion());
+        value.Adopt(alias, alias->NewValue(&word, 1), 1);
+        EXPECT_EQ(value.GetType(), text);
+        EXPECT_FALSE(alias->IsInUse());
+        alias->SetBaseType(nullptr); // the block is freed as it was made all the same
         EXPECT_STREQ(*static_cast<char**>(value.Get()), "word");
+        delete alias;
+        EXPECT_FALSE(aliasAlive);
         EXPECT_TRUE(alive);
     }
     EXPECT_FALSE(alive);
+}
+
+TEST(TypedValue, ABlockOfTypesInACircleIsNobodysToFree) {
+    CustomType alias("Alias", 1);
+    alias.SetBaseType(&alias);
+    int block = 0;
+    TypedValue value;
+    value.Adopt(&alias, &block, 1);
+    EXPECT_EQ(value.Get(), &block);
+    value.Clear();
+    EXPECT_FALSE(value);
+    alias.SetBaseType(nullptr);
 }
 
 } // namespace
