@@ -139,8 +139,11 @@ int TemplateManager::AddTemplate(Template* added) {
 }
 
 int TemplateManager::RemoveTemplate(Template* removed) {
-    // The root is what everything falls back to: it stays.
-    return removed == root_ ? -1 : Remove(templates_, removed);
+    // The root is what everything falls back to: it stays, also where another template stands for
+    // it by having its key.
+    const bool standsForRoot =
+        !templates_.Contains(removed) && templates_.Get(removed->GetKey()) == root_;
+    return removed == root_ || standsForRoot ? -1 : Remove(templates_, removed);
 }
 
 Property* TemplateManager::GetProperty(std::string_view fullName) const {

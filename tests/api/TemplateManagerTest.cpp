@@ -140,6 +140,9 @@ TEST_F(TemplateManagerTest, TheRootMayBeRenamed) {
 TEST_F(TemplateManagerTest, TheRootMayLoseItsPlaceAndMayGetParents) {
     OviTemplate* root = OviTemplateManager_GetRoot();
     OviTemplate* twin = CloneOf(root);
+    EXPECT_EQ(OviTemplateManager_RemoveTemplate(twin), -1) << "that would take out the root";
+    EXPECT_EQ(OviTemplateManager_RemoveType(twin), -1);
+    EXPECT_EQ(Find("Object"), root);
     EXPECT_EQ(OviTemplateManager_AddTemplate(twin), ~0);
     EXPECT_EQ(OviTemplateManager_GetRoot(), root);
     EXPECT_EQ(Find("Object"), twin);
