@@ -183,6 +183,9 @@ int TemplateManager::AddType(Type* type) {
         return AddTemplate(added);
     if (auto* enumeration = ObjectCast<Enumeration>(type))
         return AddEnumeration(enumeration);
+    auto* item = ObjectCast<EnumerationItem>(type);
+    if (item && item->GetEnumeration())
+        item->GetEnumeration()->RemoveItem(item); // or both would delete it
     Type* replaced = nullptr;
     const int result = types_.Insert(type, &replaced);
     return Registered(type, result, replaced);
@@ -248,14 +251,25 @@ int TemplateManager::Registered(Type* type, int result, Type* replaced) {
         replaced->SetDisplaced(true);
         displaced_.insert(replaced);
     }
-    if (type->IsDisplaced()) {
-        type->SetDisplaced(false);
-        displaced_.erase(type);
-    }
+    TakeBack(*type);
     type->TakeFromUsers();
     type->SetRegistered(true);
     ListFile(*type);
     return result;
+}
+
+void TemplateManager::GiveAway(Type& type) {
+    if (type.IsRegistered())
+        RemoveType(&type);
+    TakeBack(type);
+}
+
+/// Once displaced, a type is no more when it gets a place again.
+void TemplateManager::TakeBack(Type& type) {
+    if (type.IsDisplaced()) {
+        type.SetDisplaced(false);
+        displaced_.erase(&type);
+    }
 }
 
 const std::unordered_set<Type*>* TemplateManager::FindFile(std::string_view fileName) const {

@@ -168,6 +168,9 @@ public:
     bool UnlistLOD(LOD& lod) { return lods_.RemoveExactly(&lod); }
     void ListLOD(LOD& lod) { lods_.Place(&lod); }
 
+    /// Takes a type out that is to belong to somebody else.
+    void GiveAway(Type& type);
+
     /// Called by a displaced type at its end.
     void ForgetDisplaced(Type& type) { displaced_.erase(&type); }
 
@@ -181,6 +184,7 @@ private:
     void RegisterBuiltInTypes();
     int Registered(Type* type, int result, Type* replaced);
     void Unregistered(Type* type);
+    void TakeBack(Type& type);
     std::vector<Type*> GetDefinitionsToUnload(std::string_view path) const;
     template <class T> int Remove(ObjectRegistry<T>& registry, T* object);
     bool FindPackages(const std::string& root, SortedStringList& packages) const;

@@ -10,16 +10,38 @@ namespace Kor {
 
 namespace {
 
+/// An item of an enumeration stays or goes with that.
+const Type* OwnerOf(const Type* type) {
+    const auto* item = ObjectCast<EnumerationItem>(type);
+    return item && item->GetEnumeration() ? item->GetEnumeration() : type;
+}
+
 std::vector<Type*> UsedBy(const Type* type) {
     std::vector<Type*> used;
     type->CollectUsedTypes(used);
     return used;
 }
 
+using UseCounts = std::unordered_map<const Type*, int>;
+
+/// Whether the type, or an item of it, has more uses than those known.
+bool IsUsedBeyond(const Type& type, const UseCounts& known) {
+    const auto exceeds = [&known](const Type& used) {
+        const auto found = known.find(&used);
+        return used.GetUseCount() > (found == known.end() ? 0 : found->second);
+    };
+    bool isUsed = exceeds(type);
+    if (const auto* enumeration = ObjectCast<Enumeration>(&type)) {
+        for (int i = 0; !isUsed && i < enumeration->GetItemCount(); ++i)
+            isUsed = exceeds(*enumeration->GetItemAt(i));
+    }
+    return isUsed;
+}
+
 } // namespace
 
 void TypeGroup::KeepUsed() {
-    std::unordered_map<const Type*, int> inner;
+    UseCounts inner;
     for (const Type* type : types_) {
         for (const Type* used : UsedBy(type))
             ++inner[used];
@@ -27,7 +49,7 @@ void TypeGroup::KeepUsed() {
     const std::unordered_set<const Type*> group(types_.begin(), types_.end());
     std::vector<const Type*> pending;
     for (const Type* type : types_) {
-        if (IsKept(type) || type->GetUseCount() > inner[type])
+        if (IsKept(type) || IsUsedBeyond(*type, inner))
             pending.push_back(type);
     }
     while (!pending.empty()) {
@@ -35,8 +57,9 @@ void TypeGroup::KeepUsed() {
         pending.pop_back();
         Keep(type);
         for (const Type* used : UsedBy(type)) {
-            if (group.count(used) > 0 && !IsKept(used))
-                pending.push_back(used);
+            const Type* owner = OwnerOf(used);
+            if (group.count(owner) > 0 && !IsKept(owner))
+                pending.push_back(owner);
         }
     }
 }

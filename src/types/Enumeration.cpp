@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+// An item that is registered as a plain type as well is the manager's.
+#include "manager/TemplateManager.h"
+
 // An enumeration writes its own declaration, whose form the writer of template files knows.
 #include "xml/XMLTemplateWriter.h"
 
@@ -26,9 +29,13 @@ Enumeration::~Enumeration() {
 }
 
 void Enumeration::DeleteItems() {
-    for (EnumerationItem* item : items_)
-        delete item;
+    const std::vector<EnumerationItem*> items = items_.GetAll();
     items_.Clear();
+    for (EnumerationItem* item : items) {
+        item->SetEnumeration(nullptr);
+        if (!item->SurviveDeletion())
+            delete item;
+    }
 }
 
 std::unique_ptr<Object> Enumeration::Clone() const {
@@ -40,9 +47,12 @@ void Enumeration::WriteToXML(XMLWriter& writer) const {
 }
 
 int Enumeration::AddItem(EnumerationItem* item) {
-    Enumeration* before = item->GetEnumeration();
-    if (before && before != this)
-        before->RemoveItem(item); // or both would delete it
+    // Whoever owned the item so far would delete it, too.
+    if (Enumeration* before = item->GetEnumeration(); before && before != this)
+        before->RemoveItem(item);
+    if (item->IsRegistered() || item->IsDisplaced())
+        TemplateManager::Get()->GiveAway(*item);
+    item->TakeFromUsers();
     EnumerationItem* replaced = nullptr;
     const int result = items_.Insert(item, &replaced);
     if (replaced)
