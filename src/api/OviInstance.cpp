@@ -109,7 +109,7 @@ void OviInstance_WriteToXML(OviInstance* instance, uint32_t indent, uint32_t* si
         const auto levels =
             std::min(indent, static_cast<uint32_t>(std::numeric_limits<int>::max()));
         if (size)
-            CopyXMLText(GetXMLText(self, static_cast<int>(levels)), size, buffer);
+            CopyXMLText(self, static_cast<int>(levels), size, buffer);
     });
 }
 

@@ -73,7 +73,7 @@ int OviType_WriteValueToBinary(OviType* type, const void* value, int count, void
 void OviType_WriteToXML(OviType* type, int indent, int* size, char* buffer) {
     With<Type>(type, [=](Type& self) {
         if (size)
-            CopyXMLText(GetXMLText(self, indent), size, buffer);
+            CopyXMLText(self, indent, size, buffer);
     });
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
 #include <new>
 #include <string>
 
@@ -11,27 +12,31 @@
 
 namespace Kor::Api {
 
-/// An object's XML, without header, `indent` levels deep. It is taken before the unnamed levels of
-/// the indentation are closed.
-inline std::string GetXMLText(const NamedObject& object, int indent) {
-    StringSink sink;
-    XMLWriter writer;
-    writer.Open(sink, false);
-    writer.AddIndent(indent);
-    object.WriteToXML(writer);
-    writer.Flush();
-    if (!sink.IsWhole())
-        throw std::bad_alloc();
-    return sink.GetText();
-}
+/// A writer whose text is taken before the unnamed levels of the indentation are closed, also when
+/// an exception ends the writing.
+class UnclosedWriter : public XMLWriter {
+public:
+    explicit UnclosedWriter(ByteSink& sink) { Open(sink, false); }
+    ~UnclosedWriter() override { Abandon(); }
+};
 
-/// Copies a text into a buffer of `size` bytes: whole with its NUL when it fits, otherwise as much
-/// as fits without a NUL, and `size` becomes the size needed.
-template <class Size> void CopyXMLText(const std::string& text, Size* size, char* buffer) {
-    const auto needed = static_cast<Size>(text.size() + 1);
+/// Writes an object's XML, without header, `indent` levels deep, into a buffer of `size` bytes:
+/// whole with its NUL when it fits, otherwise as much as fits without a NUL, and `size` becomes the
+/// size needed. Only what fits is kept in memory; throws when `size` cannot tell the length.
+template <class Size>
+void CopyXMLText(const NamedObject& object, int indent, Size* size, char* buffer) {
     const Size given = std::max(*size, Size());
+    StringSink sink(buffer ? static_cast<size_t>(given) : 0);
+    {
+        UnclosedWriter writer(sink);
+        writer.AddIndent(indent);
+        object.WriteToXML(writer);
+    }
+    if (!sink.IsWhole() || sink.GetSize() >= std::numeric_limits<Size>::max())
+        throw std::bad_alloc();
+    const auto needed = static_cast<Size>(sink.GetSize() + 1);
     if (buffer)
-        std::memcpy(buffer, text.c_str(), std::min(static_cast<size_t>(given), text.size() + 1));
+        std::memcpy(buffer, sink.GetText().c_str(), std::min(given, needed));
     if (needed > given)
         *size = needed;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <exception>
 #include <string>
 #include <string_view>
@@ -40,24 +41,33 @@ private:
     std::string_view rest_;
 };
 
-/// Bytes into a string.
+/// Bytes into a string: as many as it may keep; it counts them all.
 class StringSink : public ByteSink {
 public:
+    explicit StringSink(size_t limit = std::string::npos) : limit_(limit) {}
+
     /// False when memory runs out: writers also write while they are destroyed.
     bool Write(std::string_view bytes) override {
         try {
-            text_.append(bytes);
+            text_.append(bytes.substr(0, limit_ - text_.size()));
         } catch (const std::exception&) {
             isWhole_ = false;
         }
+        size_ += bytes.size();
         return isWhole_;
     }
 
+    /// What it kept, and how much it was given.
     const std::string& GetText() const { return text_; }
+    std::uint64_t GetSize() const { return size_; }
+
+    /// False when memory ran out.
     bool IsWhole() const { return isWhole_; }
 
 private:
+    size_t limit_;
     std::string text_;
+    std::uint64_t size_ = 0;
     bool isWhole_ = true;
 };
 

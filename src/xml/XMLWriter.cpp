@@ -39,6 +39,16 @@ constexpr std::array<bool, 256> MakeSpecialBytes() {
 
 constexpr std::array<bool, 256> kSpecialBytes = MakeSpecialBytes();
 
+/// Many, since an indentation may be as deep as a caller likes.
+constexpr std::array<char, 4096> MakeTabs() {
+    std::array<char, 4096> tabs{};
+    for (char& tab : tabs)
+        tab = '\t';
+    return tabs;
+}
+
+constexpr std::array<char, 4096> kTabs = MakeTabs();
+
 size_t CountPlainBytes(std::string_view text) {
     size_t count = 0;
     while (count < text.size() && !kSpecialBytes[static_cast<unsigned char>(text[count])])
@@ -53,7 +63,11 @@ XMLWriter::~XMLWriter() {
 }
 
 void XMLWriter::AddIndent(int levels) {
-    if (levels > 0)
+    if (levels <= 0)
+        return;
+    if (openNames_.empty())
+        indent_ += static_cast<size_t>(levels);
+    else
         openNames_.insert(openNames_.end(), static_cast<size_t>(levels), "");
 }
 
@@ -113,10 +127,15 @@ void XMLWriter::WriteComment(std::string_view text) {
 }
 
 void XMLWriter::EndElement() {
-    if (openNames_.empty())
+    const char* name = "";
+    if (!openNames_.empty()) {
+        name = openNames_.back();
+        openNames_.pop_back();
+    } else if (indent_ > 0) {
+        --indent_;
+    } else {
         return;
-    const char* name = openNames_.back();
-    openNames_.pop_back();
+    }
     if (tagOpen_) {
         Put("/>");
     } else {
@@ -131,15 +150,17 @@ void XMLWriter::EndElement() {
 }
 
 bool XMLWriter::Close() {
-    if (!sink_) {
-        openNames_.clear();
-        return !failed_;
-    }
-    while (!openNames_.empty())
+    while (sink_ && (indent_ > 0 || !openNames_.empty()))
         EndElement();
+    Abandon();
+    return !failed_;
+}
+
+void XMLWriter::Abandon() {
     Flush();
     sink_ = nullptr;
-    return !failed_;
+    openNames_.clear();
+    indent_ = 0;
 }
 
 void XMLWriter::Flush() {
@@ -155,12 +176,12 @@ void XMLWriter::CloseTag() {
 }
 
 void XMLWriter::BreakLine() {
-    static constexpr std::string_view kTabs = "\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t";
+    constexpr std::string_view tabs(kTabs.data(), kTabs.size());
     Put("\n");
-    size_t levels = openNames_.size();
-    for (; levels > kTabs.size(); levels -= kTabs.size())
-        Put(kTabs);
-    Put(kTabs.substr(0, levels));
+    size_t levels = indent_ + openNames_.size();
+    for (; levels > tabs.size(); levels -= tabs.size())
+        Put(tabs);
+    Put(tabs.substr(0, levels));
 }
 
 void XMLWriter::Put(std::string_view text) {

@@ -42,6 +42,9 @@ public:
     /// Ends every open element and hands over the rest; false when the sink failed at any time.
     bool Close();
 
+    /// Hands over what was written so far and leaves the document as it stands, nothing ended.
+    void Abandon();
+
     /// Hands over what was written so far and leaves everything open.
     void Flush();
 
@@ -58,6 +61,7 @@ private:
     bool tagOpen_ = false;
     bool hasChildren_ = false; ///< Whether a child of the element about to be ended was ended.
     bool failed_ = false;
+    size_t indent_ = 0; ///< Unnamed levels around everything: often very many, so only counted.
     std::vector<const char*> openNames_;
 
     // What the sink has not got yet. A plain block: appending to a string costs more than the many

@@ -137,6 +137,40 @@ TEST_F(InstanceTest, WritesItsTemplatesAndPropertyInstancesAsXML) {
                             "\n</asset>");
 }
 
+TEST_F(InstanceTest, WritesAsDeeplyIndentedAsAskedAtOnce) {
+    const std::string element = "<asset name='thing'/>";
+    OviAsset* asset = OviAssetManager_NewAsset("thing");
+    uint32_t size = 0;
+    OviInstance_WriteToXML(asset, 200'000, &size, nullptr);
+    EXPECT_EQ(size, 1 + 200'000 + element.size() + 1);
+    std::string text(size, '#');
+    OviInstance_WriteToXML(asset, 200'000, &size, text.data());
+    EXPECT_EQ(text, "\n" + std::string(200'000, '\t') + element + '\0');
+}
+
+// Deeper than that nothing is indented, so that the size can tell how long a line is.
+TEST_F(InstanceTest, WritesNothingDeeperThanAnIntegerCounts) {
+    OviAsset* asset = OviAssetManager_NewAsset("thing");
+    uint32_t size = 0;
+    char start[4] = "###";
+    OviInstance_WriteToXML(asset, 0xFFFFFFFF, &size, nullptr);
+    EXPECT_EQ(size, 1 + 0x7FFFFFFFu + sizeof "<asset name='thing'/>");
+    size = 3;
+    OviInstance_WriteToXML(asset, 0x7FFFFFFF, &size, start);
+    EXPECT_STREQ(start, "\n\t\t");
+    EXPECT_EQ(size, 1 + 0x7FFFFFFFu + sizeof "<asset name='thing'/>");
+}
+
+TEST_F(InstanceTest, LeavesSizeAndBufferWhenNoSizeCouldTellTheLength) {
+    OviAsset* asset = OviAssetManager_NewAsset("thing");
+    OviInstance_AddTemplate(asset, TemplateOf("Object")); // three lines of 2^31 tabs
+    uint32_t size = 2;
+    char buffer[3] = "##";
+    OviInstance_WriteToXML(asset, 0x7FFFFFFF, &size, buffer);
+    EXPECT_EQ(size, 2u);
+    EXPECT_STREQ(buffer, "##");
+}
+
 TEST_F(InstanceTest, GivesTheSizeNeededAndAnUnterminatedPrefixWhenTheBufferIsTooSmall) {
     OviAsset* asset = OviAssetManager_NewAsset("thing");
     const std::string text = XMLOf(asset);

@@ -243,6 +243,50 @@ TEST(XMLWriter, ClosesUnnamedLevelsByTheSameRules) {
     EXPECT_EQ(Write([](XMLWriter& writer) { writer.AddIndent(2); }), "</>\n</>");
 }
 
+TEST(XMLWriter, EndsUnnamedLevelsInsideAndAroundNamedElements) {
+    EXPECT_EQ(Write([](XMLWriter& writer) {
+                  writer.AddIndent(1);
+                  writer.StartElement("a");
+                  writer.AddIndent(2);
+                  writer.StartElement("b");
+                  writer.EndElement();
+                  writer.EndElement(); // an unnamed level inside of "a"
+                  writer.EndElement(); // the other one
+                  writer.EndElement();
+                  writer.AddIndent(1);
+                  writer.StartElement("c");
+              }),
+              "\n\t<a>\n\t\t\t\t<b/>\n\t\t\t</>\n\t\t</>\n\t</a>\n\t\t<c/>\n\t</>\n</>");
+}
+
+TEST(XMLWriter, CountsUnnamedLevelsInsteadOfKeepingThem) {
+    StringSink sink(0);
+    XMLWriter writer;
+    writer.Open(sink, false);
+    for (int i = 0; i < 1000; ++i)
+        writer.AddIndent(std::numeric_limits<int>::max());
+    writer.Abandon();
+    EXPECT_EQ(sink.GetSize(), 0u);
+}
+
+TEST(XMLWriter, AbandonHandsOverEverythingAndEndsNothing) {
+    StringSink sink;
+    {
+        XMLWriter writer;
+        writer.Open(sink, false);
+        writer.AddIndent(1);
+        writer.StartElement("a");
+        writer.WriteText("x");
+        writer.Abandon();
+        EXPECT_EQ(sink.GetText(), "\n\t<a>x");
+        writer.EndElement();
+        writer.WriteText("y");
+        writer.Open(sink, false);
+        writer.StartElement("b");
+    }
+    EXPECT_EQ(sink.GetText(), "\n\t<a>x\n<b/>");
+}
+
 TEST(XMLWriter, DropsLevelsFromBeforeOpen) {
     StringSink sink;
     XMLWriter writer;
