@@ -35,9 +35,18 @@ NodeInstance* GeometryInstance::GetNodeInstanceAt(int index) const {
                                                         : nullptr;
 }
 
+bool GeometryInstance::StandsInsideOf(const NodeInstance* node) const {
+    const PropertyInstance* around = this;
+    while (around && around != node)
+        around = around->GetInstance() ? around->GetInstance()->GetHolder() : nullptr;
+    return around && around == node;
+}
+
 void GeometryInstance::SetNodeInstanceAt(int index, NodeInstance* node) {
     if (index < 0 || index >= GetNodeInstanceCount() || GetNodeInstanceAt(index) == node)
         return;
+    if (StandsInsideOf(node))
+        return; // what is around the geometry would have no end
     NodeInstance* replaced = GetNodeInstanceAt(index);
     if (replaced) {
         replaced->SetGeometry(nullptr);

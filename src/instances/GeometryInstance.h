@@ -28,7 +28,8 @@ public:
     int GetNodeInstanceCount() const { return static_cast<int>(nodes_.size()); }
     NodeInstance* GetNodeInstanceAt(int index) const;
 
-    /// Takes over a node instance; the one it replaces goes back to the caller.
+    /// Takes over a node instance; the one it replaces goes back to the caller. One whose value
+    /// the geometry stands inside of changes nothing.
     void SetNodeInstanceAt(int index, NodeInstance* node);
 
     /// Called by a node instance that dies or moves: its place is empty then.
@@ -50,6 +51,7 @@ public:
 
 private:
     bool NodesGoByPlace() const;
+    bool StandsInsideOf(const NodeInstance* node) const;
 
     std::vector<NodeInstance*> nodes_; // owned
 };

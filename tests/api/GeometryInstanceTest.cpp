@@ -171,6 +171,25 @@ TEST_F(GeometryInstanceTest, ADeletedNodeInstanceLeavesItsPlaceEmpty) {
     EXPECT_EQ(XMLOf(asset).find("lod='High'"), std::string::npos);
 }
 
+TEST_F(GeometryInstanceTest, TakesNoNodeInstanceWhoseValueItStandsInsideOf) {
+    Schema("<template name='I'><geometry name='g'><alternate lod='High'/></geometry></template>"
+           "<template name='X'><node name='n'/></template>",
+           "circle");
+    OviAsset* holder = AssetOf("X", "holder");
+    auto* node = static_cast<OviNodeInstance*>(PropertyOf(holder, "X.n"));
+    OviAttributeProperty_SetType(
+        static_cast<OviAttributeProperty*>(OviPropertyInstance_GetProperty(node)), TemplateOf("I"));
+    OviAttributeInstance_SetDimension(node, 1);
+    OviInstance* nested = NestedIn(holder, "X.n");
+    ASSERT_NE(nested, nullptr);
+    auto* inner = static_cast<OviGeometryInstance*>(PropertyOf(nested, "I.g"));
+    OviNodeInstance* before = NodeAt(inner, 0);
+    OviGeometryInstance_SetNodeInstanceAt(inner, 0, node);
+    EXPECT_EQ(NodeAt(inner, 0), before);
+    EXPECT_EQ(PropertyOf(holder, "X.n"), node);
+    EXPECT_EQ(OviInstance_GetParentAsset(nested), holder);
+}
+
 TEST_F(GeometryInstanceTest, AnIndexOutOfRangeChangesNothing) {
     OviNodeInstance* first = NodeAt(shape, 0);
     OviGeometryInstance_SetNodeInstanceAt(shape, 2, first);
