@@ -87,14 +87,21 @@ void NotificationManager::NotifyPropertyInstance(PropertyInstance* propertyInsta
     if (propertyInstanceCallbacks_.empty())
         return;
     Call(propertyInstanceCallbacks_, propertyInstance, event, argument);
-    const Property* property = propertyInstance->GetProperty();
-    for (int i = 0; i < property->GetCommandCount(); ++i) {
-        const Command* command = property->GetCommandAt(i);
+    for (std::string& name : GetTriggeredCommands(*propertyInstance->GetProperty(), event))
+        Call(propertyInstanceCallbacks_, propertyInstance, kExecuteCommand, name.data());
+}
+
+/// Copies of the names: callbacks may write into what they get, and delete commands.
+std::vector<std::string> NotificationManager::GetTriggeredCommands(const Property& property,
+                                                                   int event) const {
+    std::vector<std::string> names;
+    for (int i = 0; i < property.GetCommandCount(); ++i) {
+        const Command* command = property.GetCommandAt(i);
         const bool hostMatches = (command->GetHostMask() & static_cast<unsigned>(dcc_)) != 0;
         if (hostMatches && command->GetTrigger() == static_cast<unsigned>(event))
-            Call(propertyInstanceCallbacks_, propertyInstance, kExecuteCommand,
-                 const_cast<char*>(command->GetName()));
+            names.emplace_back(command->GetName());
     }
+    return names;
 }
 
 int NotificationManager::LookUp(Codes& codes, std::string_view name) {

@@ -10,6 +10,7 @@
 namespace Kor {
 
 class Instance;
+class Property;
 class PropertyInstance;
 
 /// The codes of the events that hosts are told of; 0x2007 and 0x2008 are not assigned.
@@ -90,6 +91,7 @@ private:
     static bool Register(Records& records, Callback callback, void* userData);
     static bool Unregister(Records& records, void* userData);
     static void Call(const Records& records, void* object, int event, void* argument);
+    std::vector<std::string> GetTriggeredCommands(const Property& property, int event) const;
     static int LookUp(Codes& codes, std::string_view name);
 
     Records instanceCallbacks_;

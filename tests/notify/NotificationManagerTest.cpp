@@ -1,5 +1,6 @@
 #include "notify/NotificationManager.h"
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -153,6 +154,45 @@ TEST_F(CommandFiringTest, KeepsBothCodesInAClone) {
     ASSERT_TRUE(copy);
     EXPECT_EQ(copy->GetHostMask(), 3u);
     EXPECT_EQ(copy->GetTrigger(), 0x4000u);
+}
+
+TEST_F(CommandFiringTest, LetsCallbacksDeleteCommandsAndWriteIntoTheTextThatTheyGet) {
+    struct First {
+        AttributeProperty* property;
+        std::vector<std::string> names;
+        static void Call(void* self, void*, int event, void* argument) {
+            auto& first = *static_cast<First*>(self);
+            if (event != kExecuteCommand)
+                return;
+            auto* text = static_cast<char*>(argument);
+            first.names.emplace_back(text);
+            text[0] = '#';
+            if (Command* command =
+                    first.names.size() == 1 ? first.property->GetCommandAt(0) : nullptr) {
+                first.property->RemoveCommand(command);
+                delete command;
+            }
+        }
+    };
+    First first{&property_, {}};
+    NotificationManager::Get()->UnregisterPropertyInstanceCallback(this);
+    NotificationManager::Get()->RegisterPropertyInstanceCallback(&First::Call, &first);
+    Add("a", kMaya, kAttributeValueChanged);
+    Add("b", kMaya, kAttributeValueChanged);
+    static std::vector<std::string> seen;
+    static char* lastKey = reinterpret_cast<char*>(~std::uintptr_t{0});
+    seen.clear();
+    NotificationManager::Get()->RegisterPropertyInstanceCallback(
+        [](void*, void*, int event, void* argument) {
+            if (event == kExecuteCommand)
+                seen.emplace_back(static_cast<const char*>(argument));
+        },
+        lastKey);
+    EventsIn(1);
+    EXPECT_EQ(first.names, (Lines{"a", "b"}));
+    EXPECT_EQ(seen, (Lines{"#", "#"})); // one text for all callbacks, as with every event
+    ASSERT_EQ(property_.GetCommandCount(), 1);
+    EXPECT_STREQ(property_.GetCommandAt(0)->GetName(), "b");
 }
 
 TEST_F(CommandFiringTest, LetsACommandCallBackIntoTheLibrary) {
