@@ -7,6 +7,22 @@
 
 namespace Kor {
 
+namespace {
+
+/// Sets a flag for as long as it lives.
+class Mark {
+public:
+    explicit Mark(bool& flag) : flag_(flag) { flag_ = true; }
+    ~Mark() { flag_ = false; }
+    Mark(const Mark&) = delete;
+    Mark& operator=(const Mark&) = delete;
+
+private:
+    bool& flag_;
+};
+
+} // namespace
+
 /// An asset that is deleted by hand leaves the scene's list with it.
 Asset::~Asset() {
     if (listed_ && AssetManager::Exists())
@@ -21,12 +37,21 @@ void Asset::SetReference(std::string_view reference, bool announce) {
         std::string text(reference);
         if (notifications)
             notifications->NotifyInstance(this, kReferenceChanged, text.data());
-        if (assets && !reference_.IsEmpty())
-            assets->UnreferenceFile(*this, std::string(reference_.View()));
+        if (assets)
+            LetGoOfFile(*assets);
     }
     reference_ = std::move(stored);
-    if (announce && assets && !reference_.IsEmpty())
+    if (announce && assets && !reference_.IsEmpty() && !lettingGo_)
         assets->ReferenceFile(*this, std::string(reference_.View()));
+}
+
+/// Callbacks that set the reference meanwhile only set a text that will not stay: the old file is
+/// let go once, and the one in between is not counted.
+void Asset::LetGoOfFile(AssetManager& assets) {
+    if (reference_.IsEmpty() || lettingGo_)
+        return;
+    const Mark mark(lettingGo_);
+    assets.UnreferenceFile(*this, std::string(reference_.View()));
 }
 
 void Asset::LeaveSortedLists() {

@@ -5,6 +5,8 @@
 
 namespace Kor {
 
+class AssetManager;
+
 /// An instance at the top of a scene; it may refer to a file.
 class Asset : public Instance {
 public:
@@ -25,7 +27,7 @@ public:
     const char* GetReference() const { return reference_.CStr(); }
 
     /// Replaces the reference; with `announce`, events go out and the references to files are
-    /// counted.
+    /// counted. What callbacks set while the old file is let go is replaced at once.
     void SetReference(std::string_view reference, bool announce);
 
     /// Whether the asset manager lists the asset and therefore owns it.
@@ -37,9 +39,12 @@ protected:
     void EnterSortedLists() override;
 
 private:
+    void LetGoOfFile(AssetManager& assets);
+
+    bool listed_ = false;
+    bool lettingGo_ = false;
     void* assetNode_ = nullptr;
     CompactString reference_;
-    bool listed_ = false;
 };
 
 } // namespace Kor

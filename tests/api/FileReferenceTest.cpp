@@ -104,6 +104,40 @@ TEST_F(FileReferenceTest, StaysAsGivenWhateverCallbacksDo) {
     EXPECT_EQ(Events(), (Lines{"0x100A b ", "0x1009 b between"}));
 }
 
+TEST_F(FileReferenceTest, IsCountedOnceWhateverCallbacksDoWhenAFileIsLetGo) {
+    OviAsset_SetReference(a_, "old");
+    {
+        const Reaction interfere([&](OviObject*, int event, void*) {
+            if (event == OVI_EVENT_UNREFERENCE_FILE)
+                OviAsset_SetReference(a_, "between");
+        });
+        OviAsset_SetReference(a_, "new");
+    }
+    EXPECT_STREQ(OviAsset_GetReference(a_), "new");
+    for (const std::string file : {"between", "old", "new"}) {
+        OviAsset_SetReference(a_, "");
+        OviAsset_SetReference(b_, file.c_str());
+        TakeEvents();
+        OviAsset_SetReference(b_, "");
+        EXPECT_EQ(Events(), (Lines{"0x100A b ", "0x1009 b " + file}));
+    }
+}
+
+TEST_F(FileReferenceTest, IsLetGoByACallbackThatClearsItMeanwhile) {
+    OviAsset_SetReference(a_, "old");
+    {
+        const Reaction clear([&](OviObject*, int event, void*) {
+            if (event == OVI_EVENT_UNREFERENCE_FILE)
+                OviAsset_SetReference(a_, "");
+        });
+        OviAsset_SetReference(a_, "");
+    }
+    OviAsset_SetReference(b_, "old");
+    TakeEvents();
+    OviAsset_SetReference(b_, "");
+    EXPECT_EQ(Events(), (Lines{"0x100A b ", "0x1009 b old"}));
+}
+
 TEST_F(FileReferenceTest, OutlivesTheAssetAndTheScene) {
     OviAsset_SetReference(a_, "file");
     OviAssetManager_NewScene();
