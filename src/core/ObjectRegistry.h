@@ -41,16 +41,11 @@ public:
     int Insert(T* object, T** replaced = nullptr) {
         const std::string_view key = object->GetKey();
         const Position at = LowerBound(key);
-        T* found = At(at);
+        const T* found = At(at);
+        if (found && found->GetKey() == key)
+            return Overwrite(at, object, replaced);
         if (replaced)
             *replaced = nullptr;
-        if (found && found->GetKey() == key) {
-            if (replaced)
-                *replaced = found;
-            const Position entry = Normalized(at);
-            chunks_[entry.chunk][entry.offset] = object;
-            return ~IndexAt(entry);
-        }
         const int index = IndexAt(at);
         InsertAt(at, object);
         return index;
@@ -175,6 +170,17 @@ private:
             at = Normalized(at);
         }
         return {chunks_.size(), 0};
+    }
+
+    /// Puts the object over its own entry or, where it has none, over the first one of its key.
+    int Overwrite(Position first, T* object, T** replaced) {
+        const Position own = PositionOf(object);
+        const Position at = At(own) ? own : Normalized(first);
+        T*& entry = chunks_[at.chunk][at.offset];
+        if (replaced)
+            *replaced = entry;
+        entry = object;
+        return ~IndexAt(at);
     }
 
     /// The place of this very object without trusting its key.

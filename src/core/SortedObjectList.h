@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cstddef>
 #include <string_view>
 #include <vector>
 
@@ -13,6 +14,7 @@ namespace Kor {
 /// A search that fails gives the bitwise complement of the insertion point, so every result below
 /// zero means "not there". Inserting an existing key overwrites the entry and gives the complement
 /// of its index, unless duplicates are allowed: then the new object goes in front of its equals.
+/// Where several objects share a key, an object that is one of them overwrites itself.
 template <class T, bool kAllowDuplicates = false> class SortedObjectList {
 public:
     int GetCount() const { return static_cast<int>(objects_.size()); }
@@ -43,19 +45,32 @@ public:
             objects_.insert(objects_.begin() + index, object);
             return index;
         }
-        T*& entry = objects_[static_cast<size_t>(found)];
+        const int own = IndexOf(object);
+        const int index = own >= 0 ? own : found;
+        T*& entry = objects_[static_cast<size_t>(index)];
         if (replaced)
             *replaced = entry;
         entry = object;
-        return ~found;
+        return ~index;
     }
 
     /// Inserts behind the objects with the same key and keeps them.
     void Place(T* object) {
-        const auto place = std::upper_bound(
-            objects_.begin(), objects_.end(), object->GetKey(),
-            [](std::string_view key, const T* other) { return key < other->GetKey(); });
-        objects_.insert(place, object);
+        objects_.insert(UpperBound(objects_.begin(), objects_.end(), object->GetKey()), object);
+    }
+
+    /// Places objects that stand in the order of their keys; no entry moves more than once.
+    void PlaceAll(const std::vector<T*>& objects) {
+        auto kept = static_cast<std::ptrdiff_t>(objects_.size()); // those not moved yet
+        objects_.resize(objects_.size() + objects.size());
+        auto end = objects_.end();
+        for (auto object = objects.rbegin(); object != objects.rend(); ++object) {
+            const auto keptEnd = objects_.begin() + kept;
+            const auto place = UpperBound(objects_.begin(), keptEnd, (*object)->GetKey());
+            end = std::move_backward(place, keptEnd, end);
+            *--end = *object;
+            kept = place - objects_.begin();
+        }
     }
 
     /// Takes out the entry with the object's key (the object itself where several share it) and
@@ -94,8 +109,9 @@ public:
 
     /// Restores the order after keys changed in place.
     void Resort() {
-        std::stable_sort(objects_.begin(), objects_.end(),
-                         [](const T* a, const T* b) { return a->GetKey() < b->GetKey(); });
+        const auto before = [](const T* a, const T* b) { return a->GetKey() < b->GetKey(); };
+        if (!std::is_sorted(objects_.begin(), objects_.end(), before))
+            std::stable_sort(objects_.begin(), objects_.end(), before);
     }
 
     void Clear() { objects_.clear(); }
@@ -115,6 +131,13 @@ private:
         return std::lower_bound(
             objects_.begin(), objects_.end(), key,
             [](const T* object, std::string_view wanted) { return object->GetKey() < wanted; });
+    }
+
+    template <class Iterator>
+    static Iterator UpperBound(Iterator first, Iterator last, std::string_view key) {
+        return std::upper_bound(first, last, key, [](std::string_view wanted, const T* object) {
+            return wanted < object->GetKey();
+        });
     }
 
     std::vector<T*> objects_;

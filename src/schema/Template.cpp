@@ -123,10 +123,11 @@ void Template::EnterSortedLists() {
 int Template::AddProperty(Property* property, int position, bool* refused) {
     Property* existing = propertiesByName_.Get(property->GetKey());
     const bool containsItself = MayBeMet() && property->RefersTo(this, nullptr);
-    const bool duplicate = existing && existing->GetVersion() == GetVersion();
+    const bool duplicate = (existing && existing->GetVersion() == GetVersion()) ||
+                           propertiesByName_.Contains(property);
     if (refused)
-        *refused = containsItself || duplicate || existing == property;
-    if (containsItself || duplicate || existing == property)
+        *refused = containsItself || duplicate;
+    if (containsItself || duplicate)
         return -1;
     if (existing && GetVersion() < existing->GetVersion()) {
         VersionedObject* older = existing->GetPrevious();

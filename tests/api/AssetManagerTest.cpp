@@ -181,6 +181,17 @@ TEST_F(AssetManagerTest, RemovesTheVeryAssetWhereTwoShareAName) {
     OviObject_Delete(second);
 }
 
+TEST_F(AssetManagerTest, KeepsOneEntryForAnAssetAddedAgainBesideItsNamesake) {
+    OviAsset* first = OviAssetManager_NewAsset("one");
+    OviAsset* second = OviAssetManager_NewAsset("two");
+    OviNamedObject_SetName(second, "one");
+    EXPECT_EQ(OviAssetManager_AddAsset(second), ~1);
+    EXPECT_EQ(OviAssetManager_GetAssetCount(), 2);
+    EXPECT_EQ(OviAssetManager_GetAssetAt(0), first);
+    EXPECT_EQ(OviAssetManager_GetAssetAt(1), second);
+    EXPECT_TRUE(OviAssetManager_NewScene());
+}
+
 TEST_F(AssetManagerTest, TakesADeletedAssetOutOfTheSceneWithoutAnEvent) {
     OviAsset* asset = OviAssetManager_NewAsset("a");
     StartRecording();

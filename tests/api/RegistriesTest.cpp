@@ -107,6 +107,24 @@ TEST_F(RegistriesTest, ARenamedTypeIsMovedToItsPlace) {
     EXPECT_NE(OviTemplateManager_GetType("Other"), color);
 }
 
+TEST_F(RegistriesTest, ATypeAddedAgainBesideItsNamesakeIsListedOnce) {
+    OviType* color = Custom("Color");
+    OviType* other = Custom("Other");
+    OviNamedObject_SetName(other, "Color");
+    const int count = OviTemplateManager_GetTypeCount();
+    const int place = ~OviTemplateManager_AddType(color);
+    EXPECT_EQ(OviTemplateManager_AddType(other), ~(place + 1));
+    EXPECT_EQ(OviTemplateManager_GetTypeCount(), count);
+    EXPECT_EQ(OviTemplateManager_GetTypeAt(place), color);
+    EXPECT_EQ(OviTemplateManager_GetTypeAt(place + 1), other);
+    OviEnumeration* choice = Enumeration("Choice");
+    OviEnumeration* second = Enumeration("Second");
+    OviNamedObject_SetName(second, "Choice");
+    EXPECT_EQ(OviTemplateManager_AddEnumeration(second), ~1);
+    EXPECT_EQ(OviTemplateManager_GetEnumerationCount(), 2);
+    EXPECT_EQ(OviTemplateManager_GetEnumerationAt(0), choice);
+}
+
 TEST_F(RegistriesTest, TypesAreAddedByTheirClass) {
     OviTemplate* clone = CloneOf(Make("Foo"));
     OviNamedObject_SetName(clone, "Bar");

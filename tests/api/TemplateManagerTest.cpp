@@ -127,6 +127,20 @@ TEST_F(TemplateManagerTest, BothStayWhenARenamedTemplateMeetsAnother) {
     EXPECT_EQ(Templates(), (Names{"A#1", "Object#1"}));
 }
 
+TEST_F(TemplateManagerTest, ATemplateAddedAgainBesideItsNamesakeIsListedOnce) {
+    OviTemplate* a = Make("A");
+    OviTemplate* b = Make("B");
+    OviNamedObject_SetName(b, "A");
+    EXPECT_EQ(OviTemplateManager_AddType(b), ~1);
+    EXPECT_EQ(Templates(), (Names{"A#1", "A#1", "Object#1"}));
+    EXPECT_EQ(OviTemplateManager_GetTemplateAt(0), a);
+    EXPECT_EQ(OviTemplateManager_GetTemplateAt(1), b);
+    OviObject_Delete(a);
+    EXPECT_EQ(Find("A"), b);
+    Ovi_Terminate(); // which must not delete one of them twice
+    Ovi_Initialize();
+}
+
 TEST_F(TemplateManagerTest, TheRootMayBeRenamed) {
     OviTemplate* root = OviTemplateManager_GetRoot();
     OviTemplate* child = Make("Child");

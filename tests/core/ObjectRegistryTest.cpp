@@ -22,7 +22,9 @@ public:
         return at < Count() && entries_[static_cast<size_t>(at)]->GetKey() == key ? at : ~at;
     }
     int Insert(Keyed* object, Keyed** replaced) {
-        const int found = Find(object->GetKey());
+        const auto own = std::find(entries_.begin(), entries_.end(), object);
+        const int found = own != entries_.end() ? static_cast<int>(own - entries_.begin())
+                                                : Find(object->GetKey());
         *replaced = found >= 0 ? entries_[static_cast<size_t>(found)] : nullptr;
         if (found >= 0)
             entries_[static_cast<size_t>(found)] = object;
@@ -66,8 +68,8 @@ class Pair {
 public:
     explicit Pair(unsigned seed, int keys) : random_(seed), keys_(keys) {}
 
-    void Add(int key) {
-        Keyed* object = New(key);
+    void Add(int key) { Insert(New(key)); }
+    void Insert(Keyed* object) {
         Keyed* replaced = nullptr;
         Keyed* expected = nullptr;
         const int result = registry_.Insert(object, &replaced);
@@ -94,8 +96,8 @@ public:
     }
 
     void StepRandomly() {
-        const Keyed* known = objects_.empty() ? nullptr : objects_[Below(objects_.size())].get();
-        switch (Below(8)) {
+        Keyed* known = objects_.empty() ? nullptr : objects_[Below(objects_.size())].get();
+        switch (Below(9)) {
         case 0:
             return Place(static_cast<int>(Below(static_cast<size_t>(keys_))));
         case 1:
@@ -103,6 +105,8 @@ public:
         case 2:
             return known ? RemoveExactly(known) : void();
         case 3:
+            return known ? Insert(known) : void();
+        case 4:
             return Below(10) == 0 ? TakeLast() : void();
         default:
             return Add(static_cast<int>(Below(static_cast<size_t>(keys_))));

@@ -65,6 +65,24 @@ TYPED_TEST(SortedListTest, AnExistingKeyIsOverwritten) {
     EXPECT_EQ(replaced, nullptr);
 }
 
+TYPED_TEST(SortedListTest, AnObjectThatSharesItsKeyOverwritesItself) {
+    Keyed second("b");
+    Keyed third("b");
+    for (Keyed* object : {&this->a_, &this->b_, &second, &third, &this->c_})
+        this->list_.Place(object);
+    Keyed* replaced = nullptr;
+    EXPECT_EQ(this->list_.Insert(&third, &replaced), ~3);
+    EXPECT_EQ(replaced, &third);
+    EXPECT_EQ(this->list_.Insert(&second), ~2);
+    const Keyed* expected[] = {&this->a_, &this->b_, &second, &third, &this->c_};
+    for (int i = 0; i < 5; ++i)
+        EXPECT_EQ(this->list_.GetAt(i), expected[i]);
+    Keyed other("b");
+    EXPECT_EQ(this->list_.Insert(&other, &replaced), ~1);
+    EXPECT_EQ(replaced, &this->b_);
+    EXPECT_EQ(this->list_.GetCount(), 5);
+}
+
 TYPED_TEST(SortedListTest, RemovalGoesByKeyAndPrefersTheObjectItself) {
     Keyed other("b");
     for (Keyed* object : {&this->a_, &this->b_, &this->c_})
@@ -138,6 +156,22 @@ TEST(SortedObjectList, PutsANewDuplicateInFrontOfItsEquals) {
     EXPECT_EQ(list.IndexOf(&first), 1);
     Keyed other("b");
     EXPECT_EQ(list.IndexOf(&other), -1);
+}
+
+TEST(SortedObjectList, PlacesManyInTheirOrderBehindTheirEquals) {
+    Keyed a("a");
+    Keyed b("b");
+    Keyed d("d");
+    Keyed first("");
+    Keyed second("b");
+    Keyed third("c");
+    Keyed last("e");
+    SortedObjectList<Keyed> list;
+    list.PlaceAll({});
+    list.PlaceAll({&a, &b, &d});
+    list.PlaceAll({});
+    list.PlaceAll({&first, &second, &third, &last});
+    EXPECT_EQ(list.GetAll(), (std::vector<Keyed*>{&first, &a, &b, &second, &third, &d, &last}));
 }
 
 TEST(SortedObjectList, WalksInOrder) {
