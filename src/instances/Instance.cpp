@@ -37,10 +37,8 @@ Instance::Instance(std::string_view name, Place place)
 Instance::~Instance() {
     if (auto* holder = ObjectCast<AttributeInstance>(holder_))
         holder->ForgetNestedInstance(*this);
-    if (abandoned_) {
-        auto& abandoned = Abandoned();
-        abandoned.erase(std::remove(abandoned.begin(), abandoned.end(), this), abandoned.end());
-    }
+    if (abandonedPlace_ > 0)
+        LeaveAbandoned();
     if (openPlace_ > 0)
         OpenInstances::ForgetInstance(*this);
     DeletePropertyInstances();
@@ -301,10 +299,20 @@ void Instance::BecomeValueElement() {
 }
 
 void Instance::Abandon() {
-    if (abandoned_)
+    if (abandonedPlace_ > 0)
         return;
     Abandoned().push_back(this);
-    abandoned_ = true;
+    abandonedPlace_ = static_cast<unsigned>(Abandoned().size());
+}
+
+/// The last one takes the place, so that no other has to move.
+void Instance::LeaveAbandoned() {
+    auto& abandoned = Abandoned();
+    Instance* last = abandoned.back();
+    abandoned[abandonedPlace_ - 1] = last;
+    last->abandonedPlace_ = abandonedPlace_;
+    abandoned.pop_back();
+    abandonedPlace_ = 0;
 }
 
 // Stripping an instance abandons those nested in its values, which then follow in the same loop.
@@ -312,8 +320,7 @@ void Instance::StripAbandoned() {
     auto& abandoned = Abandoned();
     while (!abandoned.empty()) {
         Instance* instance = abandoned.back();
-        abandoned.pop_back();
-        instance->abandoned_ = false;
+        instance->LeaveAbandoned();
         instance->DeletePropertyInstances();
         instance->ReleaseTemplates();
     }

@@ -144,10 +144,11 @@ private:
     PropertyInstance* holder_ = nullptr;
     bool hasParent_ = false;
     bool freeStanding_;
-    bool abandoned_ = false;
-    unsigned openPlace_ = 0;
 
     static inline int freeStandingCount_ = 0;
+    void LeaveAbandoned();
 };
 
 } // namespace Kor
+    unsigned openPlace_ = 0;
+    unsigned abandonedPlace_ = 0; // one past the place among the abandoned ones

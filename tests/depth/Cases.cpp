@@ -17,6 +17,8 @@ const std::vector<Case>& GetCases() {
         {"Assets in assets", "assets", 10000, RunNested},
         {"Alternates of a geometry", "levels", 10000, RunAlternates},
         {"Files one by one", "files", 5000, RunFiles},
+        {"Former values", "assets", 40000, RunFormerValues},
+        {"Properties of two templates", "properties", 20000, RunProperties},
     };
     return cases;
 }

@@ -3,6 +3,8 @@
 #include "SceneCases.h"
 
 #include <cstdint>
+#include <string>
+#include <vector>
 
 #include "ovi/ovi.h"
 
@@ -10,15 +12,20 @@ namespace {
 
 constexpr const char* kNextInstance = "Link.next";
 
+/// The instances in an attribute's value.
+OviInstance** ValueOf(OviInstance* instance, const char* attribute) {
+    return static_cast<OviInstance**>(
+        OviAttributeInstance_GetValue(static_cast<OviAttributeInstance*>(
+            OviInstance_GetPropertyInstance(instance, attribute, false))));
+}
+
 /// How many assets stand in each other.
 int CountNested() {
     int count = 0;
     OviInstance* current = OviAssetManager_GetAsset("Outermost");
     while (current) {
         ++count;
-        auto** value = static_cast<OviInstance**>(
-            OviAttributeInstance_GetValue(static_cast<OviAttributeInstance*>(
-                OviInstance_GetPropertyInstance(current, kNextInstance, false))));
+        OviInstance** value = ValueOf(current, kNextInstance);
         current = value ? *value : nullptr;
     }
     return count;
@@ -92,4 +99,45 @@ void RunAlternates(Run& run) {
     run.Step("clear again", [] { return OviAssetManager_NewScene(); });
     run.Step("unload the schema",
              [&] { return OviTemplateManager_UnloadTemplateFile(schema.c_str()); });
+}
+
+void RunFormerValues(Run& run) {
+    const std::string schema = run.Write(
+        "outer.template", "<templates><template name='Inner'/><template name='Outer'>"
+                          "<attribute name='inner' type='Inner'/></template></templates>");
+    OviTemplateManager_LoadTemplateFile(schema.c_str());
+    OviTemplate* outer = OviTemplateManager_GetTemplate("Outer");
+    std::vector<OviInstance*> held;
+    run.Step("make", [&] {
+        for (int i = 0; i < run.Size(); ++i) {
+            OviAsset* asset = OviAssetManager_NewAsset(nullptr);
+            OviInstance_AddTemplate(asset, outer);
+            held.push_back(*ValueOf(asset, "Outer.inner"));
+        }
+        return OviAssetManager_GetAssetCount() == run.Size();
+    });
+    run.Step("clear", [] { return OviAssetManager_NewScene(); });
+    run.Step("delete what was held", [&] {
+        for (OviInstance* instance : held)
+            OviObject_Delete(instance);
+        return true;
+    });
+}
+
+void RunProperties(Run& run) {
+    std::string properties;
+    for (int i = 0; i < run.Size(); ++i)
+        properties += "<attribute name='p" + std::to_string(i) + "' type='INT32'/>\n";
+    const std::string schema =
+        run.Write("both.template", "<templates><template name='Base'>" + properties +
+                                       "</template><template name='Above'>" + properties +
+                                       "</template></templates>");
+    OviTemplateManager_LoadTemplateFile(schema.c_str());
+    OviAsset* asset = OviAssetManager_NewAsset("both");
+    OviInstance_AddTemplate(asset, OviTemplateManager_GetTemplate("Base"));
+    run.Step("add the second template", [&] {
+        OviInstance_AddTemplate(asset, OviTemplateManager_GetTemplate("Above"));
+        return OviInstance_GetPropertyInstance(asset, "Above.p1", false) != nullptr;
+    });
+    run.Step("clear", [] { return OviAssetManager_NewScene(); });
 }
