@@ -53,8 +53,9 @@ bool Instance::SetName(const char* name) {
     Notify(kInstanceRenamed, shown.data());
     if (!IsValidName(given))
         return false;
+    CompactString fresh(given); // memory may run out here: not while no list has the instance
     LeaveSortedLists();
-    StoreName(given);
+    SwapName(fresh);
     EnterSortedLists();
     return true;
 }
