@@ -13,7 +13,6 @@
 #include "manager/RetiredSchema.h"
 #include "manager/TemplateManager.h"
 #include "notify/NotificationManager.h"
-#include "schema/SchemaRevision.h"
 
 namespace Kor {
 
@@ -69,7 +68,7 @@ void Instance::Notify(int event, void* argument) {
 
 int Instance::AddTemplate(Template* added, bool notify) {
     Template* replaced = nullptr;
-    const int position = templates_.Insert(added, &replaced);
+    const int position = Templates().Insert(added, &replaced);
     added->AddInstance();
     if (replaced)
         replaced->RemoveInstance();
@@ -98,10 +97,10 @@ int Instance::RemoveTemplate(Template* removed, bool notify) {
                                             removed->GetOwnProperties().end());
     for (Property* property : properties)
         RemovePropertyInstance(*property, notify);
-    const int position = templates_.Find(removed->GetKey());
-    if (position >= 0) {
-        templates_.GetAt(position)->RemoveInstance();
-        templates_.Remove(templates_.GetAt(position));
+    const int position = FindTemplate(*removed);
+    if (Template* listed = Templates().GetAt(position)) {
+        listed->RemoveInstance();
+        Templates().Remove(listed);
     }
     if (notify)
         Notify(kTemplateRemoved, removed);
@@ -114,13 +113,13 @@ int Instance::UpdateTemplate(Template* old, bool notify) {
                          ? manager->GetTemplateVersion(old->GetFullName(),
                                                        static_cast<unsigned>(old->GetVersion()) + 1)
                          : nullptr;
-    const int place = templates_.Find(old->GetKey());
+    const int place = FindTemplate(*old);
     if (!next || place < 0)
         return -1;
-    Template* listed = templates_.GetAt(place);
-    templates_.Remove(listed);
+    Template* listed = Templates().GetAt(place);
+    Templates().Remove(listed);
     Template* replaced = nullptr;
-    const int inserted = templates_.Insert(next, &replaced);
+    const int inserted = Templates().Insert(next, &replaced);
     next->AddInstance();
     if (replaced)
         replaced->RemoveInstance();
@@ -160,6 +159,12 @@ void Instance::UpdateProperty(Property& property, bool notify) {
     if (!found) {
         AddPropertyInstance(property, notify);
         return;
+/// Its place, or that of another one with its key.
+int Instance::FindTemplate(const Template& wanted) const {
+    const int own = Templates().IndexOf(&wanted);
+    return own >= 0 ? own : Templates().Find(wanted.GetKey());
+}
+
     }
     Sorted().RemoveExactly(found);
     const int oldStatus = found->GetProperty()->GetVersionStatus();
@@ -184,7 +189,7 @@ Template* Instance::GetTemplate(std::string_view name) const {
     if (known->GetLatestVersion() < 1)
         return known;
     Template* best = nullptr;
-    for (Template* candidate : templates_) {
+    for (Template* candidate : Templates()) {
         const int version = candidate->GetVersion();
         if (candidate->GetFullName() != name || version < 1 || version > known->GetLatestVersion())
             continue;
@@ -197,19 +202,17 @@ Template* Instance::GetTemplate(std::string_view name) const {
 Template* Instance::FindTemplateVersion(std::string_view name, int version) const {
     std::string key(name);
     key.append(1, '#').append(std::to_string(version));
-    return templates_.Get(key);
+    return Templates().Get(key);
 }
 
 // -- property instances ---------------------------------------------------------------------------
 
-/// A property that gets another owner changes its full name, and with it the key by which the list
-/// is sorted.
-SortedObjectList<PropertyInstance>& Instance::Sorted() const {
-    if (sortedBy_ != SchemaRevision::GetKeys()) {
-        propertyInstances_.Resort();
-        sortedBy_ = SchemaRevision::GetKeys();
-    }
-    return propertyInstances_;
+/// A property that gets another owner and a template that is renamed change the keys by which the
+/// lists are sorted.
+void Instance::SortAnew() const {
+    propertyInstances_.Resort();
+    templates_.Resort();
+    sortedBy_ = SchemaRevision::GetKeys();
 }
 
 PropertyInstance* Instance::GetPropertyInstance(std::string_view fullName, bool create) {
@@ -260,7 +263,7 @@ bool Instance::IsPropertyInstanceValid(std::string_view fullName) const {
 }
 
 bool Instance::IsValid() const {
-    for (const Template* implemented : templates_) {
+    for (const Template* implemented : Templates()) {
         for (const Property* property : implemented->GetOwnProperties()) {
             if (!IsPropertyInstanceValid(property->GetFullName()))
                 return false;

@@ -6,6 +6,7 @@
 #include "core/NamedObject.h"
 #include "core/SortedObjectList.h"
 #include "instances/PropertyInstance.h"
+#include "schema/SchemaRevision.h"
 #include "schema/Template.h"
 
 namespace Kor {
@@ -53,7 +54,7 @@ public:
 
     /// The highest implemented version of that full name that is not newer than the latest known.
     Template* GetTemplate(std::string_view name) const;
-    Template* GetTemplateAt(int index) const { return templates_.GetAt(index); }
+    Template* GetTemplateAt(int index) const { return Templates().GetAt(index); }
     int GetTemplateCount() const { return templates_.GetCount(); }
     Template* FindTemplateVersion(std::string_view name, int version) const;
 
@@ -129,7 +130,20 @@ protected:
     virtual void EnterSortedLists() {}
 
 private:
-    SortedObjectList<PropertyInstance>& Sorted() const;
+    /// The lists in the order of the present keys.
+    SortedObjectList<PropertyInstance>& Sorted() const {
+        if (sortedBy_ != SchemaRevision::GetKeys())
+            SortAnew();
+        return propertyInstances_;
+    }
+    SortedObjectList<Template>& Templates() const {
+        if (sortedBy_ != SchemaRevision::GetKeys())
+            SortAnew();
+        return templates_;
+    }
+    void SortAnew() const;
+    int FindTemplate(const Template& wanted) const;
+    PropertyInstance* FindOrAnnounced(const Property& property) const;
     void AddPropertyInstances(const std::vector<Property*>& properties);
     void DeletePropertyInstances();
     void ReleaseTemplates();
@@ -138,7 +152,7 @@ private:
     void UpdateProperty(Property& property, bool notify);
     void CopyShallow(const Instance& source);
 
-    SortedObjectList<Template> templates_;
+    mutable SortedObjectList<Template> templates_;
     mutable SortedObjectList<PropertyInstance> propertyInstances_;
     mutable std::uint64_t sortedBy_ = 0; // the state of the full names that the order is for
     PropertyInstance* holder_ = nullptr;

@@ -141,7 +141,7 @@ private:
 unsigned Instance::GetSize() {
     Instance* self = this;
     unsigned size = 0;
-    const std::vector<Template*> implemented(templates_.begin(), templates_.end());
+    const std::vector<Template*> implemented(Templates().begin(), Templates().end());
     for (const Template* type : implemented)
         size += static_cast<unsigned>(MeasureTemplateValue(*type, &self, 1));
     return size;

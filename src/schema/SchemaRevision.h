@@ -11,8 +11,8 @@ public:
     static std::uint64_t Get() { return revision_; }
     static void Advance() { ++revision_; }
 
-    /// The same for the full names of properties that property instances refer to: lists sorted by
-    /// them must then be sorted anew.
+    /// The same for the full names of properties and the keys of templates that instances refer to:
+    /// lists sorted by them must then be sorted anew.
     static std::uint64_t GetKeys() { return keys_; }
     static void AdvanceKeys() { ++keys_; }
 

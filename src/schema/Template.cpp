@@ -97,6 +97,8 @@ void Template::UpdateFullName() {
     key.append(1, '#').append(std::to_string(GetVersion()));
     key_.swap(key);
     SchemaRevision::Advance();
+    if (instanceCount_ > 0)
+        SchemaRevision::AdvanceKeys();
 }
 
 void Template::LeaveSortedLists() {
