@@ -10,6 +10,7 @@
 #include "instances/Asset.h"
 #include "instances/AttributeInstance.h"
 #include "instances/OpenInstances.h"
+#include "instances/UnlistedPropertyInstance.h"
 #include "manager/RetiredSchema.h"
 #include "manager/TemplateManager.h"
 #include "notify/NotificationManager.h"
@@ -84,11 +85,32 @@ void Instance::AddPropertyInstances(const std::vector<Property*>& properties) {
             AddPropertyInstance(*property, false);
         return;
     }
+        if (UnlistedPropertyInstance::Find(*this, property->GetFullName()))
+            continue;
     // The first template's properties come sorted and without duplicates.
     Sorted().Reserve(static_cast<int>(properties.size()));
     for (Property* property : properties) {
         if (auto created = property->CreateInstance(*this))
             Sorted().Append(created.release());
+/// All are made before the list changes, which then moves its entries once.
+void Instance::AddMissingPropertyInstances(const std::vector<Property*>& properties) {
+    std::vector<std::unique_ptr<PropertyInstance>> created;
+    for (Property* property : properties) {
+        if (FindOrAnnounced(*property))
+            continue;
+        if (auto made = property->CreateInstance(*this))
+            created.push_back(std::move(made));
+    }
+    if (created.empty())
+        return;
+    std::vector<PropertyInstance*> added;
+    added.reserve(created.size());
+    Sorted().Reserve(Sorted().GetCount() + static_cast<int>(created.size()));
+    for (auto& made : created)
+        added.push_back(made.release());
+    Sorted().PlaceAll(added);
+}
+
     }
 }
 
@@ -164,6 +186,7 @@ int Instance::FindTemplate(const Template& wanted) const {
     const int own = Templates().IndexOf(&wanted);
     return own >= 0 ? own : Templates().Find(wanted.GetKey());
 }
+    const UnlistedPropertyInstance announced(*found, UnlistedPropertyInstance::kComesBack);
 
     }
     Sorted().RemoveExactly(found);
@@ -178,7 +201,8 @@ int Instance::FindTemplate(const Template& wanted) const {
         void* argument = event == kPropertyDeprecated ? nullptr : &property;
         notifications->NotifyPropertyInstance(found, event, argument);
     }
-    Sorted().Insert(found);
+    if (PropertyInstance* left = announced.Get())
+        Sorted().Place(left);
 }
 
 Template* Instance::GetTemplate(std::string_view name) const {
@@ -221,11 +245,16 @@ PropertyInstance* Instance::GetPropertyInstance(std::string_view fullName, bool 
         return found;
     TemplateManager* manager = TemplateManager::Get();
     Property* property = manager ? manager->GetProperty(fullName) : nullptr;
+PropertyInstance* Instance::FindOrAnnounced(const Property& property) const {
+    PropertyInstance* listed = Sorted().Get(property.GetFullName());
+    return listed ? listed : UnlistedPropertyInstance::Find(*this, property.GetFullName());
+}
+
     return property ? AddPropertyInstance(*property, false) : nullptr;
 }
 
 PropertyInstance* Instance::AddPropertyInstance(Property& property, bool notify) {
-    if (PropertyInstance* existing = Sorted().Get(property.GetFullName()))
+    if (PropertyInstance* existing = FindOrAnnounced(property))
         return existing;
     std::unique_ptr<PropertyInstance> created = property.CreateInstance(*this);
     if (!created)
@@ -239,6 +268,7 @@ PropertyInstance* Instance::AddPropertyInstance(Property& property, bool notify)
 
 int Instance::RemovePropertyInstance(Property& property, bool notify) {
     PropertyInstance* found = Sorted().Get(property.GetFullName());
+    const UnlistedPropertyInstance removed(*found, UnlistedPropertyInstance::kGoes);
     if (!found)
         return -1;
     const int index = Sorted().Remove(found);
@@ -246,10 +276,13 @@ int Instance::RemovePropertyInstance(Property& property, bool notify) {
         Notify(kPropertyRemoved, found);
     if (openPlace_ > 0)
         OpenInstances::ForgetPropertyInstance(*this, found);
-    found->LeaveInstance();
-    delete found;
+    if (PropertyInstance* left = removed.Get()) {
+        left->LeaveInstance();
+        delete left;
+    }
     return index;
 }
+    UnlistedPropertyInstance::Forget(propertyInstance);
 
 void Instance::ForgetPropertyInstance(PropertyInstance& propertyInstance) {
     Sorted().RemoveExactly(&propertyInstance);

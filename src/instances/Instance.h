@@ -117,7 +117,7 @@ public:
     /// Free-standing instances alive: while there are any, a terminated schema is kept for them.
     static int CountFreeStanding() { return freeStandingCount_; }
 
-    /// Called by a property instance that is deleted by hand.
+    /// Called by a property instance that is deleted by hand or gets another owner.
     void ForgetPropertyInstance(PropertyInstance& propertyInstance);
 
     /// Where scene readers have the instance open, as OpenInstances counts; 0 when none has.
