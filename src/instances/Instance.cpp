@@ -19,8 +19,8 @@ namespace Kor {
 
 namespace {
 
-/// Instances whose values are gone. They are kept in reach, so that a schema that goes can take
-/// its links away from them.
+/// Instances whose values are gone, in any order. They are kept in reach, so that a schema that
+/// goes can take its links away from them.
 std::vector<Instance*>& Abandoned() {
     static auto& instances = *new std::vector<Instance*>(); // outlives all users at process exit
     return instances;
@@ -79,19 +79,19 @@ int Instance::AddTemplate(Template* added, bool notify) {
     return position;
 }
 
+/// The properties come sorted and without duplicates.
 void Instance::AddPropertyInstances(const std::vector<Property*>& properties) {
-    if (!Sorted().IsEmpty()) {
-        for (Property* property : properties)
-            AddPropertyInstance(*property, false);
-        return;
-    }
-        if (UnlistedPropertyInstance::Find(*this, property->GetFullName()))
-            continue;
-    // The first template's properties come sorted and without duplicates.
+    if (!Sorted().IsEmpty())
+        return AddMissingPropertyInstances(properties);
     Sorted().Reserve(static_cast<int>(properties.size()));
     for (Property* property : properties) {
+        if (UnlistedPropertyInstance::Find(*this, property->GetFullName()))
+            continue;
         if (auto created = property->CreateInstance(*this))
             Sorted().Append(created.release());
+    }
+}
+
 /// All are made before the list changes, which then moves its entries once.
 void Instance::AddMissingPropertyInstances(const std::vector<Property*>& properties) {
     std::vector<std::unique_ptr<PropertyInstance>> created;
@@ -109,9 +109,6 @@ void Instance::AddMissingPropertyInstances(const std::vector<Property*>& propert
     for (auto& made : created)
         added.push_back(made.release());
     Sorted().PlaceAll(added);
-}
-
-    }
 }
 
 int Instance::RemoveTemplate(Template* removed, bool notify) {
@@ -162,6 +159,12 @@ int Instance::UpdateTemplate(Template* old, bool notify) {
     return inserted < 0 ? ~inserted : inserted;
 }
 
+/// Its place, or that of another one with its key.
+int Instance::FindTemplate(const Template& wanted) const {
+    const int own = Templates().IndexOf(&wanted);
+    return own >= 0 ? own : Templates().Find(wanted.GetKey());
+}
+
 /// Only told, not done: an update deliberately never deletes values.
 void Instance::AnnounceDroppedProperties(const Template& old, const Template& next) {
     const std::vector<Property*> properties(old.GetOwnProperties().begin(),
@@ -181,15 +184,9 @@ void Instance::UpdateProperty(Property& property, bool notify) {
     if (!found) {
         AddPropertyInstance(property, notify);
         return;
-/// Its place, or that of another one with its key.
-int Instance::FindTemplate(const Template& wanted) const {
-    const int own = Templates().IndexOf(&wanted);
-    return own >= 0 ? own : Templates().Find(wanted.GetKey());
-}
-    const UnlistedPropertyInstance announced(*found, UnlistedPropertyInstance::kComesBack);
-
     }
     Sorted().RemoveExactly(found);
+    const UnlistedPropertyInstance announced(*found, UnlistedPropertyInstance::kComesBack);
     const int oldStatus = found->GetProperty()->GetVersionStatus();
     const int newStatus = property.GetVersionStatus();
     int event = kPropertyUpdated;
@@ -245,12 +242,12 @@ PropertyInstance* Instance::GetPropertyInstance(std::string_view fullName, bool 
         return found;
     TemplateManager* manager = TemplateManager::Get();
     Property* property = manager ? manager->GetProperty(fullName) : nullptr;
+    return property ? AddPropertyInstance(*property, false) : nullptr;
+}
+
 PropertyInstance* Instance::FindOrAnnounced(const Property& property) const {
     PropertyInstance* listed = Sorted().Get(property.GetFullName());
     return listed ? listed : UnlistedPropertyInstance::Find(*this, property.GetFullName());
-}
-
-    return property ? AddPropertyInstance(*property, false) : nullptr;
 }
 
 PropertyInstance* Instance::AddPropertyInstance(Property& property, bool notify) {
@@ -268,10 +265,10 @@ PropertyInstance* Instance::AddPropertyInstance(Property& property, bool notify)
 
 int Instance::RemovePropertyInstance(Property& property, bool notify) {
     PropertyInstance* found = Sorted().Get(property.GetFullName());
-    const UnlistedPropertyInstance removed(*found, UnlistedPropertyInstance::kGoes);
     if (!found)
         return -1;
     const int index = Sorted().Remove(found);
+    const UnlistedPropertyInstance removed(*found, UnlistedPropertyInstance::kGoes);
     if (notify)
         Notify(kPropertyRemoved, found);
     if (openPlace_ > 0)
@@ -282,10 +279,10 @@ int Instance::RemovePropertyInstance(Property& property, bool notify) {
     }
     return index;
 }
-    UnlistedPropertyInstance::Forget(propertyInstance);
 
 void Instance::ForgetPropertyInstance(PropertyInstance& propertyInstance) {
     Sorted().RemoveExactly(&propertyInstance);
+    UnlistedPropertyInstance::Forget(propertyInstance);
     if (openPlace_ > 0)
         OpenInstances::ForgetPropertyInstance(*this, &propertyInstance);
 }

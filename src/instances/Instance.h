@@ -145,8 +145,10 @@ private:
     int FindTemplate(const Template& wanted) const;
     PropertyInstance* FindOrAnnounced(const Property& property) const;
     void AddPropertyInstances(const std::vector<Property*>& properties);
+    void AddMissingPropertyInstances(const std::vector<Property*>& properties);
     void DeletePropertyInstances();
     void ReleaseTemplates();
+    void LeaveAbandoned();
     void Notify(int event, void* argument);
     void AnnounceDroppedProperties(const Template& old, const Template& next);
     void UpdateProperty(Property& property, bool notify);
@@ -156,13 +158,12 @@ private:
     mutable SortedObjectList<PropertyInstance> propertyInstances_;
     mutable std::uint64_t sortedBy_ = 0; // the state of the full names that the order is for
     PropertyInstance* holder_ = nullptr;
+    unsigned openPlace_ = 0;
+    unsigned abandonedPlace_ = 0; // one past the place among the abandoned ones
     bool hasParent_ = false;
     bool freeStanding_;
 
     static inline int freeStandingCount_ = 0;
-    void LeaveAbandoned();
 };
 
 } // namespace Kor
-    unsigned openPlace_ = 0;
-    unsigned abandonedPlace_ = 0; // one past the place among the abandoned ones
