@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "api/SceneHost.h"
 
 namespace {
@@ -100,6 +102,128 @@ TEST_F(InstanceTemplatesTest, ShowCallbacksAPropertyInstanceThatLeftTheListButLi
     OviInstance_RemoveTemplate(asset_, TemplateOf("B"));
     EXPECT_EQ(binding, "bound");
     EXPECT_FALSE(listed);
+}
+
+TEST_F(InstanceTemplatesTest, LetCallbacksDeleteThePropertyInstanceThatIsRemoved) {
+    OviInstance_AddTemplate(asset_, TemplateOf("D"));
+    int deleted = 0;
+    const Reaction remove([&](OviObject*, int event, void* argument) {
+        if (event != OVI_EVENT_PROPERTY_REMOVED)
+            return;
+        OviObject_Delete(static_cast<OviObject*>(argument));
+        ++deleted;
+    });
+    EXPECT_EQ(OviInstance_RemoveTemplate(asset_, TemplateOf("D")), 0);
+    EXPECT_EQ(deleted, 2);
+    EXPECT_EQ(PropertiesOf(asset_), (Lines{"A.a", "B.b", "C.c"}));
+}
+
+TEST_F(InstanceTemplatesTest, LetCallbacksKeepTheNodeInstanceThatIsRemoved) {
+    Schema("<lod name='High'/><template name='N'><node name='n'/></template>"
+           "<template name='M'><geometry name='g'><alternate lod='High'/></geometry></template>",
+           "nodes");
+    OviInstance_AddTemplate(asset_, TemplateOf("M"));
+    OviInstance_AddTemplate(asset_, TemplateOf("N"));
+    auto* geometry = static_cast<OviGeometryInstance*>(PropertyOf(asset_, "M.g"));
+    OviObject_Delete(OviGeometryInstance_GetNodeInstanceAt(geometry, 0));
+    auto* node = static_cast<OviNodeInstance*>(PropertyOf(asset_, "N.n"));
+    const Reaction keep([&](OviObject*, int event, void*) {
+        if (event == OVI_EVENT_PROPERTY_REMOVED)
+            OviGeometryInstance_SetNodeInstanceAt(geometry, 0, node);
+    });
+    EXPECT_EQ(OviInstance_RemoveTemplate(asset_, TemplateOf("N")), 1);
+    EXPECT_EQ(OviGeometryInstance_GetNodeInstanceAt(geometry, 0), node);
+    OviAttributeInstance_SetBinding(node, "kept");
+    EXPECT_STREQ(OviAttributeInstance_GetBinding(node), "kept");
+}
+
+TEST_F(InstanceTemplatesTest, GetANewPropertyInstanceForOneThatCallbacksAskForWhileItGoes) {
+    OviInstance_AddTemplate(asset_, TemplateOf("A"));
+    OviPropertyInstance* old = PropertyOf(asset_, "A.a");
+    OviPropertyInstance* made = nullptr;
+    const Reaction ask([&](OviObject*, int event, void*) {
+        if (event == OVI_EVENT_PROPERTY_REMOVED)
+            made = OviInstance_GetPropertyInstance(asset_, "A.a", true);
+    });
+    OviInstance_RemoveTemplate(asset_, TemplateOf("A"));
+    EXPECT_NE(made, old);
+    EXPECT_EQ(PropertyOf(asset_, "A.a"), made);
+}
+
+TEST_F(InstanceTemplatesTest, KeepTheirOrderWhenTheyAreRenamed) {
+    for (const char* name : {"A", "B", "C"})
+        OviInstance_AddTemplate(asset_, TemplateOf(name));
+    OviTemplate* renamed = TemplateOf("A");
+    OviNamedObject_SetName(renamed, "Z");
+    EXPECT_EQ(OviInstance_GetTemplateAt(asset_, 0), TemplateOf("B"));
+    EXPECT_EQ(OviInstance_GetTemplateAt(asset_, 2), renamed);
+    EXPECT_EQ(OviInstance_AddTemplate(asset_, renamed), ~2);
+    EXPECT_EQ(OviInstance_GetTemplateCount(asset_), 3);
+    EXPECT_NE(XMLOf(asset_).find("'B' version='1'/>\n\t<implements template='C' version='1'/>"
+                                 "\n\t<implements template='Z'"),
+              std::string::npos);
+    EXPECT_EQ(OviInstance_RemoveTemplate(asset_, renamed), 2);
+    EXPECT_EQ(OviInstance_GetTemplateCount(asset_), 2);
+}
+
+TEST_F(InstanceTemplatesTest, AreUpdatedInTheirNewOrderWhenTheyWereRenamed) {
+    OviTemplate* second = VersionOf("A", 2);
+    OviTemplate* first = OviTemplateManager_GetTemplateVersion("A", 1);
+    OviInstance_AddTemplate(asset_, first);
+    OviInstance_AddTemplate(asset_, TemplateOf("C"));
+    OviNamedObject_SetName(first, "Z");
+    OviNamedObject_SetName(second, "Z");
+    EXPECT_EQ(OviInstance_UpdateTemplate(asset_, first), 1);
+    EXPECT_EQ(OviInstance_GetTemplateAt(asset_, 1), second);
+    EXPECT_EQ(OviInstance_GetTemplateCount(asset_), 2);
+}
+
+TEST_F(InstanceTemplatesTest, RemovedAreTheVeryOnesWhereTwoShareAName) {
+    OviTemplate* b = TemplateOf("B");
+    OviTemplate* c = TemplateOf("C");
+    OviInstance_AddTemplate(asset_, b);
+    OviInstance_AddTemplate(asset_, c);
+    OviNamedObject_SetName(c, "B");
+    EXPECT_EQ(OviInstance_RemoveTemplate(asset_, c), 1);
+    EXPECT_EQ(OviInstance_GetTemplateAt(asset_, 0), b);
+}
+
+TEST_F(InstanceTemplatesTest, AreFoundInAVersionNewerThanTheLatestKnown) {
+    Schema("<template name='V'><attribute name='x' type='INT32' version='2'/></template>",
+           "versions");
+    OviTemplate* first = OviTemplateManager_GetTemplateVersion("V", 1);
+    OviInstance_AddTemplate(asset_, first);
+    OviInstance_AddTemplate(asset_, OviTemplateManager_GetTemplateVersion("V", 2));
+    OviTemplateManager_UnloadTemplateFile(PathOf("versions.template").c_str());
+    Schema("<template name='V'/>", "again");
+    ASSERT_EQ(TemplateOf("V"), first);
+    EXPECT_EQ(OviTemplate_GetLatestVersion(first), 1);
+    EXPECT_EQ(OviInstance_GetTemplateCount(asset_), 2);
+    EXPECT_EQ(OviInstance_GetTemplate(asset_, "V"), first);
+}
+
+TEST_F(InstanceTemplatesTest, ComeToManyPropertyInstancesInOrder) {
+    constexpr int kCount = 2000;
+    std::string text[2];
+    Lines expected;
+    for (int i = 0; i < kCount; ++i) {
+        const std::string name = "p" + std::to_string(100000 + i);
+        text[i % 2] += "<attribute name='" + name + "' type='INT32'/>";
+        expected.push_back((i % 2 == 0 ? "Q." : "Q2.") + name);
+    }
+    std::sort(expected.begin(), expected.end());
+    Schema("<template name='Q'>" + text[0] + "</template><template name='Q2'>" + text[1] +
+               "</template><template name='Q3'><extends template='Q'/><extends template='Q2'/>"
+               "<extends template='D'/></template>",
+           "many");
+    OviInstance_AddTemplate(asset_, TemplateOf("Q2"));
+    OviInstance_AddTemplate(asset_, TemplateOf("Q"));
+    EXPECT_EQ(PropertiesOf(asset_), expected);
+    OviPropertyInstance* kept = PropertyOf(asset_, "Q.p100000");
+    OviInstance_AddTemplate(asset_, TemplateOf("Q3"));
+    EXPECT_EQ(PropertyOf(asset_, "Q.p100000"), kept);
+    expected.insert(expected.begin(), {"A.a", "B.b", "C.c", "D.d1", "D.d2"});
+    EXPECT_EQ(PropertiesOf(asset_), expected);
 }
 
 TEST_F(InstanceTemplatesTest, NotImplementedAreRemovedInNameOnly) {

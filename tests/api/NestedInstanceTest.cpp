@@ -43,6 +43,17 @@ TEST_F(NestedInstanceTest, IsMadeOnDemandWithTheTemplateOfItsType) {
     EXPECT_TRUE(OviPropertyInstance_IsValid(one_));
 }
 
+TEST_F(NestedInstanceTest, OfAnInstanceThatIsNoAssetHasNoParentAsset) {
+    OviInstance* held = OviInstance_New("held");
+    OviInstance_AddTemplate(held, TemplateOf("Outer"));
+    OviInstance* nested = NestedIn(held, "Outer.one");
+    EXPECT_EQ(OviInstance_GetParentPropertyInstance(nested), PropertyOf(held, "Outer.one"));
+    EXPECT_EQ(OviInstance_GetParentAsset(nested), nullptr);
+    EXPECT_EQ(OviInstance_GetParentAsset(held), nullptr);
+    OviObject_Delete(nested);
+    OviObject_Delete(held);
+}
+
 TEST_F(NestedInstanceTest, IsACopyOfTheInstanceSet) {
     OviInstance* source = OviInstance_New("source");
     OviInstance_AddTemplate(source, TemplateOf("Inner"));

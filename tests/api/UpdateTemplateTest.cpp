@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "api/SceneHost.h"
 
 namespace {
@@ -144,6 +146,29 @@ TEST_F(UpdateTemplateTest, LeavesWhatParentsAddToTheNextVersionToTheHost) {
     OviObject_Delete(instance);
 }
 
+TEST_F(UpdateTemplateTest, LooksOnlyAtThePropertiesOfTheNextVersion) {
+    Schema("<template name='K'><attribute name='old' type='INT32'/>"
+           "<attribute name='new' type='INT32' version='2'/></template>",
+           "older");
+    OviInstance* instance = OviInstance_New("k");
+    OviTemplate* first = OviTemplateManager_GetTemplateVersion("K", 1);
+    OviInstance_AddTemplate(instance, first);
+    OviObject_Delete(PropertyOf(instance, "K.old"));
+    TakeEvents();
+    EXPECT_EQ(OviInstance_UpdateTemplate(instance, first), 0);
+    EXPECT_EQ(PropertiesOf(instance), Lines{"K.new"});
+    EXPECT_EQ(Events(), (Lines{"0x1003 k K#1", "0x2005 k K.new"}));
+    OviObject_Delete(instance);
+}
+
+TEST_F(UpdateTemplateTest, AnnouncesNoDroppedPropertyThatTheNextVersionInherits) {
+    Schema("<template name='P'><attribute name='b' type='INT32'/></template>", "parent");
+    OviTemplate_AddParent(second_, TemplateOf("P"));
+    TakeEvents();
+    EXPECT_EQ(OviInstance_UpdateTemplate(asset_, first_), 0);
+    EXPECT_EQ(Events(), (Lines{"0x1003 asset T#1", "0x2005 asset T.c", "0x2005 asset T.d"}));
+}
+
 TEST_F(UpdateTemplateTest, LetsACallbackTakeTheOldValueOver) {
     const int32_t seven = 7;
     OviAttributeInstance_SetValue(AttributeOf(asset_, "T.b"), &seven);
@@ -220,6 +245,31 @@ TEST_F(UpdateOfAnUnownedPropertyTest, HasThePropertyInstanceOutOfTheListWhileItI
     OviInstance_UpdateTemplate(asset_, old_);
     EXPECT_FALSE(listed);
     EXPECT_NE(PropertyOf(asset_, "x"), nullptr);
+}
+
+TEST_F(UpdateOfAnUnownedPropertyTest, GivesThePropertyInstanceToThoseWhoAskForItMeanwhile) {
+    OviPropertyInstance* before = PropertyOf(asset_, "x");
+    OviPropertyInstance* given = nullptr;
+    const Reaction ask([&](OviObject*, int event, void*) {
+        if (event != OVI_EVENT_PROPERTY_UPDATED)
+            return;
+        given = OviInstance_GetPropertyInstance(asset_, "O#2.x", true);
+        OviInstance_AddTemplate(asset_, old_);
+    });
+    OviInstance_UpdateTemplate(asset_, old_);
+    EXPECT_EQ(given, before);
+    EXPECT_EQ(PropertyOf(asset_, "x"), before);
+    const Lines properties = PropertiesOf(asset_);
+    EXPECT_EQ(std::count(properties.begin(), properties.end(), "x"), 1);
+}
+
+TEST_F(UpdateOfAnUnownedPropertyTest, DoesNotListAgainWhatCallbacksDelete) {
+    const Reaction remove([&](OviObject* object, int event, void*) {
+        if (event == OVI_EVENT_PROPERTY_UPDATED)
+            OviObject_Delete(object);
+    });
+    OviInstance_UpdateTemplate(asset_, old_);
+    EXPECT_TRUE(PropertiesOf(asset_).empty());
 }
 
 TEST_F(UpdateOfAnUnownedPropertyTest, GivesNoTemplateForThePropertyInstance) {

@@ -50,6 +50,7 @@ protected:
     /// The codes of the events of the update, one after the other.
     std::vector<int> Update(bool notify = true) {
         events_.clear();
+        arguments_.clear();
         instance_.UpdateTemplate(old_, notify);
         return events_;
     }
@@ -60,13 +61,13 @@ protected:
     AttributeProperty* redefined_ = nullptr;
     Instance instance_{"instance"};
     PropertyInstance* found_ = nullptr;
-    void* lastArgument_ = nullptr;
+    std::vector<void*> arguments_;
 
 private:
     static void Note(void* self, void*, int event, void* argument) {
         auto* test = static_cast<UpdateStatusTest*>(self);
         test->events_.push_back(event);
-        test->lastArgument_ = argument;
+        test->arguments_.push_back(argument);
     }
 
     std::vector<int> events_;
@@ -79,7 +80,7 @@ using Codes = std::vector<int>;
 TEST_F(UpdateStatusTest, OfARenamedPropertyBringsPropertyRenamed) {
     redefined_->SetVersionStatus(VersionedObject::kRenamed);
     EXPECT_EQ(Update(), (Codes{kTemplateUpdated, kPropertyRenamed}));
-    EXPECT_EQ(lastArgument_, redefined_);
+    EXPECT_EQ(arguments_.back(), redefined_);
     EXPECT_EQ(instance_.GetPropertyInstance("x", false), found_);
     EXPECT_EQ(found_->GetProperty(), unowned_.get());
 }
@@ -87,7 +88,7 @@ TEST_F(UpdateStatusTest, OfARenamedPropertyBringsPropertyRenamed) {
 TEST_F(UpdateStatusTest, OfAnOtherPropertyBringsPropertyUpdated) {
     redefined_->SetVersionStatus(VersionedObject::kDeprecated);
     EXPECT_EQ(Update(), (Codes{kTemplateUpdated, kPropertyUpdated}));
-    EXPECT_EQ(lastArgument_, redefined_);
+    EXPECT_EQ(arguments_.back(), redefined_);
 }
 
 TEST_F(UpdateStatusTest, OfAPropertyThatWasDeprecatedBringsPropertyDeprecated) {
@@ -95,7 +96,7 @@ TEST_F(UpdateStatusTest, OfAPropertyThatWasDeprecatedBringsPropertyDeprecated) {
     for (int status : {kNormal, static_cast<int>(VersionedObject::kRenamed)}) {
         redefined_->SetVersionStatus(status);
         EXPECT_EQ(Update(), (Codes{kTemplateUpdated, kPropertyDeprecated})) << status;
-        EXPECT_EQ(lastArgument_, nullptr);
+        EXPECT_EQ(arguments_.back(), nullptr);
         instance_.RemoveTemplate(next_, false);
         instance_.AddTemplate(old_, false);
     }
@@ -114,6 +115,7 @@ TEST_F(UpdateStatusTest, TellsOfChangedPropertiesEvenWithoutNotifying) {
 TEST_F(UpdateStatusTest, OfATemplateThatBecomesDeprecatedBringsTemplateDeprecatedFirst) {
     next_->SetVersionStatus(VersionedObject::kDeprecated);
     EXPECT_EQ(Update(), (Codes{kTemplateDeprecated, kTemplateUpdated, kPropertyUpdated}));
+    EXPECT_EQ(arguments_, (std::vector<void*>{nullptr, old_, redefined_}));
 }
 
 TEST_F(UpdateStatusTest, OfATemplateThatWasDeprecatedBringsNoTemplateDeprecated) {
@@ -131,12 +133,24 @@ TEST_F(UpdateStatusTest, FindsVersionsByTheirExactKeys) {
     EXPECT_EQ(instance_.FindTemplateVersion("o", 2), nullptr);
 }
 
+TEST_F(UpdateStatusTest, GivesTheKnownTemplateWhenNoVersionCountsAsTheLatest) {
+    Template* known = TemplateManager::Get()->GetTemplate("O");
+    ASSERT_EQ(known, next_);
+    EXPECT_EQ(instance_.GetTemplate("O"), old_);
+    Template* first = TemplateManager::Get()->GetTemplateVersion("O", 1);
+    first->SetLatestVersion(1);
+    EXPECT_EQ(instance_.GetTemplate("O"), nullptr); // version 2 is newer than the latest known
+    next_->SetLatestVersion(0);
+    first->SetLatestVersion(3);
+    EXPECT_EQ(instance_.GetTemplate("O"), next_);
+}
+
 TEST_F(UpdateStatusTest, AddsPropertyInstancesWithAnEventWhenAsked) {
     AttributeProperty property("y", 1);
     Instance instance("other");
     PropertyInstance* made = instance.AddPropertyInstance(property, true);
     EXPECT_EQ(instance.AddPropertyInstance(property, true), made);
-    EXPECT_EQ(lastArgument_, made);
+    EXPECT_EQ(arguments_.back(), made);
     EXPECT_EQ(instance.RemovePropertyInstance(property, true), 0);
     EXPECT_EQ(instance.RemovePropertyInstance(property, true), -1);
 }
