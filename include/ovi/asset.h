@@ -12,7 +12,8 @@ OVI_API const char* OviAsset_GetReference(OviAsset* asset);
 
 /** Sets the reference. Sends OVI_EVENT_REFERENCE_CHANGED first, then OVI_EVENT_UNREFERENCE_FILE
  *  when this was the last reference to the old file, and OVI_EVENT_REFERENCE_FILE when the new file
- *  was never referenced before. True. */
+ *  was never referenced before. What a callback of OVI_EVENT_UNREFERENCE_FILE sets for the same
+ *  asset does not stay and counts as no reference to a file. True. */
 OVI_API bool OviAsset_SetReference(OviAsset* asset, const char* reference);
 
 /** Number of assets in the scene. */

@@ -16,7 +16,8 @@ OVI_API OviNodeInstance* OviGeometryInstance_GetNodeInstanceAt(OviGeometryInstan
                                                                int index);
 
 /** Puts another node instance (or null) in place, which the geometry then owns; the one it replaces
- *  belongs to the caller. No event. */
+ *  belongs to the caller. A node instance whose value the geometry stands inside of changes
+ *  nothing. No event. */
 OVI_API void OviGeometryInstance_SetNodeInstanceAt(OviGeometryInstance* geometry, int index,
                                                    OviNodeInstance* node);
 

@@ -65,7 +65,7 @@ OVI_API int OviType_WriteValueToBinary(OviType* type, const void* value, int cou
  * Writes the type's declaration as XML, `indent` levels deep. `size` holds the buffer's size in
  * bytes; when the text and its NUL do not fit, as much as fits is copied without a NUL and `size`
  * becomes the size needed; otherwise `size` stays. A null buffer only measures; a null `size` does
- * nothing.
+ * nothing, and neither does a text so long that `size` could not tell it.
  */
 OVI_API void OviType_WriteToXML(OviType* type, int indent, int* size, char* buffer);
 

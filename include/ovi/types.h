@@ -189,11 +189,12 @@ enum {
     OVI_EVENT_PROPERTY_DEPRECATED = 0x2004,
     /** Instance list; the instance; the property instance. */
     OVI_EVENT_PROPERTY_ADDED = 0x2005,
-    /** Instance list; the instance; the property instance that is about to be deleted - or, during
-     *  the update of a template, the old property whose property instance stays. */
+    /** Instance list; the instance; the property instance that is about to be deleted (a callback
+     *  may also do so itself) - or, during the update of a template, the old property whose
+     * property instance stays. */
     OVI_EVENT_PROPERTY_REMOVED = 0x2006,
-    /** Property-instance list; the property instance; the command's name (text). Follows the event
-     *  that triggers the command. */
+    /** Property-instance list; the property instance; the command's name (text, a copy). Follows
+     * the event that triggers the command. */
     OVI_EVENT_EXECUTE_COMMAND = 0x2009,
     /** Property-instance list; the property instance; the new binding (text). Sent before the
      *  change. */

@@ -263,13 +263,28 @@ TEST_F(UpdateOfAnUnownedPropertyTest, GivesThePropertyInstanceToThoseWhoAskForIt
     EXPECT_EQ(std::count(properties.begin(), properties.end(), "x"), 1);
 }
 
-TEST_F(UpdateOfAnUnownedPropertyTest, DoesNotListAgainWhatCallbacksDelete) {
-    const Reaction remove([&](OviObject* object, int event, void*) {
+TEST_F(UpdateOfAnUnownedPropertyTest, LeavesThePropertyInstanceToAGeometryThatTookItMeanwhile) {
+    Schema("<lod name='High'/><template name='Mesh'><geometry name='shape'>"
+           "<alternate lod='High'/></geometry></template>");
+    OviTemplateManager_CreateTemplate("N");
+    OviTemplate* second = VersionOf("N", 2);
+    OviNodeProperty* unowned = OviNodeProperty_New("y", 1);
+    OviTemplate_AddProperty(second, unowned, -1);
+    OviTemplate_AddProperty(VersionOf("N", 3), OviNodeProperty_New("y", 3), -1);
+    OviAsset* thing = AssetOf("Mesh", "thing");
+    OviInstance_AddTemplate(thing, second);
+    auto* shape = static_cast<OviGeometryInstance*>(PropertyOf(thing, "Mesh.shape"));
+    OviObject_Delete(OviGeometryInstance_GetNodeInstanceAt(shape, 0));
+    auto* node = static_cast<OviNodeInstance*>(PropertyOf(thing, "y"));
+    const Reaction take([&](OviObject*, int event, void*) {
         if (event == OVI_EVENT_PROPERTY_UPDATED)
-            OviObject_Delete(object);
+            OviGeometryInstance_SetNodeInstanceAt(shape, 0, node);
     });
-    OviInstance_UpdateTemplate(asset_, old_);
-    EXPECT_TRUE(PropertiesOf(asset_).empty());
+    EXPECT_EQ(OviInstance_UpdateTemplate(thing, second), 1);
+    EXPECT_EQ(OviGeometryInstance_GetNodeInstanceAt(shape, 0), node);
+    EXPECT_EQ(PropertyOf(thing, "y"), nullptr);
+    OviAssetManager_NewScene(); // which deletes the node instance once
+    OviObject_Delete(unowned);
 }
 
 TEST_F(UpdateOfAnUnownedPropertyTest, GivesNoTemplateForThePropertyInstance) {
