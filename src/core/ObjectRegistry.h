@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace Kor {
@@ -194,21 +195,27 @@ private:
         return {chunks_.size(), 0};
     }
 
+    /// When memory runs out, nothing has changed.
     void InsertAt(Position at, T* object) {
-        if (chunks_.empty() || (at.chunk + 1 >= chunks_.size() && IsFullAt(at))) {
-            chunks_.emplace_back();
-            chunks_.back().reserve(chunks_.size() > 1 ? kChunkSize : 0);
-            starts_.push_back(count_);
-            at = {chunks_.size() - 1, 0};
-        } else if (at.chunk >= chunks_.size()) {
+        if (chunks_.empty() || (at.chunk + 1 >= chunks_.size() && IsFullAt(at)))
+            return StartChunk(object);
+        if (at.chunk >= chunks_.size())
             at = {chunks_.size() - 1, chunks_.back().size()};
-        }
+        if (chunks_[at.chunk].size() >= kChunkSize)
+            at = Split(at);
         auto& chunk = chunks_[at.chunk];
         chunk.insert(chunk.begin() + static_cast<std::ptrdiff_t>(at.offset), object);
         Shift(at.chunk + 1, 1);
         ++count_;
-        if (chunk.size() > kChunkSize)
-            Split(at.chunk);
+    }
+
+    void StartChunk(T* object) {
+        std::vector<T*> chunk;
+        chunk.reserve(chunks_.empty() ? 1 : kChunkSize);
+        chunk.push_back(object);
+        ReserveStart();
+        chunks_.push_back(std::move(chunk));
+        starts_.push_back(count_++);
     }
 
     /// Whether an entry at the very end would overflow the last chunk: growing lists then start a
@@ -218,14 +225,24 @@ private:
         return atEnd && chunks_.back().size() >= kChunkSize;
     }
 
-    void Split(size_t index) {
-        const auto at = static_cast<std::ptrdiff_t>(index);
-        chunks_.insert(chunks_.begin() + at + 1, std::vector<T*>());
-        auto& full = chunks_[index];
-        const auto middle = full.begin() + static_cast<std::ptrdiff_t>(full.size() / 2);
-        chunks_[index + 1].assign(middle, full.end());
-        full.erase(middle, full.end());
-        starts_.insert(starts_.begin() + at + 1, starts_[index] + static_cast<int>(full.size()));
+    /// Room for one start more; grows by doubling, as adding one would.
+    void ReserveStart() {
+        if (starts_.size() == starts_.capacity())
+            starts_.reserve(2 * starts_.size() + 1);
+    }
+
+    /// Makes two chunks of a full one and gives the place that the position has then.
+    Position Split(Position at) {
+        const size_t half = chunks_[at.chunk].size() / 2;
+        const auto middle = static_cast<std::ptrdiff_t>(half);
+        const auto next = static_cast<std::ptrdiff_t>(at.chunk) + 1;
+        std::vector<T*> upper(chunks_[at.chunk].begin() + middle, chunks_[at.chunk].end());
+        ReserveStart();
+        chunks_.insert(chunks_.begin() + next, std::move(upper));
+        auto& lower = chunks_[at.chunk];
+        lower.erase(lower.begin() + middle, lower.end());
+        starts_.insert(starts_.begin() + next, starts_[at.chunk] + static_cast<int>(half));
+        return at.offset > half ? Position{at.chunk + 1, at.offset - half} : at;
     }
 
     void Erase(Position at) {

@@ -53,10 +53,16 @@ bool Instance::SetName(const char* name) {
     Notify(kInstanceRenamed, shown.data());
     if (!IsValidName(given))
         return false;
-    CompactString fresh(given); // memory may run out here: not while no list has the instance
+    CompactString fresh(given);
     LeaveSortedLists();
     SwapName(fresh);
-    EnterSortedLists();
+    try {
+        EnterSortedLists();
+    } catch (...) { // without memory it keeps its old name and place
+        SwapName(fresh);
+        EnterSortedLists();
+        throw;
+    }
     return true;
 }
 

@@ -115,6 +115,21 @@ TEST(OutOfMemory, DiagnosticsAreDroppedOrWhole) {
                    });
 }
 
+TEST(OutOfMemory, RenamedAssetsStayInTheScene) {
+    constexpr int kCount = 600; // more than stand together: a new place may need memory
+    OviAsset* renamed = nullptr;
+    RunOutOfMemory(
+        [&] {
+            for (int i = 0; i < kCount; ++i)
+                renamed = OviAssetManager_NewAsset(("a" + std::to_string(1000 + i)).c_str());
+        },
+        [&] { OviNamedObject_SetName(renamed, "a1100_and_behind_it_a_long_name"); },
+        [&] {
+            EXPECT_EQ(OviAssetManager_GetAssetCount(), kCount);
+            EXPECT_EQ(OviAssetManager_GetAsset(OviNamedObject_GetName(renamed)), renamed);
+        });
+}
+
 TEST(OutOfMemory, DeclarationsAreCopiedWholeOrNotAtAll) {
     const std::string text(3000, 'x');
     OviCustomType* type = nullptr;
