@@ -36,7 +36,7 @@ void CopyXMLText(const NamedObject& object, int indent, Size* size, char* buffer
         throw std::bad_alloc();
     const auto needed = static_cast<Size>(sink.GetSize() + 1);
     if (buffer)
-        std::memcpy(buffer, sink.GetText().c_str(), std::min(given, needed));
+        std::memcpy(buffer, sink.GetText().c_str(), static_cast<size_t>(std::min(given, needed)));
     if (needed > given)
         *size = needed;
 }
