@@ -1,0 +1,175 @@
+// Which templates an instance implements, and what comes and goes with them.
+
+#include <limits>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "instances/Instance.h"
+#include "instances/UnlistedPropertyInstance.h"
+#include "manager/TemplateManager.h"
+#include "notify/NotificationManager.h"
+
+namespace Kor {
+
+int Instance::AddTemplate(Template* added, bool notify) {
+    Template* replaced = nullptr;
+    const int position = Templates().Insert(added, &replaced);
+    added->AddInstance();
+    if (replaced)
+        replaced->RemoveInstance();
+    if (notify)
+        Notify(kTemplateAdded, added);
+    AddPropertyInstances(added->GetInstanceProperties());
+    return position;
+}
+
+/// The properties come sorted and without duplicates.
+void Instance::AddPropertyInstances(const std::vector<Property*>& properties) {
+    if (!Sorted().IsEmpty())
+        return AddMissingPropertyInstances(properties);
+    Sorted().Reserve(static_cast<int>(properties.size()));
+    for (Property* property : properties) {
+        if (UnlistedPropertyInstance::Find(*this, property->GetFullName()))
+            continue;
+        if (auto created = property->CreateInstance(*this))
+            Sorted().Append(created.release());
+    }
+}
+
+/// All are made before the list changes, which then moves its entries once.
+void Instance::AddMissingPropertyInstances(const std::vector<Property*>& properties) {
+    std::vector<std::unique_ptr<PropertyInstance>> created;
+    for (Property* property : properties) {
+        if (FindOrAnnounced(*property))
+            continue;
+        if (auto made = property->CreateInstance(*this))
+            created.push_back(std::move(made));
+    }
+    if (created.empty())
+        return;
+    std::vector<PropertyInstance*> added;
+    added.reserve(created.size());
+    Sorted().Reserve(Sorted().GetCount() + static_cast<int>(created.size()));
+    for (auto& made : created)
+        added.push_back(made.release());
+    Sorted().PlaceAll(added);
+}
+
+int Instance::RemoveTemplate(Template* removed, bool notify) {
+    const std::vector<Property*> properties(removed->GetOwnProperties().begin(),
+                                            removed->GetOwnProperties().end());
+    for (Property* property : properties)
+        RemovePropertyInstance(*property, notify);
+    const int position = FindTemplate(*removed);
+    if (Template* listed = Templates().GetAt(position)) {
+        listed->RemoveInstance();
+        Templates().Remove(listed);
+    }
+    if (notify)
+        Notify(kTemplateRemoved, removed);
+    return position;
+}
+
+int Instance::UpdateTemplate(Template* old, bool notify) {
+    TemplateManager* manager = TemplateManager::Get();
+    Template* next = manager && old->GetVersion() < std::numeric_limits<int>::max()
+                         ? manager->GetTemplateVersion(old->GetFullName(),
+                                                       static_cast<unsigned>(old->GetVersion()) + 1)
+                         : nullptr;
+    const int place = FindTemplate(*old);
+    if (!next || place < 0)
+        return -1;
+    Template* listed = Templates().GetAt(place);
+    Templates().Remove(listed);
+    Template* replaced = nullptr;
+    const int inserted = Templates().Insert(next, &replaced);
+    next->AddInstance();
+    if (replaced)
+        replaced->RemoveInstance();
+    if (notify) {
+        const bool deprecated = next->GetVersionStatus() == VersionedObject::kDeprecated;
+        if (deprecated && old->GetVersionStatus() != VersionedObject::kDeprecated)
+            Notify(kTemplateDeprecated, nullptr);
+        Notify(kTemplateUpdated, old);
+        AnnounceDroppedProperties(*old, *next);
+    }
+    const std::vector<Property*> properties(next->GetOwnProperties().begin(),
+                                            next->GetOwnProperties().end());
+    for (Property* property : properties) {
+        if (property->GetVersion() == next->GetVersion())
+            UpdateProperty(*property, notify);
+    }
+    listed->RemoveInstance();
+    return inserted < 0 ? ~inserted : inserted;
+}
+
+/// Its place, or that of another one with its key.
+int Instance::FindTemplate(const Template& wanted) const {
+    const int own = Templates().IndexOf(&wanted);
+    return own >= 0 ? own : Templates().Find(wanted.GetKey());
+}
+
+/// Only told, not done: an update deliberately never deletes values.
+void Instance::AnnounceDroppedProperties(const Template& old, const Template& next) {
+    const std::vector<Property*> properties(old.GetOwnProperties().begin(),
+                                            old.GetOwnProperties().end());
+    for (Property* property : properties) {
+        if (!next.GetProperty(property->GetKey(), true))
+            Notify(kPropertyRemoved, property);
+    }
+}
+
+/// The property instance of the previous version is deliberately looked for under the short name,
+/// and keeps pointing to that version: the update only announces the change. The deprecation test
+/// deliberately mirrors the one for templates.
+void Instance::UpdateProperty(Property& property, bool notify) {
+    auto* previous = dynamic_cast<Property*>(property.GetPrevious());
+    PropertyInstance* found = previous ? Sorted().Get(previous->GetNameView()) : nullptr;
+    if (!found) {
+        AddPropertyInstance(property, notify);
+        return;
+    }
+    Sorted().RemoveExactly(found);
+    const UnlistedPropertyInstance announced(*found, UnlistedPropertyInstance::kComesBack);
+    const int oldStatus = found->GetProperty()->GetVersionStatus();
+    const int newStatus = property.GetVersionStatus();
+    int event = kPropertyUpdated;
+    if (oldStatus == VersionedObject::kDeprecated && newStatus != VersionedObject::kDeprecated)
+        event = kPropertyDeprecated;
+    else if (newStatus == VersionedObject::kRenamed)
+        event = kPropertyRenamed;
+    if (NotificationManager* notifications = NotificationManager::Get()) {
+        void* argument = event == kPropertyDeprecated ? nullptr : &property;
+        notifications->NotifyPropertyInstance(found, event, argument);
+    }
+    if (PropertyInstance* left = announced.Get())
+        Sorted().Place(left);
+}
+
+Template* Instance::GetTemplate(std::string_view name) const {
+    TemplateManager* manager = TemplateManager::Get();
+    Template* known = manager ? manager->GetTemplate(name) : nullptr;
+    if (!known)
+        return nullptr;
+    if (known->GetLatestVersion() < 1)
+        return known;
+    Template* best = nullptr;
+    for (Template* candidate : Templates()) {
+        const int version = candidate->GetVersion();
+        if (candidate->GetFullName() != name || version < 1 || version > known->GetLatestVersion())
+            continue;
+        if (!best || best->GetVersion() < version)
+            best = candidate;
+    }
+    return best;
+}
+
+Template* Instance::FindTemplateVersion(std::string_view name, int version) const {
+    std::string key(name);
+    key.append(1, '#').append(std::to_string(version));
+    return Templates().Get(key);
+}
+
+} // namespace Kor
