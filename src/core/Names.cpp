@@ -33,10 +33,6 @@ std::string ToLowerAscii(std::string_view text) {
     return lower;
 }
 
-bool EqualsIgnoreCase(std::string_view a, std::string_view b) {
-    return a.size() == b.size() && (a == b || CompareIgnoreCase(a, b) == 0);
-}
-
 int CompareIgnoreCase(std::string_view a, std::string_view b) {
     const size_t common = std::min(a.size(), b.size());
     for (size_t i = 0; i < common; ++i) {

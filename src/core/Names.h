@@ -11,11 +11,13 @@ bool IsValidName(std::string_view name);
 /// The rule for names with their package: as above, with dots allowed anywhere but at the ends.
 bool IsValidFullName(std::string_view name);
 
-/// Equality without regard to ASCII case.
-bool EqualsIgnoreCase(std::string_view a, std::string_view b);
-
 /// Order without regard to ASCII case: below, at or above 0.
 int CompareIgnoreCase(std::string_view a, std::string_view b);
+
+/// Equality without regard to ASCII case.
+inline bool EqualsIgnoreCase(std::string_view a, std::string_view b) {
+    return a.size() == b.size() && (a == b || CompareIgnoreCase(a, b) == 0);
+}
 
 /// The character in lower case when it is an ASCII capital.
 char ToLowerAscii(char c);

@@ -43,7 +43,7 @@ bool AttributeInstance::TakesInstances() const {
 }
 
 bool AttributeInstance::HoldsInstances() const {
-    return value_ ? IsTemplateValue(value_.GetType()) : TakesInstances();
+    return value_ ? value_.HoldsInstances() : TakesInstances();
 }
 
 Instance* AttributeInstance::GetNestedInstance(int index) const {

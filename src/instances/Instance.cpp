@@ -93,6 +93,20 @@ PropertyInstance* Instance::FindOrAnnounced(const Property& property) const {
     return listed ? listed : UnlistedPropertyInstance::Find(*this, property.GetFullName());
 }
 
+PropertyInstance* Instance::FindPropertyInstance(std::string_view fullName, int& next) const {
+    const auto& sorted = Sorted();
+    const auto isAt = [&](int index) {
+        const PropertyInstance* candidate = sorted.GetAt(index);
+        return candidate && candidate->GetKey() == fullName;
+    };
+    // Of several with one key the first one counts.
+    const int index = isAt(next) && !isAt(next - 1) ? next : sorted.Find(fullName);
+    if (index < 0)
+        return nullptr;
+    next = index + 1;
+    return sorted.GetAt(index);
+}
+
 PropertyInstance* Instance::AddPropertyInstance(Property& property, bool notify) {
     if (PropertyInstance* existing = FindOrAnnounced(property))
         return existing;

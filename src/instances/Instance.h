@@ -64,6 +64,10 @@ public:
     /// manager knows the property. It then belongs to no implemented template.
     PropertyInstance* GetPropertyInstance(std::string_view fullName, bool create);
 
+    /// The same without `create`, first looked for at `next`, which becomes the index behind it:
+    /// files list property instances in their order.
+    PropertyInstance* FindPropertyInstance(std::string_view fullName, int& next) const;
+
     PropertyInstance* AddPropertyInstance(Property& property, bool notify);
     int RemovePropertyInstance(Property& property, bool notify);
     bool IsPropertyInstanceValid(std::string_view fullName) const;

@@ -26,7 +26,7 @@ OpenInstances::~OpenInstances() {
 }
 
 void OpenInstances::Push(Instance& instance) {
-    Places().push_back({&instance, nullptr, nullptr, 0, false, instance.GetOpenPlace()});
+    Places().push_back({&instance, nullptr, nullptr, 0, 0, false, instance.GetOpenPlace()});
     instance.SetOpenPlace(Places().size());
 }
 

@@ -19,6 +19,7 @@ public:
         PropertyInstance* property = nullptr;   ///< Whose element is open, if any is.
         AttributeInstance* attribute = nullptr; ///< The same, while that is an attribute element.
         int nestedCount = 0;                    ///< Instances met so far in the attribute.
+        int nextProperty = 0;                   ///< Where the next property instance is expected.
         bool skipped = false;                   ///< The open attribute is unknown, or it died.
         size_t outer = 0;                       ///< One past the same instance's place further out.
     };

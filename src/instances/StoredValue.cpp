@@ -22,6 +22,10 @@ Type* StoredValue::FindStorage(const Type& type) {
     return const_cast<Type*>(type.GetStorageType());
 }
 
+bool StoredValue::HoldsInstances() const {
+    return type_ && type_->GetClass() == kTemplateClass;
+}
+
 void StoredValue::Make(Type& type, const void* initial, int count) {
     Clear();
     Type* storage = FindStorage(type);

@@ -23,6 +23,9 @@ public:
     /// The storage type that made the block; null without one.
     Type* GetType() const { return type_.Get(); }
 
+    /// Whether the elements are references to instances.
+    bool HoldsInstances() const;
+
     /// Makes a block of `count` elements by the type's rules, from `initial` (never this value's
     /// own block) or of zeroes without it. A value without elements has a block, too, unless it is
     /// a template's.

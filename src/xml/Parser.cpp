@@ -4,30 +4,28 @@
 #include "core/IErrorListener.h"
 
 #include <algorithm>
-#include <cstdint>
-#include <cstring>
+#include <iterator>
+#include <numeric>
 
 namespace Kor {
 
 namespace {
 
-constexpr size_t kWordSize = sizeof(uint64_t);
-constexpr uint64_t kEachByte = 0x0101010101010101u;
-
-/// How many of the eight bytes are newlines: each leaves a bit in its byte, summed up by a product.
-unsigned CountNewlinesInWord(const char* bytes) {
-    uint64_t word = 0;
-    std::memcpy(&word, bytes, kWordSize);
-    word ^= kEachByte * '\n';
-    const uint64_t lowBits = kEachByte * 0x7f;
-    const uint64_t others = ((word & lowBits) + lowBits) | word;
-    return static_cast<unsigned>(((~others >> 7 & kEachByte) * kEachByte) >> 56);
-}
-
+/// Each lane counts what stands at its place of every row, which processors do for all lanes at
+/// once; so many rows that no lane overflows.
 unsigned CountNewlines(const char* begin, const char* end) {
+    constexpr size_t kLanes = 32;
+    constexpr size_t kMostRows = 255;
     unsigned count = 0;
-    for (; static_cast<size_t>(end - begin) >= kWordSize; begin += kWordSize)
-        count += CountNewlinesInWord(begin);
+    while (static_cast<size_t>(end - begin) >= kLanes) {
+        unsigned char lanes[kLanes] = {};
+        size_t rows = std::min(static_cast<size_t>(end - begin) / kLanes, kMostRows);
+        for (; rows > 0; --rows, begin += kLanes) {
+            for (size_t i = 0; i < kLanes; ++i)
+                lanes[i] = static_cast<unsigned char>(lanes[i] + (begin[i] == '\n' ? 1 : 0));
+        }
+        count = std::accumulate(std::begin(lanes), std::end(lanes), count);
+    }
     return count + static_cast<unsigned>(std::count(begin, end, '\n'));
 }
 
@@ -63,21 +61,20 @@ void Parser::Begin(const char* sourceName, ByteSource& source) {
     sawNul_ = false;
 }
 
-bool Parser::ReadUntil(char terminator) {
-    tokenBegin_ = position_;
-    char* from = position_;
+/// Goes on where the terminator is not among the bytes read ahead.
+bool Parser::ReadOn(char terminator) {
     for (;;) {
+        const size_t searched = Distance(tokenBegin_, end_);
+        position_ = end_;
+        if (!ReadBlock())
+            return false;
+        char* from = tokenBegin_ + searched;
         auto* hit = static_cast<char*>(std::memchr(from, terminator, Distance(from, end_)));
         if (hit) {
             tokenEnd_ = hit;
             position_ = hit + 1;
             return true;
         }
-        const size_t searched = Distance(tokenBegin_, end_);
-        position_ = end_;
-        if (!ReadBlock())
-            return false;
-        from = tokenBegin_ + searched;
     }
 }
 
@@ -110,7 +107,8 @@ void Parser::Rebase(char* front) {
     const size_t counted = Distance(tokenBegin_, counted_);
     const size_t taken = Distance(tokenBegin_, position_);
     const size_t kept = Distance(tokenBegin_, end_);
-    std::memmove(front, tokenBegin_, kept);
+    if (front != tokenBegin_)
+        std::memmove(front, tokenBegin_, kept);
     tokenBegin_ = front;
     counted_ = front + counted;
     position_ = front + taken;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstring>
 #include <memory>
 #include <string>
 
@@ -43,7 +44,16 @@ protected:
 
     /// Makes the bytes up to the next terminator, which is taken too, the current token. False at
     /// the end of the source; everything is taken then.
-    bool ReadUntil(char terminator);
+    bool ReadUntil(char terminator) {
+        tokenBegin_ = position_;
+        auto* hit =
+            static_cast<char*>(std::memchr(position_, terminator, Distance(position_, end_)));
+        if (!hit)
+            return ReadOn(terminator);
+        tokenEnd_ = hit;
+        position_ = hit + 1;
+        return true;
+    }
 
     /// Adds a block behind the token, which may move; false at the end of the source.
     bool ReadBlock();
@@ -69,6 +79,7 @@ protected:
     }
 
 private:
+    bool ReadOn(char terminator);
     void MoveTokenToFront();
     void Grow(size_t capacity);
     void Rebase(char* front);

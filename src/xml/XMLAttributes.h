@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <cstring>
 #include <string_view>
 #include <vector>
 
@@ -11,6 +13,18 @@ class XMLAttributes {
 public:
     /// The value of that name, NUL-terminated; null when there is none.
     const char* Find(std::string_view name) const;
+
+    /// The same for a literal, with which comparing takes no calls.
+    template <size_t kSize> const char* Find(const char (&name)[kSize]) const {
+        if (entries_.size() > kSearchInTurn)
+            return Find(std::string_view(name));
+        for (const Entry& entry : entries_) {
+            if (entry.name.size() == kSize - 1 &&
+                std::memcmp(entry.name.data(), name, kSize - 1) == 0)
+                return entry.value.data();
+        }
+        return nullptr;
+    }
 
     /// How many different names there are.
     int GetCount() const;

@@ -81,6 +81,7 @@ private:
     bool valueOpen_ = false;
     size_t valueCount_ = 0;
     std::vector<std::string> values_; // kept to be used again; the first valueCount_ are those met
+    std::vector<const char*> valueTexts_;
 };
 
 } // namespace Kor

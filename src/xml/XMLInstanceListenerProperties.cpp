@@ -44,8 +44,12 @@ PropertyInstance* XMLInstanceListener::FindPropertyInstance(const char* element,
         return nullptr;
     }
     Instance* instance = open_.Top().instance;
-    PropertyInstance* found = instance ? instance->GetPropertyInstance(property, true) : nullptr;
-    if (!found && instance)
+    if (!instance)
+        return nullptr;
+    PropertyInstance* found = instance->FindPropertyInstance(property, open_.Top().nextProperty);
+    if (!found)
+        found = instance->GetPropertyInstance(property, true);
+    if (!found)
         Error("Unknown property: " + Quoted(property));
     return found;
 }
@@ -182,11 +186,10 @@ void XMLInstanceListener::StoreValues() {
     const size_t count = std::exchange(valueCount_, 0);
     if (count == 0 || !OpenAttribute())
         return;
-    std::vector<const char*> texts;
-    texts.reserve(count);
+    valueTexts_.clear();
     for (size_t i = 0; i < count; ++i)
-        texts.push_back(values_[i].c_str());
-    OpenAttribute()->SetValueFromTexts(texts.data(), static_cast<int>(texts.size()));
+        valueTexts_.push_back(values_[i].c_str());
+    OpenAttribute()->SetValueFromTexts(valueTexts_.data(), static_cast<int>(count));
 }
 
 } // namespace Kor

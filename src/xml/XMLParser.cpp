@@ -160,7 +160,9 @@ bool XMLParser::HandleStartTag() {
     ReadAttributes(nameEnd + 1);
 
     const std::string_view name(tokenBegin_, Distance(tokenBegin_, nameEnd));
-    return Start(name) && (!selfClosing || Close(name));
+    if (selfClosing) // nothing can come between its two events
+        return listener_->StartElement(name, attributes_) && listener_->EndElement(name);
+    return Start(name);
 }
 
 // The tag's last byte is deliberately never the first of an attribute, so that a name of one byte
