@@ -90,12 +90,22 @@ void GeometryInstance::WriteToXML(XMLWriter& writer) const {
     writer.EndElement();
 }
 
+/// What nearly all are: as they were made.
+bool GeometryInstance::EachGoesByItsPlace(const GeometryProperty& property) const {
+    for (int i = 0; i < GetNodeInstanceCount(); ++i) {
+        const NodeInstance* node = nodes_[static_cast<size_t>(i)];
+        if (!node || node->GetProperty() != property.GetAlternateAt(i))
+            return false;
+    }
+    return true;
+}
+
 /// Nodes stand for the level of their own alternate, wherever a renaming of levels has moved that
 /// since. Where the host has put in a node of something else, or two of one alternate, not all of
 /// them can: then the place decides, as it does in reading.
 bool GeometryInstance::NodesGoByPlace() const {
     const GeometryProperty& property = GetGeometryProperty();
-    if (property.GetAlternateCount() != GetNodeInstanceCount())
+    if (property.GetAlternateCount() != GetNodeInstanceCount() || EachGoesByItsPlace(property))
         return false;
     std::unordered_set<const Property*> free;
     for (int i = 0; i < property.GetAlternateCount(); ++i)

@@ -3,7 +3,9 @@
 #include "core/ByteStreams.h"
 #include "core/NumberText.h"
 
+#include <algorithm>
 #include <array>
+#include <cstring>
 
 namespace Kor {
 
@@ -49,11 +51,28 @@ constexpr std::array<char, 4096> MakeTabs() {
 
 constexpr std::array<char, 4096> kTabs = MakeTabs();
 
-size_t CountPlainBytes(std::string_view text) {
-    size_t count = 0;
-    while (count < text.size() && !kSpecialBytes[static_cast<unsigned char>(text[count])])
-        ++count;
-    return count;
+bool IsSpecial(char c) {
+    return kSpecialBytes[static_cast<unsigned char>(c)];
+}
+
+constexpr size_t kLongestEscape = 6;
+
+size_t SizeOf(std::string_view text) {
+    return text.size();
+}
+
+char* CopyTo(char* to, std::string_view text) {
+    return to + text.copy(to, text.size());
+}
+
+// Literals are copied without a call.
+template <size_t kSize> constexpr size_t SizeOf(const char (&)[kSize]) {
+    return kSize - 1;
+}
+
+template <size_t kSize> char* CopyTo(char* to, const char (&text)[kSize]) {
+    std::memcpy(to, text, kSize - 1);
+    return to + kSize - 1;
 }
 
 } // namespace
@@ -84,9 +103,8 @@ void XMLWriter::Open(ByteSink& sink, bool writeHeader) {
 void XMLWriter::StartElement(const char* name) {
     CloseTag();
     BreakLine();
-    openNames_.push_back(name ? name : "");
-    Put("<");
-    Put(openNames_.back());
+    openNames_.emplace_back(name ? name : "");
+    PutAll("<", openNames_.back());
     tagOpen_ = true;
     hasChildren_ = false;
 }
@@ -94,11 +112,9 @@ void XMLWriter::StartElement(const char* name) {
 void XMLWriter::WriteAttribute(const char* name, std::string_view value) {
     if (!tagOpen_)
         return;
-    Put(" ");
-    Put(name ? name : "");
-    Put("='");
+    PutAll(" ", std::string_view(name ? name : ""), "='");
     PutEscaped(value);
-    Put("'");
+    PutAll("'");
 }
 
 void XMLWriter::WriteAttribute(const char* name, int value) {
@@ -127,7 +143,7 @@ void XMLWriter::WriteComment(std::string_view text) {
 }
 
 void XMLWriter::EndElement() {
-    const char* name = "";
+    std::string_view name;
     if (!openNames_.empty()) {
         name = openNames_.back();
         openNames_.pop_back();
@@ -137,13 +153,11 @@ void XMLWriter::EndElement() {
         return;
     }
     if (tagOpen_) {
-        Put("/>");
+        PutAll("/>");
     } else {
         if (hasChildren_)
             BreakLine();
-        Put("</");
-        Put(name);
-        Put(">");
+        PutAll("</", name, ">");
     }
     tagOpen_ = false;
     hasChildren_ = true;
@@ -171,39 +185,75 @@ void XMLWriter::Flush() {
 
 void XMLWriter::CloseTag() {
     if (tagOpen_)
-        Put(">");
+        PutAll(">");
     tagOpen_ = false;
 }
 
 void XMLWriter::BreakLine() {
     constexpr std::string_view tabs(kTabs.data(), kTabs.size());
-    Put("\n");
     size_t levels = indent_ + openNames_.size();
+    if (levels <= tabs.size()) {
+        PutAll("\n", tabs.substr(0, levels));
+        return;
+    }
+    Put("\n");
     for (; levels > tabs.size(); levels -= tabs.size())
         Put(tabs);
     Put(tabs.substr(0, levels));
 }
 
-void XMLWriter::Put(std::string_view text) {
+/// The place for that many bytes, at most a block; null without a sink.
+char* XMLWriter::Reserve(size_t size) {
     if (!sink_)
-        return;
-    if (text.size() > kBlockSize - buffered_)
+        return nullptr;
+    if (size > kBlockSize - buffered_)
         Flush();
-    if (text.size() <= kBlockSize)
-        buffered_ += text.copy(buffer_.get() + buffered_, text.size());
-    else if (!failed_)
-        failed_ = !sink_->Write(text);
+    return buffer_.get() + buffered_;
 }
 
+void XMLWriter::Put(std::string_view text) {
+    if (text.size() > kBlockSize) {
+        Flush();
+        if (sink_ && !failed_)
+            failed_ = !sink_->Write(text);
+    } else if (char* to = Reserve(text.size())) {
+        buffered_ += text.copy(to, text.size());
+    }
+}
+
+/// Several texts at once; of names and tabs, a few bytes each.
+template <class... Texts> void XMLWriter::PutAll(const Texts&... texts) {
+    const size_t size = (SizeOf(texts) + ...);
+    if (size > kBlockSize) {
+        (Put(texts), ...);
+    } else if (char* to = Reserve(size)) {
+        ((to = CopyTo(to, texts)), ...);
+        buffered_ += size;
+    }
+}
+
+/// Texts are mostly short: looking at a byte and copying it go together.
 void XMLWriter::PutEscaped(std::string_view text) {
-    for (;;) {
-        const size_t plain = CountPlainBytes(text);
-        Put(text.substr(0, plain));
-        text.remove_prefix(plain);
-        if (text.empty() || text.front() == '\0')
+    constexpr size_t kPart = kBlockSize / kLongestEscape;
+    for (; !text.empty(); text.remove_prefix(std::min(text.size(), kPart))) {
+        const std::string_view part = text.substr(0, kPart);
+        char* const begin = Reserve(part.size() * kLongestEscape);
+        if (!begin)
             return;
-        Put(GetEscape(text.front()));
-        text.remove_prefix(1);
+        char* to = begin;
+        const char* from = part.data();
+        const char* const end = from + part.size();
+        for (; from != end; ++from) {
+            if (!IsSpecial(*from))
+                *to++ = *from;
+            else if (*from != '\0')
+                to = CopyTo(to, GetEscape(*from));
+            else
+                break;
+        }
+        buffered_ += static_cast<size_t>(to - begin);
+        if (from != end) // a NUL byte ends the text
+            return;
     }
 }
 

@@ -54,7 +54,9 @@ public:
 private:
     void CloseTag();
     void BreakLine();
+    char* Reserve(size_t size);
     void Put(std::string_view text);
+    template <class... Texts> void PutAll(const Texts&... texts);
     void PutEscaped(std::string_view text);
 
     ByteSink* sink_ = nullptr;
@@ -62,7 +64,7 @@ private:
     bool hasChildren_ = false; ///< Whether a child of the element about to be ended was ended.
     bool failed_ = false;
     size_t indent_ = 0; ///< Unnamed levels around everything: often very many, so only counted.
-    std::vector<const char*> openNames_;
+    std::vector<std::string_view> openNames_;
 
     // What the sink has not got yet. A plain block: appending to a string costs more than the many
     // short texts themselves.
