@@ -20,8 +20,8 @@ AttributeProperty::AttributeProperty(const AttributeProperty& source)
     if (type->IsLeftToUsers())
         type = static_cast<Type*>(type->Clone().release());
     SetType(type);
-    for (TypedValue* value : {&default_, &minimum_, &maximum_})
-        Store(*value, type->NewValue(nullptr, type->GetDimension()));
+    for (Slot* slot : {&default_, &minimum_, &maximum_})
+        slot->due = true;
 }
 
 std::unique_ptr<Object> AttributeProperty::Clone() const {
@@ -35,8 +35,8 @@ void AttributeProperty::WriteToXML(XMLWriter& writer) const {
 /// How often this property alone keeps its type in use: its values do, too.
 int AttributeProperty::CountOwnUses() const {
     int uses = 1;
-    for (const TypedValue* value : {&default_, &minimum_, &maximum_})
-        uses += value->GetType() == type_.Get() ? 1 : 0;
+    for (const Slot* slot : {&default_, &minimum_, &maximum_})
+        uses += slot->value.GetType() == type_.Get() ? 1 : 0;
     return uses;
 }
 
@@ -49,6 +49,8 @@ bool AttributeProperty::WouldContainItself(const Type& type) const {
 bool AttributeProperty::SetType(Type* type) {
     if (type && WouldContainItself(*type))
         return false;
+    for (Slot* slot : {&default_, &minimum_, &maximum_})
+        Fetch(*slot); // values stay those of the type so far
     if (type_ && type_.Get() != type && type_->GetUseCount() == CountOwnUses())
         type_->TakeFromUsers();
     type_.Reset(type);
@@ -57,12 +59,21 @@ bool AttributeProperty::SetType(Type* type) {
     return true;
 }
 
-void AttributeProperty::Store(TypedValue& slot, void* value) {
-    const int count = type_ ? type_->GetDimension() : 0;
-    if (value == slot.Get())
+void AttributeProperty::Store(Slot& slot, void* value) {
+    slot.due = false;
+    if (value == slot.value.Get())
         return;
-    slot.Clear();
-    slot.Adopt(type_.Get(), value, count);
+    slot.value.Clear();
+    slot.value.Adopt(type_.Get(), value, type_ ? type_->GetDimension() : 0);
+}
+
+const TypedValue& AttributeProperty::Fetch(Slot& slot) const {
+    if (slot.due) {
+        const int count = type_->GetDimension();
+        slot.value.Adopt(type_.Get(), type_->NewValue(nullptr, count), count);
+        slot.due = false;
+    }
+    return slot.value;
 }
 
 /// The values stay when the property is given another type, but that type must not read them.
@@ -73,8 +84,9 @@ const void* AttributeProperty::GetReadable(const TypedValue& value) const {
 }
 
 bool AttributeProperty::IsValueValid(const void* value) const {
-    return type_ && type_->IsValueValid(value, GetReadable(minimum_), GetReadable(maximum_),
-                                        type_->GetDimension());
+    // A bound that is due need not be made: it would be the type's zero, which is no bound.
+    return type_ && type_->IsValueValid(value, GetReadable(minimum_.value),
+                                        GetReadable(maximum_.value), type_->GetDimension());
 }
 
 void AttributeProperty::CollectPackages(std::set<std::string>& packages) const {

@@ -33,17 +33,18 @@ public:
     void SetReference(bool reference) { reference_ = reference; }
 
     /// The values, blocks of the type that is set when they are handed over; owned.
-    void* GetDefaultValue() const { return default_.Get(); }
-    void* GetMinValue() const { return minimum_.Get(); }
-    void* GetMaxValue() const { return maximum_.Get(); }
+    void* GetDefaultValue() const { return Fetch(default_).Get(); }
+    void* GetMinValue() const { return Fetch(minimum_).Get(); }
+    void* GetMaxValue() const { return Fetch(maximum_).Get(); }
 
     /// The same, but null where the block has another form or fewer elements than the type's
     /// values (a default: than `count`), because the type was changed since.
     const void* GetReadableDefault(int count) const {
-        return default_.GetCount() >= count ? GetReadable(default_) : nullptr;
+        const TypedValue& value = Fetch(default_);
+        return value.GetCount() >= count ? GetReadable(value) : nullptr;
     }
-    const void* GetReadableMin() const { return GetReadable(minimum_); }
-    const void* GetReadableMax() const { return GetReadable(maximum_); }
+    const void* GetReadableMin() const { return GetReadable(Fetch(minimum_)); }
+    const void* GetReadableMax() const { return GetReadable(Fetch(maximum_)); }
 
     void SetDefaultValue(void* value) { Store(default_, value); }
     void SetMinValue(void* value) { Store(minimum_, value); }
@@ -66,11 +67,18 @@ public:
 
 protected:
     /// The copy has the type (a clone of its own where the type belongs to the property) and fresh
-    /// values: deliberately the type's initial value each, not the source's.
+    /// values: deliberately the type's initial value each, not the source's. They are made when
+    /// they are first asked for, since most of them never are and those of templates are large.
     AttributeProperty(const AttributeProperty& source);
 
 private:
-    void Store(TypedValue& slot, void* value);
+    struct Slot {
+        TypedValue value;
+        bool due = false; ///< The type's initial value, not yet made.
+    };
+
+    void Store(Slot& slot, void* value);
+    const TypedValue& Fetch(Slot& slot) const;
     const void* GetReadable(const TypedValue& value) const;
 
     int CountOwnUses() const;
@@ -78,9 +86,9 @@ private:
 
     TypeRef type_;
     bool reference_ = false;
-    TypedValue default_;
-    TypedValue minimum_;
-    TypedValue maximum_;
+    mutable Slot default_;
+    mutable Slot minimum_;
+    mutable Slot maximum_;
     CompactString autoBind_;
 };
 

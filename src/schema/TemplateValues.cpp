@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <memory>
+#include <new>
 #include <vector>
 
 #include "schema/Template.h"
@@ -23,6 +24,13 @@ Instance* At(const void* value, int index) {
     return value ? static_cast<Instance* const*>(value)[index] : nullptr;
 }
 
+/// Fails where so many instances can never fit, before the memory is full of the first of them.
+void ExpectRoom(size_t count) {
+    constexpr size_t kFew = 100000;
+    if (count > kFew)
+        ::operator delete(::operator new(count*(sizeof(Instance) + sizeof(void*))));
+}
+
 std::string_view NameOf(const Instance* instance) {
     return instance ? instance->GetNameView() : std::string_view();
 }
@@ -32,6 +40,7 @@ std::string_view NameOf(const Instance* instance) {
 void* Template::NewValue(const void* initial, int count) const {
     if (count <= 0)
         return nullptr;
+    ExpectRoom(static_cast<size_t>(count));
     std::vector<std::unique_ptr<Instance>> made(static_cast<size_t>(count));
     for (int i = 0; i < count; ++i) {
         auto& element = made[static_cast<size_t>(i)];

@@ -259,6 +259,42 @@ TEST_F(AttributePropertyTest, ACloneHasTheTypesInitialValuesAndIsNoReference) {
     OviObject_Delete(clone);
 }
 
+TEST_F(AttributePropertyTest, TheInitialValuesOfACloneCanBeReplacedAndTakenAway) {
+    OviAttributeProperty* clone = CloneOf(number);
+    OviAttributeProperty_SetDefaultValue(clone, nullptr);
+    OviAttributeProperty_SetMinValue(clone, Int("2"));
+    EXPECT_EQ(OviAttributeProperty_GetDefaultValue(clone), nullptr);
+    EXPECT_EQ(ReadInt(OviAttributeProperty_GetMinValue(clone)), 2);
+    int value = 1;
+    EXPECT_FALSE(OviAttributeProperty_IsValueValid(clone, &value));
+    value = 2;
+    EXPECT_TRUE(OviAttributeProperty_IsValueValid(clone, &value));
+    OviObject_Delete(clone);
+}
+
+TEST_F(AttributePropertyTest, TheInitialValuesOfACloneAreThoseOfItsFirstType) {
+    OviAttributeProperty* clone = CloneOf(number);
+    OviAttributeProperty_SetType(clone, TypeNamed("STRING"));
+    const void* value = OviAttributeProperty_GetDefaultValue(clone);
+    EXPECT_EQ(ReadInt(value), 0);
+    EXPECT_EQ(OviAttributeProperty_GetDefaultValue(clone), value) << "made once";
+    OviAttributeProperty_SetType(clone, nullptr);
+    EXPECT_EQ(ReadInt(OviAttributeProperty_GetMaxValue(clone)), 0);
+    OviObject_Delete(clone);
+}
+
+TEST_F(AttributePropertyTest, ACopyInANewVersionHasAnInstanceOfItsTemplateAsDefault) {
+    OviTemplate* part = Make("Part");
+    AddAttribute(part, "size");
+    AddAttribute(Make("Whole"), "part", part);
+    OviTemplate* second = OviTemplateManager_CreateTemplateVersion("Whole", 2);
+    auto* copy = static_cast<OviAttributeProperty*>(OviTemplate_GetProperty(second, "part"));
+    auto** value = static_cast<OviInstance**>(OviAttributeProperty_GetDefaultValue(copy));
+    ASSERT_NE(value, nullptr);
+    EXPECT_EQ(OviInstance_GetTemplateAt(*value, 0), part);
+    EXPECT_NE(OviInstance_GetPropertyInstance(*value, "Part.size", false), nullptr);
+}
+
 TEST_F(AttributePropertyTest, ACloneWithoutATypeHasNoValues) {
     OviAttributeProperty_SetType(number, nullptr);
     OviAttributeProperty* clone = CloneOf(number);

@@ -14,8 +14,11 @@ namespace {
 long allocationsLeft = -1;
 bool hasFailed = false;
 
+/// Larger blocks are refused, as they are by systems that promise no memory they do not have.
+constexpr std::size_t kLargest = std::size_t{1} << 36;
+
 void* Allocate(std::size_t size) {
-    if (allocationsLeft == 0) {
+    if (allocationsLeft == 0 || size > kLargest) {
         hasFailed = true;
         throw std::bad_alloc();
     }
@@ -156,6 +159,14 @@ TEST(OutOfMemory, DeclarationsAreCopiedWholeOrNotAtAll) {
         });
     EXPECT_GT(size, 3000);
     EXPECT_GT(bytes, 0u);
+}
+
+TEST(OutOfMemory, MoreInstancesThanEverFitAreNotBegun) {
+    Ovi_Initialize();
+    hasFailed = false;
+    EXPECT_EQ(OviType_NewValue(OviTemplateManager_GetRoot(), nullptr, 2000000000), nullptr);
+    EXPECT_TRUE(hasFailed);
+    Ovi_Terminate();
 }
 
 TEST(OutOfMemory, GroupsAreDeletedAllTheSame) {
