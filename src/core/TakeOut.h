@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <iterator>
 #include <vector>
 
 namespace Kor {
@@ -11,6 +12,15 @@ template <class T> bool TakeOut(std::vector<T*>& list, const T* entry) {
     if (found == list.end())
         return false;
     list.erase(found);
+    return true;
+}
+
+/// The same for the last such entry: for lists that mostly lose what came last.
+template <class T> bool TakeOutLast(std::vector<T*>& list, const T* entry) {
+    const auto found = std::find(list.rbegin(), list.rend(), entry);
+    if (found == list.rend())
+        return false;
+    list.erase(std::next(found).base());
     return true;
 }
 

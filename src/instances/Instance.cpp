@@ -207,14 +207,33 @@ void Instance::LeaveAbandoned() {
 }
 
 // Stripping an instance abandons those nested in its values, which then follow in the same loop.
-void Instance::StripAbandoned() {
+std::vector<Template*> Instance::StripAbandoned() {
+    std::vector<Template*> released;
     auto& abandoned = Abandoned();
     while (!abandoned.empty()) {
         Instance* instance = abandoned.back();
         instance->LeaveAbandoned();
+        const std::vector<Property*> properties = instance->CollectProperties();
+        released.insert(released.end(), instance->templates_.begin(), instance->templates_.end());
         instance->DeletePropertyInstances();
         instance->ReleaseTemplates();
+        for (const Property* property : properties) {
+            const std::vector<Template*>& holders = property->GetHolders();
+            if (!property->IsInUse())
+                released.insert(released.end(), holders.begin(), holders.end());
+        }
     }
+    std::sort(released.begin(), released.end());
+    released.erase(std::unique(released.begin(), released.end()), released.end());
+    return released;
+}
+
+std::vector<Property*> Instance::CollectProperties() const {
+    std::vector<Property*> properties;
+    properties.reserve(static_cast<size_t>(propertyInstances_.GetCount()));
+    for (const PropertyInstance* propertyInstance : propertyInstances_)
+        properties.push_back(propertyInstance->GetProperty());
+    return properties;
 }
 
 void Instance::DeletePropertyInstances() {

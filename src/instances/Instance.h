@@ -115,8 +115,8 @@ public:
     void Abandon();
 
     /// Takes templates and property instances away from all abandoned instances, so that the
-    /// schema can go.
-    static void StripAbandoned();
+    /// schema can go. Gives the templates that they used.
+    static std::vector<Template*> StripAbandoned();
 
     /// Free-standing instances alive: while there are any, a terminated schema is kept for them.
     static int CountFreeStanding() { return freeStandingCount_; }
@@ -150,6 +150,7 @@ private:
     PropertyInstance* FindOrAnnounced(const Property& property) const;
     void AddPropertyInstances(const std::vector<Property*>& properties);
     void AddMissingPropertyInstances(const std::vector<Property*>& properties);
+    std::vector<Property*> CollectProperties() const;
     void DeletePropertyInstances();
     void ReleaseTemplates();
     void LeaveAbandoned();

@@ -67,15 +67,17 @@ void RetiredSchema::Release() {
         schema.Delete();
 }
 
-/// First all links are taken away, from the last template to the first, then everything is
-/// deleted: templates, enumerations, plain types, each from the last to the first. Types whose
-/// values or properties the host still holds go with the last of those.
+/// First all links are taken away, then everything is deleted: templates, enumerations, plain
+/// types, each from the last to the first. Types whose values or properties the host still holds go
+/// with the last of those.
 void RetiredSchema::Delete() {
     for (const Template* definition : templates_)
         DropValues(*definition);
     Instance::StripAbandoned();
-    for (auto type = templates_.rbegin(); type != templates_.rend(); ++type)
-        (*type)->Clear(nullptr);
+    std::vector<Template*> cleared = templates_;
+    Template::SortForClearing(cleared);
+    for (Template* type : cleared)
+        type->Clear(nullptr);
     Instance::StripAbandoned();
     std::vector<Type*> all(templates_.rbegin(), templates_.rend());
     all.insert(all.end(), enumerations_.rbegin(), enumerations_.rend());

@@ -1,6 +1,7 @@
 // The template manager's files: loading, unloading and saving.
 
 #include <algorithm>
+#include <unordered_set>
 
 // Instances that outlive their values let go of a schema before it goes.
 #include "instances/Instance.h"
@@ -19,25 +20,34 @@ namespace Kor {
 
 namespace {
 
-/// Clears the templates that no living instance uses; clearing one may leave another unused.
-void ClearUnused(TypeGroup& definitions, Template* root) {
-    std::vector<Template*> used;
-    for (Type* type : definitions.GetAll()) {
+std::vector<Template*> TemplatesAmong(const std::vector<Type*>& types) {
+    std::vector<Template*> templates;
+    for (Type* type : types) {
         if (auto* definition = ObjectCast<Template>(type))
-            used.push_back(definition);
+            templates.push_back(definition);
     }
-    for (size_t before = used.size() + 1; used.size() < before;) {
-        before = used.size();
-        for (auto at = used.rbegin(); at != used.rend(); ++at) {
-            if ((*at)->IsUsedByInstances())
-                continue;
-            (*at)->Clear(root);
-            *at = nullptr;
+    return templates;
+}
+
+/// Clears the templates that no living instance uses, and keeps the others. Clearing one may leave
+/// others unused, which only instances inside its default values used.
+void ClearUnused(TypeGroup& definitions, Template* root) {
+    std::vector<Template*> pending = TemplatesAmong(definitions.GetAll());
+    Template::SortForClearing(pending);
+    std::reverse(pending.begin(), pending.end()); // taken from the end
+    std::unordered_set<const Template*> left(pending.begin(), pending.end());
+    while (!pending.empty()) {
+        Template* next = pending.back();
+        pending.pop_back();
+        if (next->IsUsedByInstances() || left.erase(next) == 0)
+            continue;
+        next->Clear(root);
+        for (Template* released : Instance::StripAbandoned()) {
+            if (left.count(released) > 0)
+                pending.push_back(released);
         }
-        used.erase(std::remove(used.begin(), used.end(), nullptr), used.end());
-        Instance::StripAbandoned();
     }
-    for (Template* definition : used)
+    for (const Template* definition : left)
         definitions.Keep(definition);
 }
 

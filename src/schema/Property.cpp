@@ -91,7 +91,7 @@ void Property::RemoveViewer(ViewProperty* viewer) {
 }
 
 void Property::RemoveHolder(Template* holder) {
-    TakeOut(holders_, holder);
+    TakeOutLast(holders_, holder); // versions go from the latest to the first
 }
 
 } // namespace Kor

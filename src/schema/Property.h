@@ -109,6 +109,7 @@ public:
     /// Kept by the templates that list the property.
     void AddHolder(Template* holder) { holders_.push_back(holder); }
     void RemoveHolder(Template* holder);
+    const std::vector<Template*>& GetHolders() const { return holders_; }
 
     /// Called by a command around a change of its name and at its end.
     void UnlistCommand(Command& command) { commands_.RemoveExactly(&command); }

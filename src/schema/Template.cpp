@@ -267,6 +267,13 @@ void Template::Clear(Template* fallback) {
         tiedViews_.GetLast()->SetTemplate(nullptr);
 }
 
+void Template::SortForClearing(std::vector<Template*>& templates) {
+    std::sort(templates.begin(), templates.end(), [](const Template* a, const Template* b) {
+        const int order = a->GetFullName().compare(b->GetFullName());
+        return order == 0 ? a->GetVersion() > b->GetVersion() : order < 0;
+    });
+}
+
 void Template::BeginRedefinition() {
     DropViews();
     DropParents();

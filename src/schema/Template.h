@@ -130,6 +130,11 @@ public:
     /// parent fall back to `fallback`, when there is one.
     void Clear(Template* fallback);
 
+    /// Sorts by full name, and the versions of one name from the highest to the lowest: the order
+    /// in which clearing costs least. What a version lists of lower ones is then taken from it
+    /// before it is deleted.
+    static void SortForClearing(std::vector<Template*>& templates);
+
     /// Prepares a recycled template for a new definition: what instances still use moves out of
     /// sight, the rest goes.
     void BeginRedefinition();

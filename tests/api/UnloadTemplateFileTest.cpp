@@ -276,6 +276,22 @@ TEST_F(UnloadTemplateFileTest, OneVersionInUseDoesNotKeepTheOthers) {
     EXPECT_TRUE(Unload(file));
 }
 
+TEST_F(UnloadTemplateFileTest, WhatOnlyDefaultsOfTheFileUseGoesInAnyOrderOfNames) {
+    for (const char* names : {"ABC", "CBA", "BCA", "CAB"}) {
+        const std::string base(1, names[0]), heir(1, names[1]), user(1, names[2]);
+        const std::string file =
+            Load("a.template", "<template name='" + base +
+                                   "'><attribute name='x' type='INT32'/>"
+                                   "<attribute name='y' type='INT32' version='2'/></template>"
+                                   "<template name='" +
+                                   heir + "'><extends template='" + base + "'/></template>" +
+                                   "<template name='" + user + "'><attribute name='h' type='" +
+                                   heir + "' default=''/></template>");
+        EXPECT_TRUE(Unload(file)) << names;
+        EXPECT_EQ(Templates(), Names{"Object#1"}) << names;
+    }
+}
+
 // -- circles --------------------------------------------------------------------------------------
 
 TEST_F(UnloadTemplateFileTest, CirclesOfReferencesInOneFileGo) {
