@@ -103,12 +103,6 @@ Template* TemplateManager::GetTemplate(std::string_view name) const {
     return GetTemplateVersion(name, static_cast<unsigned>(first->GetLatestVersion()));
 }
 
-bool TemplateManager::IsOnlyOneOfItsKey(const Template& listed) const {
-    const int index = templates_.Find(listed.GetKey());
-    const Template* next = templates_.GetAt(index + 1);
-    return templates_.GetAt(index) == &listed && (!next || next->GetKey() != listed.GetKey());
-}
-
 Template* TemplateManager::CreateTemplate(std::string_view name) {
     if (!IsValidFullName(name))
         return nullptr;

@@ -36,8 +36,6 @@ public:
     /// All versions that exist, ascending.
     std::vector<Template*> GetVersions(std::string_view name) const;
 
-    /// Whether the registry has the template and no other one of its key (as renaming may bring).
-    bool IsOnlyOneOfItsKey(const Template& listed) const;
     virtual int GetTemplateCount() const { return templates_.GetCount(); }
     virtual Template* GetTemplateAt(int index) const { return templates_.GetAt(index); }
 

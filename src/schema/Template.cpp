@@ -18,13 +18,11 @@ namespace Kor {
 
 Template::Template(std::string_view name, int dimension, int alignment)
     : Type(name, dimension, alignment), VersionedObject(1) {
-    ++liveCount_;
     Template::UpdateFullName();
 }
 
 Template::Template(const Template& source, AsVersion version)
     : Type(source), VersionedObject(source), latestVersion_(source.latestVersion_) {
-    ++liveCount_;
     VersionedObject::SetVersion(version.version);
     Template::UpdateFullName();
 }
@@ -33,7 +31,7 @@ Template::~Template() {
     // A dying manager is out of reach already: then nobody falls back to its root.
     TemplateManager* manager = TemplateManager::Exists() ? TemplateManager::Get() : nullptr;
     Clear(manager ? manager->GetRoot() : nullptr);
-    --liveCount_;
+    ReleaseKey(key_);
 }
 
 std::unique_ptr<Object> Template::Clone() const {
@@ -95,10 +93,28 @@ void Template::UpdateFullName() {
     Type::UpdateFullName();
     std::string key = GetFullName();
     key.append(1, '#').append(std::to_string(GetVersion()));
+    ++KeyCounts()[key];
     key_.swap(key);
+    ReleaseKey(key);
     SchemaRevision::Advance();
     if (instanceCount_ > 0)
         SchemaRevision::AdvanceKeys();
+}
+
+/// How many templates there are of each key, registered or not.
+std::unordered_map<std::string, int>& Template::KeyCounts() {
+    static auto& counts = *new std::unordered_map<std::string, int>(); // outlives all templates
+    return counts;
+}
+
+void Template::ReleaseKey(const std::string& key) {
+    const auto found = KeyCounts().find(key);
+    if (found != KeyCounts().end() && --found->second == 0)
+        KeyCounts().erase(found);
+}
+
+bool Template::IsOnlyOneOfItsKey() const {
+    return KeyCounts()[key_] == 1;
 }
 
 void Template::LeaveSortedLists() {

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "core/ObjectRegistry.h"
@@ -222,6 +223,9 @@ private:
 
     bool HasChildren() const { return !children_.IsEmpty() || !unlistedChildren_.empty(); }
     bool MayHaveDescendants() const;
+    bool IsOnlyOneOfItsKey() const;
+    static std::unordered_map<std::string, int>& KeyCounts();
+    static void ReleaseKey(const std::string& key);
     void CopyParentsAndProperties(const Template& source);
     void LinkChild(Template* child);
     void UnlinkChild(Template* child);
@@ -260,8 +264,6 @@ private:
     mutable std::vector<Property*> instanceProperties_;
     mutable std::uint64_t instancePropertiesRevision_ = 0;
     mutable std::uint64_t lastWalk_ = 0;
-
-    static inline int liveCount_ = 0;
 };
 
 } // namespace Kor

@@ -33,11 +33,10 @@ int Template::AddParent(Template* parent) {
 }
 
 /// False for most templates that get their first parents, which saves the walk through all
-/// ancestors. Descent goes by key, so that the children of another template of the same key count.
+/// ancestors. Descent goes by key, so that the children of another template of the same key count,
+/// registered or not.
 bool Template::MayHaveDescendants() const {
-    const TemplateManager* manager = TemplateManager::Exists() ? TemplateManager::Get() : nullptr;
-    const bool allRegistered = manager && manager->GetTemplateCount() == liveCount_;
-    return HasChildren() || !allRegistered || !manager->IsOnlyOneOfItsKey(*this);
+    return HasChildren() || !IsOnlyOneOfItsKey();
 }
 
 /// Deliberately the new parent does not show this child, and the replaced one goes on doing so.
