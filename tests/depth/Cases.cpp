@@ -1,6 +1,7 @@
 #include "Case.h"
 #include "SceneCases.h"
 #include "SchemaCases.h"
+#include "UseCases.h"
 
 const std::vector<Case>& GetCases() {
     static const std::vector<Case> cases = {
@@ -19,6 +20,10 @@ const std::vector<Case>& GetCases() {
         {"Files one by one", "files", 5000, RunFiles},
         {"Former values", "assets", 40000, RunFormerValues},
         {"Properties of two templates", "properties", 20000, RunProperties},
+        {"Chain of templates beside a clone", "templates", 10000, RunChainBesideClone},
+        {"Defaults holding defaults", "templates", 5000, RunDefaults},
+        {"Versions of a template", "versions", 2000, RunVersions},
+        {"Versions of templates full of templates", "attributes", 2000, RunFullVersions},
     };
     return cases;
 }

@@ -36,25 +36,6 @@ void UseSchema(Run& run, const std::string& path, const std::string& last, const
     run.Step("clear it again", [] { return OviAssetManager_NewScene(); });
 }
 
-/// Saving under another name and unloading.
-void SaveAndUnload(Run& run, const std::string& path) {
-    const std::string saved = run.Path("saved.template");
-    const int before = OviTemplateManager_GetTemplateCount();
-    const auto unload = [&] {
-        OviTemplateManager_UnloadTemplateFile(path.c_str());
-        return OviTemplateManager_GetTemplateCount() == 1; // the root stays
-    };
-    run.Step("save",
-             [&] { return OviTemplateManager_SaveTemplateFile(path.c_str(), saved.c_str()); });
-    run.NoteSize(saved);
-    run.Step("unload", unload);
-    run.Step("load what was saved", [&] {
-        return OviTemplateManager_LoadTemplateFile(saved.c_str()) &&
-               OviTemplateManager_GetTemplateCount() == before;
-    });
-    OviTemplateManager_UnloadTemplateFile(saved.c_str());
-}
-
 /// Stacked diamonds over the template A0.
 std::string Diamonds(int count) {
     std::string text;
@@ -76,6 +57,24 @@ void BindAsset(const std::string& templateName, const char* node) {
 }
 
 } // namespace
+
+void SaveAndUnload(Run& run, const std::string& path) {
+    const std::string saved = run.Path("saved.template");
+    const int before = OviTemplateManager_GetTemplateCount();
+    const auto unload = [&] {
+        OviTemplateManager_UnloadTemplateFile(path.c_str());
+        return OviTemplateManager_GetTemplateCount() == 1; // the root stays
+    };
+    run.Step("save",
+             [&] { return OviTemplateManager_SaveTemplateFile(path.c_str(), saved.c_str()); });
+    run.NoteSize(saved);
+    run.Step("unload", unload);
+    run.Step("load what was saved", [&] {
+        return OviTemplateManager_LoadTemplateFile(saved.c_str()) &&
+               OviTemplateManager_GetTemplateCount() == before;
+    });
+    OviTemplateManager_UnloadTemplateFile(saved.c_str());
+}
 
 void RunChain(Run& run) {
     std::string text = "<templates><template name='T0'><node name='AssetNode'/></template>\n";

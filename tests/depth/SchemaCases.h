@@ -26,5 +26,8 @@ void RunGroups(Run& run);
 /// As many files with a template each.
 void RunFiles(Run& run);
 
+/// Saves a file under another name, unloads it and loads what was saved.
+void SaveAndUnload(Run& run, const std::string& path);
+
 /// Each package uses the one before.
 void RunPackages(Run& run);

@@ -1,5 +1,5 @@
 // Loads, saves, looks up and unloads what a file may make as deep as it likes, each at two sizes,
-// and prints how the times grow: ovi_depth [--scale PERCENT] DIRECTORY
+// and prints how the times grow: ovi_depth [--scale PERCENT] [--only PART-OF-NAME] DIRECTORY
 //
 // Run it with a small stack ("ulimit -s 1024"): no depth of the input may exhaust it. The exit code
 // is 0 when every step gave what it should.
@@ -55,18 +55,25 @@ bool RunCase(const Case& measured, const std::filesystem::path& directory, int p
 
 int main(int argumentCount, char** arguments) {
     int percent = 100;
+    const char* part = "";
     int next = 1;
-    if (next + 1 < argumentCount && !std::strcmp(arguments[next], "--scale")) {
-        percent = std::atoi(arguments[next + 1]);
-        next += 2;
+    for (; next + 2 < argumentCount; next += 2) {
+        if (!std::strcmp(arguments[next], "--scale"))
+            percent = std::atoi(arguments[next + 1]);
+        else if (!std::strcmp(arguments[next], "--only"))
+            part = arguments[next + 1];
+        else
+            break;
     }
     if (next + 1 != argumentCount || percent < 1) {
-        std::fputs("usage: ovi_depth [--scale PERCENT] DIRECTORY\n", stderr);
+        std::fputs("usage: ovi_depth [--scale PERCENT] [--only PART-OF-NAME] DIRECTORY\n", stderr);
         return 2;
     }
     std::puts("| Case | Step | Size | Twice the size | Growth |\n|---|---|--:|--:|--:|");
     bool done = true;
-    for (const Case& measured : GetCases())
-        done = RunCase(measured, arguments[next], percent) && done;
+    for (const Case& measured : GetCases()) {
+        if (std::strstr(measured.name, part))
+            done = RunCase(measured, arguments[next], percent) && done;
+    }
     return done ? 0 : 1;
 }
