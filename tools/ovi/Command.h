@@ -4,7 +4,7 @@
 
 namespace OviTool {
 
-/// One command of the program. To add one, derive from this class and list it in Commands.cpp.
+/// One command of the program. CONTRIBUTING.md says how to add one.
 class Command {
 public:
     Command() = default;
