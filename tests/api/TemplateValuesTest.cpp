@@ -102,6 +102,17 @@ TEST_F(TemplateValuesTest, AValueIsValidWhenNoElementIsNull) {
     OviObject_Delete(property);
 }
 
+TEST_F(TemplateValuesTest, AValueWithoutElementsIsValidUnlessItIsNull) {
+    const std::string file = WriteSchema("many.template", "<templates><type name='Meshes' "
+                                                          "type='Mesh' dim='0'/></templates>");
+    OviTemplateManager_LoadTemplateFile(file.c_str());
+    OviAttributeProperty* property = NewAttribute("meshes", 1, TypeNamed("Meshes"));
+    OviInstance* none = nullptr;
+    EXPECT_TRUE(OviAttributeProperty_IsValueValid(property, &none)) << "no element is looked at";
+    EXPECT_FALSE(OviAttributeProperty_IsValueValid(property, nullptr));
+    OviObject_Delete(property);
+}
+
 TEST_F(TemplateValuesTest, TheTextOfAnElementIsItsName) {
     OviInstance* instance = OviInstance_New("Teacup");
     EXPECT_EQ(TextOf(mesh, &instance), "Teacup");
@@ -123,6 +134,15 @@ TEST_F(TemplateValuesTest, ATextMakesAnInstanceOfTheTemplateItNames) {
     EXPECT_EQ(Events(), Names{});
     EXPECT_EQ(OviType_GetValueFromString(mesh, "Mesh", nullptr, 0), 4);
     EXPECT_EQ(OviType_GetValueFromString(mesh, nullptr, value, 0), 0);
+    OviType_DeleteValue(mesh, value, 1);
+}
+
+TEST_F(TemplateValuesTest, ANameWithAPackageIsNoNameForTheInstanceItMakes) {
+    OviTemplate* cup = Make("pkg.Cup");
+    void* value = OviType_NewValue(mesh, nullptr, 1);
+    EXPECT_EQ(OviType_GetValueFromString(mesh, "pkg.Cup", value, 0), 7);
+    EXPECT_EQ(NameOf(ElementOf(value)), "");
+    EXPECT_EQ(OviInstance_GetTemplateAt(ElementOf(value), 0), cup);
     OviType_DeleteValue(mesh, value, 1);
 }
 

@@ -1,12 +1,17 @@
 // The managers come into being on first use and go with their last use.
 
+#include <string>
+#include <vector>
+
 #include <gtest/gtest.h>
 
 #include "core/ErrorManager.h"
+#include "instances/Asset.h"
 #include "instances/AssetManager.h"
 #include "manager/TemplateManager.h"
 #include "notify/NotificationManager.h"
 #include "ovi/ovi.h"
+#include "types/CustomType.h"
 
 namespace {
 
@@ -17,6 +22,30 @@ int CountManagers() {
     return int(ErrorManager::Exists()) + int(NotificationManager::Exists()) +
            int(TemplateManager::Exists()) + int(AssetManager::Exists());
 }
+
+/// The managers that exist, by their initials, the first to go in front.
+std::string ManagersAlive() {
+    std::string managers;
+    managers += AssetManager::Exists() ? 'A' : '-';
+    managers += TemplateManager::Exists() ? 'T' : '-';
+    managers += NotificationManager::Exists() ? 'N' : '-';
+    managers += ErrorManager::Exists() ? 'E' : '-';
+    return managers;
+}
+
+using Notes = std::vector<std::string>;
+
+/// An object that notes which managers exist at its end.
+template <class Base> class Witness : public Base {
+public:
+    template <class... Arguments>
+    explicit Witness(Notes& notes, const char* name, Arguments... arguments)
+        : Base(name, arguments...), notes_(notes) {}
+    ~Witness() override { notes_.push_back(std::string(this->GetName()) + " " + ManagersAlive()); }
+
+private:
+    Notes& notes_;
+};
 
 class SingletonTest : public ::testing::Test {
 protected:
@@ -38,6 +67,16 @@ TEST_F(SingletonTest, InitializeMakesAllManagersAndTheLastTerminateDeletesThem) 
     EXPECT_EQ(CountManagers(), 4);
     Ovi_Terminate();
     EXPECT_EQ(CountManagers(), 0);
+}
+
+// A dying template manager cannot be reached, unlike the others.
+TEST_F(SingletonTest, ManagersGoInReverseOrderWithWhatTheyOwn) {
+    Notes notes;
+    Ovi_Initialize();
+    AssetManager::Get()->AddAsset(new Witness<Asset>(notes, "asset"));
+    TemplateManager::Get()->AddType(new Witness<CustomType>(notes, "type", 1));
+    Ovi_Terminate();
+    EXPECT_EQ(notes, (Notes{"asset ATNE", "type --NE"}));
 }
 
 TEST_F(SingletonTest, TerminateWithoutInitializeLeavesNoManager) {

@@ -46,6 +46,18 @@ TEST(Type, TextsDoNotRunIntoEachOther) {
     EXPECT_EQ(ElementWith(type, texts, 1), "\n<e value='a&lt;b'/>");
 }
 
+TEST(Type, ACustomTypeWritesValuesAsItsBaseDoesAndNothingWithoutOne) {
+    StringType text("STRING", 1, 4);
+    CustomType alias("Alias", 2);
+    const char* texts[] = {"a", "b"};
+    EXPECT_EQ(ElementWith(alias, texts, 1), "\n<e/>");
+    EXPECT_EQ(ElementWith(alias, texts, 2), "\n<e/>");
+    alias.SetBaseType(&text);
+    EXPECT_EQ(ElementWith(alias, texts, 1), "\n<e value='a'/>");
+    EXPECT_EQ(ElementWith(alias, texts, 2), ElementWith(text, texts, 2));
+    alias.SetBaseType(nullptr);
+}
+
 TEST(Type, TextsAreAppendedToTheOutput) {
     const StringType type("STRING", 1, 4);
     const char* word = "word";
