@@ -199,7 +199,8 @@ TEST_F(EnumerationTest, AnEnumerationStaysWhileAnItemIsUsedAsAType) {
 }
 
 TEST_F(EnumerationTest, AnItemUsedInsideItsFileDoesNotKeepTheEnumeration) {
-    OviEnumeration* shape = Load("Shape", "INT32", {{"Round", "1"}}, "<type name='Outline' type='INT32'/>");
+    OviEnumeration* shape =
+        Load("Shape", "INT32", {{"Round", "1"}}, "<type name='Outline' type='INT32'/>");
     const std::string file = OviType_GetFileName(shape);
     OviType_SetBaseType(TypeNamed("Outline"), OviEnumeration_GetItem(shape, "Round"));
     EXPECT_TRUE(OviTemplateManager_UnloadTemplateFile(file.c_str()));
@@ -208,8 +209,9 @@ TEST_F(EnumerationTest, AnItemUsedInsideItsFileDoesNotKeepTheEnumeration) {
 }
 
 TEST_F(EnumerationTest, WhatATypeThatStaysNeedsAnItemForStaysToo) {
-    OviEnumeration* shape = Load("Shape", "Base", {{"Round", "1"}},
-                                 "<type name='Base' type='INT32'/><type name='Outline' type='INT32'/>");
+    OviEnumeration* shape =
+        Load("Shape", "Base", {{"Round", "1"}},
+             "<type name='Base' type='INT32'/><type name='Outline' type='INT32'/>");
     const std::string file = OviType_GetFileName(shape);
     OviType* outline = TypeNamed("Outline");
     OviType_SetBaseType(outline, OviEnumeration_GetItem(shape, "Round"));
