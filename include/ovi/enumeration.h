@@ -1,4 +1,7 @@
-/* Custom types and enumerations. */
+/* Custom types and enumerations.
+ *
+ * Enumerations and items come from template files. A host gets further ones with OviObject_Clone:
+ * of an enumeration with all its items, or of one item. */
 #ifndef OVI_ENUMERATION_H
 #define OVI_ENUMERATION_H
 
@@ -8,8 +11,9 @@
  *  a package. It belongs to the caller until it is registered, or set as the type of a property. */
 OVI_API OviCustomType* OviCustomType_New(const char* name, int dimension);
 
-/** Adds an item, which the enumeration then owns. An item of the same name is overwritten, belongs
- *  to the caller, and the result is the complement of its index. */
+/** Adds an item, which the enumeration then owns; another enumeration or the template manager that
+ *  has it loses it first. The index, or the complement of the index of the item of that name that
+ *  was overwritten and then belongs to the caller. */
 OVI_API int OviEnumeration_AddItem(OviEnumeration* enumeration, OviEnumerationItem* item);
 
 /** The item of exactly that full name, or null. */

@@ -1,4 +1,8 @@
-/* Geometry in levels of detail. */
+/* Geometry in levels of detail.
+ *
+ * Levels of detail and alternates come from template files. A host gets further ones with
+ * OviObject_Clone. Nobody owns those of files; a copy belongs to the host, also while lists refer
+ * to it, and OviObject_Delete takes it out of them. */
 #ifndef OVI_GEOMETRY_PROPERTY_H
 #define OVI_GEOMETRY_PROPERTY_H
 
@@ -42,8 +46,8 @@ OVI_API const char* OviLOD_GetAllowedShapeNames(OviLOD* lod);
  *  alternates are never deleted with it. */
 OVI_API OviGeometryProperty* OviGeometryProperty_New(const char* name, uint32_t version);
 
-/** Adds an alternate. The index, or the complement of the index where the alternate of that level
- *  was overwritten. */
+/** Adds an alternate, which stays whose it was. The index, or the complement of the index where the
+ *  alternate of that level was overwritten. */
 OVI_API int OviGeometryProperty_AddAlternate(OviGeometryProperty* property,
                                              OviGeometryAlternate* alternate);
 
@@ -65,7 +69,8 @@ OVI_API OviGeometryAlternate* OviGeometryProperty_GetAlternate(OviGeometryProper
 /** The level of detail that the alternate stands for (borrowed), or null. */
 OVI_API OviLOD* OviGeometryAlternate_GetLOD(OviGeometryAlternate* alternate);
 
-/** Sets the level of detail and the full name; the alternate's place in a geometry stays. */
+/** Sets the level of detail (borrowed, or null) and the full name; the alternate's place in a
+ *  geometry stays. */
 OVI_API void OviGeometryAlternate_SetLOD(OviGeometryAlternate* alternate, OviLOD* lod);
 
 #endif

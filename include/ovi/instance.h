@@ -8,8 +8,8 @@
  */
 OVI_API OviInstance* OviInstance_New(const char* name);
 
-/** Implements a template, with property instances for all its properties, inherited ones included.
- *  The place, or the complement of the place of the same key that was overwritten. Sends
+/** Implements a template (borrowed), with property instances for all its properties, inherited ones
+ *  included. The place, or the complement of the place of the same key that was overwritten. Sends
  *  OVI_EVENT_TEMPLATE_ADDED. */
 OVI_API int OviInstance_AddTemplate(OviInstance* instance, OviTemplate* added);
 

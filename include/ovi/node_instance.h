@@ -1,5 +1,6 @@
 /* Anchor and geometry instances. Node instances have no functions of their own: their binding is
- * that of an attribute instance. */
+ * that of an attribute instance. All of them come with the instance that has the property, and no
+ * function makes further ones. */
 #ifndef OVI_NODE_INSTANCE_H
 #define OVI_NODE_INSTANCE_H
 
@@ -11,7 +12,8 @@ OVI_API const char* OviAnchorInstance_GetAttachedAnchor(OviAnchorInstance* ancho
 /** Stores the name; no event, no check. */
 OVI_API void OviAnchorInstance_SetAttachedAnchor(OviAnchorInstance* anchor, const char* attached);
 
-/** The node instance of an alternate, in the order of the geometry property's alternates. */
+/** The node instance of an alternate, in the order of the geometry property's alternates; null for
+ *  an empty place. The geometry owns it. */
 OVI_API OviNodeInstance* OviGeometryInstance_GetNodeInstanceAt(OviGeometryInstance* geometry,
                                                                int index);
 

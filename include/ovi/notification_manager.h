@@ -4,7 +4,8 @@
 
 #include "ovi/types.h"
 
-/** The current host, OVI_HOST_...; OVI_HOST_NONE until it is set. */
+/** The current host ("digital content creation program"), OVI_HOST_...; OVI_HOST_NONE until it is
+ *  set. */
 OVI_API int OviNotificationManager_GetDCC(void);
 
 /** Sets the current host; commands fire only in hosts they name. */

@@ -20,11 +20,13 @@ OVI_API int OviTemplateManager_GetTemplateCount(void);
 /** A template, in key order ("a.B#1"). */
 OVI_API OviTemplate* OviTemplateManager_GetTemplateAt(int index);
 
-/** The template of that full name, or a new version 1 under the root. Null for an invalid name; and
- *  when version 1 exists while the latest version it names was removed: version 1 is then lost. */
+/** The template of that full name, or a new version 1 under the root, which the manager owns. Null
+ *  for an invalid name; and when version 1 exists while the latest version it names was removed:
+ *  version 1 is then lost. */
 OVI_API OviTemplate* OviTemplateManager_CreateTemplate(const char* name);
 
-/** That version, made as a copy of the nearest lower one when missing; null when there is none. */
+/** That version, made as a copy of the nearest lower one when missing; null when there is none. The
+ *  manager owns it. */
 OVI_API OviTemplate* OviTemplateManager_CreateTemplateVersion(const char* name, int version);
 
 /** Registers a template, which the manager then owns; one without parents gets the root. The
@@ -79,13 +81,19 @@ OVI_API int OviTemplateManager_GetTypesByFileName(const char* fileName, OviType*
  *  that order; null when there is none. */
 OVI_API OviType* OviTemplateManager_ResolveType(const char* name);
 
-/** Registers a type by its class, as template, enumeration or plain type. */
+/** Registers a type by its class, as template, enumeration or plain type; ownership and result as
+ *  for templates. An enumeration's item becomes a plain type: it is taken from its enumeration
+ *  first. */
 OVI_API int OviTemplateManager_AddType(OviType* type);
 
-/** Takes a type out by its class. */
+/** Takes a type out by its class; ownership and result as for templates. */
 OVI_API int OviTemplateManager_RemoveType(OviType* type);
 
 /* ---- levels of detail and anchor types: referred to, never deleted by the manager -------------
+ *
+ * A level of detail comes from a template file. A host gets further ones with OviObject_Clone,
+ * renames them and adds them here. OviObject_Delete takes a level or an anchor type out of all
+ * lists that have it.
  */
 
 /** Number of levels of detail. */
@@ -97,10 +105,12 @@ OVI_API OviLOD* OviTemplateManager_GetLODAt(int index);
 /** The level of detail of that name, or null. */
 OVI_API OviLOD* OviTemplateManager_GetLOD(const char* name);
 
-/** The index, or the complement of the index where another one was overwritten. */
+/** Adds a level of detail, which stays whose it was and must live while it is listed. The index, or
+ *  the complement of the index where another one of its name was overwritten. */
 OVI_API int OviTemplateManager_AddLOD(OviLOD* lod);
 
-/** The index it had, or a number below 0. */
+/** Takes the level of detail of that name out, without deleting it. The index it had, or a number
+ *  below 0. */
 OVI_API int OviTemplateManager_RemoveLOD(OviLOD* lod);
 
 /** Number of anchor types. */
@@ -112,11 +122,12 @@ OVI_API OviNamedObject* OviTemplateManager_GetAnchorTypeAt(int index);
 /** The anchor type of that name, or null. */
 OVI_API OviNamedObject* OviTemplateManager_GetAnchorType(const char* name);
 
-/** Any named object can serve as an anchor type. The index, or the complement of the index where
- *  another one was overwritten. */
+/** Adds an anchor type, which stays whose it was; any named object can serve as one. The index, or
+ *  the complement of the index where another one of its name was overwritten. */
 OVI_API int OviTemplateManager_AddAnchorType(OviNamedObject* type);
 
-/** The index it had, or a number below 0. */
+/** Takes the anchor type of that name out, without deleting it. The index it had, or a number below
+ *  0. */
 OVI_API int OviTemplateManager_RemoveAnchorType(OviNamedObject* type);
 
 /* ---- template files ---------------------------------------------------------------------------
@@ -145,8 +156,9 @@ OVI_API int OviTemplateManager_GetSearchPathCount(void);
 /** A search path with its trailing backslash, in the order of adding; "" out of range. */
 OVI_API const char* OviTemplateManager_GetSearchPathAt(int index);
 
-/** Adds a directory below which packages are looked for; with `load`, loads all of them. The index
- *  of an equal path (whatever its case), or the complement of the new index. */
+/** Adds a directory below which packages are looked for; with `load`, loads all of them;
+ *  what cannot be loaded does not change the result. The index of an equal path (whatever its
+ *  case; then nothing is loaded), or the complement of the new index. */
 OVI_API int OviTemplateManager_AddSearchPath(const char* path, bool load);
 
 /** The index removed; otherwise the complement of the number of paths. Nothing is unloaded. */
@@ -164,8 +176,10 @@ OVI_API int OviTemplateManager_EnumeratePackages(bool loadedOnly, int* size, cha
  *  stays. False when no search path has the package or all copies fail. */
 OVI_API bool OviTemplateManager_LoadPackage(const char* name);
 
-/** Loads the file a/b/C.template of the template "a.b.C" below the first search path that has it.
- */
+/** Loads the file a/b/C.template of the template "a.b.C" below the first search path that has it;
+ *  true at once when that file is loaded already. A file that is missing or cannot be read to its
+ *  end is passed over for the next search path; a missing one is not reported. False when no search
+ *  path has one that can be read. */
 OVI_API bool OviTemplateManager_LoadTemplate(const char* name);
 
 #endif

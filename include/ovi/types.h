@@ -6,6 +6,8 @@
  * object's) and not the other way: ask OviObject_ImplementsClass, then use static_cast. In C all
  * handles convert freely.
  *
+ * Every function is there since 1.0.0 unless its comment names a later version.
+ *
  * Rules for all functions, where a function does not say otherwise:
  * - The library is used from one thread at a time.
  * - Texts handed in are NUL-terminated 8-bit text and are copied; a null text reads as "". Texts
@@ -16,7 +18,9 @@
  *   a text that is always there. Nothing is changed then. What a handle points to must be alive.
  * - No C++ exception leaves the library; a call that runs out of memory gives the same results.
  * - `..._New` functions and OviObject_Clone give objects that belong to the caller until they are
- *   handed to an owner; the caller frees them with OviObject_Delete.
+ *   handed to an owner; the caller frees them with OviObject_Delete. No function makes commands,
+ *   levels of detail, alternates, enumerations or their items: they come from template files, and a
+ *   host gets further ones with OviObject_Clone.
  * - Index results of lists sorted by key: 0 or more is the place of a new entry; below 0 the
  *   bitwise complement (~result) of the place where an entry of that key was overwritten (or, for
  *   searches and removals, where one would be inserted).
@@ -191,10 +195,10 @@ enum {
     OVI_EVENT_PROPERTY_ADDED = 0x2005,
     /** Instance list; the instance; the property instance that is about to be deleted (a callback
      *  may also do so itself) - or, during the update of a template, the old property whose
-     * property instance stays. */
+     *  property instance stays. */
     OVI_EVENT_PROPERTY_REMOVED = 0x2006,
     /** Property-instance list; the property instance; the command's name (text, a copy). Follows
-     * the event that triggers the command. */
+     *  the event that triggers the command. */
     OVI_EVENT_EXECUTE_COMMAND = 0x2009,
     /** Property-instance list; the property instance; the new binding (text). Sent before the
      *  change. */
