@@ -4,7 +4,7 @@
 #include <limits>
 
 #include "api/Barrier.h"
-#include "api/XMLText.h"
+#include "api/XMLBuffer.h"
 #include "instances/Asset.h"
 #include "instances/Instance.h"
 #include "schema/Property.h"

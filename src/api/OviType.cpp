@@ -3,7 +3,7 @@
 #include <cstring>
 
 #include "api/Barrier.h"
-#include "api/XMLText.h"
+#include "api/XMLBuffer.h"
 #include "schema/AnchorTypeList.h"
 #include "types/Type.h"
 
