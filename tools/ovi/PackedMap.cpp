@@ -37,7 +37,7 @@ void PrintHex(std::ostream& out, const std::string& bytes) {
 
 /// The kind, and the type of an attribute.
 std::string PackedMap::DescribeType(const PackedValue& value) {
-    const std::string kind = GetKindName(value.propertyInstance);
+    const std::string kind = GetInstanceKindName(value.propertyInstance);
     if (kind != "attribute")
         return kind;
     return kind + " " +

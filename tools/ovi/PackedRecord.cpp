@@ -1,6 +1,7 @@
 #include "PackedRecord.h"
 
 #include "ChangeRecorder.h"
+#include "PropertyInstanceText.h"
 
 #include <algorithm>
 #include <memory>
@@ -40,7 +41,7 @@ std::size_t GetAlignment(OviType* type) {
 
 std::string FindObstacle(OviPropertyInstance* propertyInstance) {
     if (!OviObject_ImplementsClass(propertyInstance, OVI_CLASS_ATTRIBUTE_INSTANCE))
-        return "geometry is not packable";
+        return std::string(GetInstanceKindName(propertyInstance)) + " is not packable";
     return GetType(propertyInstance) ? "" : "not packable without a type";
 }
 
@@ -53,12 +54,12 @@ std::size_t GetCapacity(OviType* type, const void* value, int count) {
 }
 
 /// An attribute's value as the library packs it: not made from the default for this.
-struct StoredValue {
+struct PackableValue {
     OviType* type;
     const void* block;
     int count;
 
-    StoredValue(OviPropertyInstance* propertyInstance, bool hasValue)
+    PackableValue(OviPropertyInstance* propertyInstance, bool hasValue)
         : type(GetType(propertyInstance)), block(nullptr) {
         auto* const attribute = static_cast<OviAttributeInstance*>(propertyInstance);
         if (hasValue)
@@ -82,7 +83,7 @@ void PackedRecord::Add(OviPropertyInstance* propertyInstance) {
                       recorder_.HasValue(propertyInstance),
                       FindObstacle(propertyInstance)};
     if (entry.whyNotPacked.empty()) {
-        const StoredValue value(propertyInstance, entry.hasValue);
+        const PackableValue value(propertyInstance, entry.hasValue);
         const std::size_t alignment = GetAlignment(value.type);
         entry.padding = (alignment - entry.offset % alignment) % alignment;
         entry.offset += entry.padding;
@@ -101,7 +102,7 @@ void PackedRecord::Verify() const {
     AlignedBlock block(GetEnd() + kRoomForPadding);
     for (const PackedValue& entry : values_) {
         if (entry.whyNotPacked.empty())
-            StoredValue(entry.propertyInstance, entry.hasValue)
+            PackableValue(entry.propertyInstance, entry.hasValue)
                 .Write(block.At(entry.offset), GetEnd() - entry.offset);
     }
     if (bytes_.compare(0, bytes_.size(), block.At(start_), bytes_.size()) != 0)

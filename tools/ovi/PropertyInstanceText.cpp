@@ -30,7 +30,7 @@ std::string DescribeBinding(const std::string& binding) {
 
 } // namespace
 
-const char* GetKindName(OviPropertyInstance* propertyInstance) {
+const char* GetInstanceKindName(OviPropertyInstance* propertyInstance) {
     switch (OviObject_GetClass(propertyInstance)) {
     case OVI_CLASS_NODE_INSTANCE:
         return "node";
@@ -38,8 +38,10 @@ const char* GetKindName(OviPropertyInstance* propertyInstance) {
         return "anchor";
     case OVI_CLASS_GEOMETRY_INSTANCE:
         return "geometry";
-    default:
+    case OVI_CLASS_ATTRIBUTE_INSTANCE:
         return "attribute";
+    default:
+        return "unknown kind of property instance";
     }
 }
 
@@ -56,7 +58,7 @@ std::string PropertyInstanceText::Describe(OviPropertyInstance* propertyInstance
     else if (OviObject_GetClass(propertyInstance) == OVI_CLASS_ATTRIBUTE_INSTANCE)
         line += DescribeAttribute(static_cast<OviAttributeInstance*>(propertyInstance), origin);
     else
-        line += GetKindName(propertyInstance);
+        line += GetInstanceKindName(propertyInstance);
     if (IsNode(propertyInstance) && GetBinding(propertyInstance).empty())
         origin = "not bound";
     return line + DescribeStates(propertyInstance, origin);

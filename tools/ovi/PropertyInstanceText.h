@@ -12,7 +12,7 @@ namespace OviTool {
 class ChangeRecorder;
 
 /// A property instance's word for its kind: "attribute", "node", "anchor" or "geometry".
-const char* GetKindName(OviPropertyInstance* propertyInstance);
+const char* GetInstanceKindName(OviPropertyInstance* propertyInstance);
 
 /// Describes property instances of every kind, each in one line.
 class PropertyInstanceText {

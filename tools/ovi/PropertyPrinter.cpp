@@ -41,7 +41,7 @@ std::vector<OviProperty*> GetOwnProperties(OviTemplate* definition) {
     return properties;
 }
 
-const char* GetKindName(OviProperty* property) {
+const char* GetPropertyKindName(OviProperty* property) {
     switch (OviObject_GetClass(property)) {
     case OVI_CLASS_NODE_PROPERTY:
         return "node";
@@ -49,14 +49,16 @@ const char* GetKindName(OviProperty* property) {
         return "anchor";
     case OVI_CLASS_GEOMETRY_PROPERTY:
         return "geometry";
-    default:
+    case OVI_CLASS_ATTRIBUTE_PROPERTY:
         return "property";
+    default:
+        return "unknown kind of property";
     }
 }
 
 void PropertyPrinter::Print(int depth, OviProperty* property) {
-    std::string line = std::string(GetKindName(property)) + " " + OviNamedObject_GetName(property) +
-                       DescribeKind(property);
+    std::string line = std::string(GetPropertyKindName(property)) + " " +
+                       OviNamedObject_GetName(property) + DescribeKind(property);
     OviTemplate* const introducedBy = OviProperty_GetTemplate(property);
     if (introducedBy && OviTemplate_GetVersion(introducedBy) > 1)
         line += ", of version " + std::to_string(OviTemplate_GetVersion(introducedBy));

@@ -16,7 +16,7 @@ std::string DescribeLevel(OviLOD* level);
 std::vector<OviProperty*> GetOwnProperties(OviTemplate* definition);
 
 /// A property's word for its kind: "property" for an attribute, "node", "anchor" or "geometry".
-const char* GetKindName(OviProperty* property);
+const char* GetPropertyKindName(OviProperty* property);
 
 /// Prints properties of every kind.
 class PropertyPrinter {

@@ -10,7 +10,7 @@ namespace {
 
 GraphProperty Describe(OviProperty* property, int version) {
     GraphProperty result{
-        GetKindName(property), OviNamedObject_GetName(property), {}, {}, false, version};
+        GetPropertyKindName(property), OviNamedObject_GetName(property), {}, {}, false, version};
     if (OviObject_GetClass(property) == OVI_CLASS_ATTRIBUTE_PROPERTY) {
         auto* const attribute = static_cast<OviAttributeProperty*>(property);
         OviType* const type = OviAttributeProperty_GetType(attribute);

@@ -11,7 +11,7 @@ namespace OviTool {
 
 /// A property as the graph shows it.
 struct GraphProperty {
-    std::string kind; ///< As GetKindName gives it.
+    std::string kind; ///< As GetPropertyKindName gives it.
     std::string name;
     std::string type;         ///< What stands behind the name; may be empty.
     std::string usedTemplate; ///< The full name of the template that is the type; or empty.
