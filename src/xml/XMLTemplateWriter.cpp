@@ -273,8 +273,11 @@ void XMLTemplateWriter::WriteProperty(const Property& property) {
     case kGeometryPropertyClass:
         WriteGeometry(static_cast<const GeometryProperty&>(property));
         break;
-    default:
+    case kAttributePropertyClass:
+    case kGeometryAlternateClass: // one that a host listed among the properties of a template
         WriteAttribute(static_cast<const AttributeProperty&>(property));
+        break;
+    default: // a kind without an element of its own could not be read again
         break;
     }
 }
