@@ -190,7 +190,8 @@ public:
     int WriteValueToBinary(const void* value, int count, void* buffer,
                            int bufferSize) const override;
 
-    /// What stands in front of a packed value of variable length; nothing for other templates.
+    /// What stands in front of a packed value of variable length: padding, and behind it the count
+    /// (other types write theirs to the first bytes). Nothing where the dimension is fixed.
     void WriteCountToBinary(int count, BinaryPacker& packer) const;
 
     void WriteValueToXML(const void* value, int count, XMLWriter& writer) const override;

@@ -1,6 +1,7 @@
 // Templates as types: their values are arrays of references to instances.
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <memory>
 #include <new>
@@ -121,12 +122,17 @@ int Template::GetValueSize(const void* value, int count) const {
 void Template::WriteCountToBinary(int count, BinaryPacker& packer) const {
     if (GetDimension() != 0)
         return;
+    constexpr int kCountSize = static_cast<int>(sizeof(std::int32_t));
     packer.PadWithin(GetAlignment());
-    packer.PadWithin(packer.GetRemaining() >= 4 ? 4 : 1);
-    if (packer.GetRemaining() >= 4)
+    if (packer.GetRemaining() < kCountSize)
+        return;
+    // Deliberately behind the padding; BinaryPacker::WriteCount puts those of other types in front.
+    packer.PadWithin(kCountSize);
+    if (packer.GetRemaining() >= kCountSize)
         packer.WriteInt(count);
 }
 
+/// InstancePacker writes the same without recursion: a change here is a change there.
 int Template::WriteValueToBinary(const void* value, int count, void* buffer, int bufferSize) const {
     if (!buffer || bufferSize < 0)
         return 0;
