@@ -33,7 +33,7 @@ void BorrowingType::EndElements(void* elements, int count) const {
 }
 
 /// The type that compares and checks: an enumeration does so in its own way.
-const Type* BorrowingType::FindJudge() const {
+const Type* BorrowingType::FindComparingType() const {
     if (!FollowCarriers())
         return nullptr;
     const Type* type = this;
@@ -46,14 +46,14 @@ const Type* BorrowingType::FindJudge() const {
 }
 
 int BorrowingType::CompareValues(const void* a, const void* b, int count) const {
-    const Type* judge = FindJudge();
-    return judge ? judge->CompareValues(a, b, count) : 0;
+    const Type* comparing = FindComparingType();
+    return comparing ? comparing->CompareValues(a, b, count) : 0;
 }
 
 bool BorrowingType::IsValueValid(const void* value, const void* minimum, const void* maximum,
                                  int count) const {
-    const Type* judge = FindJudge();
-    return !judge || judge->IsValueValid(value, minimum, maximum, count);
+    const Type* comparing = FindComparingType();
+    return !comparing || comparing->IsValueValid(value, minimum, maximum, count);
 }
 
 int BorrowingType::GetValueAsString(const void* value, std::string& text, int index) const {

@@ -35,7 +35,8 @@ protected:
     BorrowingType(const BorrowingType&) = default;
 
 private:
-    const Type* FindJudge() const;
+    /// The type that compares and checks values; null where the chain of carriers leads nowhere.
+    const Type* FindComparingType() const;
 };
 
 } // namespace Kor
