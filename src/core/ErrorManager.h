@@ -23,6 +23,7 @@ public:
     /// The item at a position of the whole list, whatever its level; null out of range.
     ErrorItem* GetErrorItemAt(int index) const;
 
+    /// Forgets all items and sets the counters to 0.
     void Clear();
 
 private:

@@ -56,6 +56,8 @@ public:
     Template* GetTemplate(std::string_view name) const;
     Template* GetTemplateAt(int index) const { return Templates().GetAt(index); }
     int GetTemplateCount() const { return templates_.GetCount(); }
+
+    /// Exactly that version, when it is implemented.
     Template* FindTemplateVersion(std::string_view name, int version) const;
 
     // -- property instances ---------------------------------------------------------------------
@@ -68,8 +70,15 @@ public:
     /// files list property instances in their order.
     PropertyInstance* FindPropertyInstance(std::string_view fullName, int& next) const;
 
+    /// The property instance of that property's full name, made when missing; null when the kind
+    /// makes none. Only one that was made is announced.
     PropertyInstance* AddPropertyInstance(Property& property, bool notify);
+
+    /// Deletes the property instance of that property's full name, unless a callback kept it; gives
+    /// its index, or -1 without one.
     int RemovePropertyInstance(Property& property, bool notify);
+
+    /// Whether there is a property instance of that full name and it is valid.
     bool IsPropertyInstanceValid(std::string_view fullName) const;
     const SortedObjectList<PropertyInstance>& GetPropertyInstances() const { return Sorted(); }
 
@@ -82,10 +91,13 @@ public:
     /// The sum of the templates' value sizes; may make property instances, and is deliberately not
     /// in general the number of bytes that WriteToBinary uses.
     unsigned GetSize();
+
+    /// Packs the values of the properties of all implemented templates; gives the bytes used.
     unsigned WriteToBinary(void* buffer, unsigned bufferSize) const;
 
     // -- place in other instances ---------------------------------------------------------------
 
+    /// The attribute whose value the instance is, where it was made its parent; else null.
     PropertyInstance* GetParentPropertyInstance() const { return hasParent_ ? holder_ : nullptr; }
 
     /// Setting a parent announces a renaming to the parent's (always empty) name, which is then

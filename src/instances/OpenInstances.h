@@ -30,8 +30,13 @@ public:
     OpenInstances(const OpenInstances&) = delete;
     OpenInstances& operator=(const OpenInstances&) = delete;
 
+    /// Whether this reader has no instance open; another one further out may.
     bool IsEmpty() const { return Places().size() == base_; }
+
+    /// The innermost instance; there must be one.
     Place& Top() const { return Places().back(); }
+
+    /// Opens an instance inside of the others, and closes the innermost one.
     void Push(Instance& instance);
     void Pop();
 

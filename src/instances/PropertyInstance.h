@@ -47,10 +47,19 @@ public:
 
     // -- what the kinds supply ------------------------------------------------------------------
 
+    /// As an element of a scene file.
     void WriteToXML(XMLWriter& writer) const override = 0;
+
+    /// The size of the packed value as the property's type counts it.
     virtual int GetBinarySize() const = 0;
+
+    /// The padding in front of the packed value at an offset of the block.
     virtual int GetPadding(int offset) const = 0;
+
+    /// Whether the value is one that the property accepts, by the rules of its kind.
     virtual bool IsValid() const = 0;
+
+    /// Packs the value into a buffer and gives the bytes used.
     virtual int WriteToBinary(void* buffer, int bufferSize) const = 0;
 
     /// Takes over what a copy of an instance has in common with its source's property instance.

@@ -8,7 +8,7 @@ class Instance;
 class PropertyInstance;
 
 /// Watches, on the stack, a property instance that callbacks hear of while no list has it: they may
-/// delete it or give it to another owner, and whoever took it out must not touch it then.
+/// give it to another owner, and delete one that goes. Whoever took it out must not touch it then.
 class UnlistedPropertyInstance {
 public:
     enum Fate {

@@ -13,8 +13,13 @@ namespace Kor {
 /// found in any case when a file is unloaded. Removing needs no memory.
 class LoadedFiles {
 public:
+    /// Whether a file was loaded under exactly this spelling.
     bool Contains(std::string_view path) const;
+
+    /// Enters this spelling, once.
     void Add(std::string_view path);
+
+    /// Removes exactly this spelling; others of the same path stay.
     void Remove(std::string_view path);
 
     /// Removes the path in all its spellings.

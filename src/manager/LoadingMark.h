@@ -17,6 +17,7 @@ public:
             takeBack_();
     }
 
+    /// The loading succeeded: the entry stays.
     void Keep() { takeBack_ = nullptr; }
 
 private:

@@ -31,11 +31,14 @@ public:
     /// The latest version of a template; version 1 alone while that is recycled. Null when version
     /// 1 or the latest version is missing.
     virtual Template* GetTemplate(std::string_view name) const;
+
+    /// Exactly that version, or null.
     virtual Template* GetTemplateVersion(std::string_view name, unsigned version) const;
 
     /// All versions that exist, ascending.
     std::vector<Template*> GetVersions(std::string_view name) const;
 
+    /// All templates, each version, in key order.
     virtual int GetTemplateCount() const { return templates_.GetCount(); }
     virtual Template* GetTemplateAt(int index) const { return templates_.GetAt(index); }
 
@@ -56,11 +59,17 @@ public:
     /// Takes the property out of its version and of the later ones, up to the first that lacks it
     /// (adding deliberately goes on there).
     virtual Template* RemovePropertyFromVersion(std::string_view name, Property* property);
+
+    /// Adds the parent to that version and to all later ones.
     virtual Template* AddParentFromVersion(std::string_view name, int version, Template* parent);
 
     /// The list's result. A new template without parents gets the root as its parent.
     virtual int AddTemplate(Template* added);
+
+    /// Takes out the template or the one that has its key; -1 for the root, which stays.
     virtual int RemoveTemplate(Template* removed);
+
+    /// The template "Object", from which all others descend.
     virtual Template* GetRoot() const { return root_; }
 
     /// The property of "Template.Property" or "Template#Version.Property", inherited ones included.
@@ -68,6 +77,7 @@ public:
 
     // -- enumerations and plain types -----------------------------------------------------------
 
+    /// Enumerations by their full names, and the list's results.
     virtual int GetEnumerationCount() const { return enumerations_.GetCount(); }
     virtual Enumeration* GetEnumerationAt(int index) const { return enumerations_.GetAt(index); }
     virtual Enumeration* GetEnumeration(std::string_view name) const;
@@ -86,12 +96,14 @@ public:
     /// The plain type, enumeration or template of that name with one of the prefixes.
     virtual Type* ResolveType(std::string_view name, const SortedStringList& prefixes) const;
 
-    /// Adds or removes by class: a template, an enumeration, or a plain type.
+    /// Adds or removes by class: a template, an enumeration, or a plain type. An enumeration's item
+    /// is taken from its enumeration first.
     virtual int AddType(Type* type);
     virtual int RemoveType(Type* type);
 
     // -- levels of detail and anchor types (referenced, not owned) ------------------------------
 
+    /// Both are sorted by name; adding and removing give the list's results.
     virtual int GetLODCount() const { return lods_.GetCount(); }
     virtual LOD* GetLODAt(int index) const { return lods_.GetAt(index); }
     virtual LOD* GetLOD(std::string_view name) const { return lods_.Get(name); }
@@ -109,6 +121,8 @@ public:
 
     /// Reads a file; true without reading when it is loaded already.
     virtual bool LoadTemplateFile(const char* path);
+
+    /// The same with the bytes of another source; the path is what the definitions name as theirs.
     virtual bool LoadTemplateStream(const char* path, ByteSource& source);
 
     /// Deletes what the file defined, except what is still referred to: that stays, recycled. True
@@ -118,6 +132,7 @@ public:
     /// Writes all definitions of a file to `output`, or to the file itself without one.
     virtual bool SaveTemplateFile(const char* fileName, const char* output);
 
+    /// Enters a file as loaded, or takes that back.
     virtual void AddLoadedFile(std::string_view path);
     virtual void RemoveLoadedFile(std::string_view path);
     const LoadedFiles& GetLoadedFiles() const { return loadedFiles_; }
@@ -143,6 +158,8 @@ public:
     /// Loads all template files of a package directory below the first search path that has it.
     virtual bool LoadPackage(std::string_view name);
     bool IsPackageLoaded(std::string_view name) const { return packages_.Contains(name); }
+
+    /// Enters a package as loaded, or takes that back.
     void SetPackageLoaded(std::string_view name, bool loaded);
 
     /// Loads the file that holds a template by its full name; the prefixes are tried after the
@@ -156,8 +173,11 @@ public:
 
     // -- called by types around changes of their names and files --------------------------------
 
+    /// Takes a registered type out of its registry while its key changes, and places it again.
     void Unlist(Type& type);
     void List(Type& type);
+
+    /// The same for the index of types by file name.
     void UnlistFile(Type& type);
     void ListFile(Type& type);
 

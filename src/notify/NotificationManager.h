@@ -47,6 +47,7 @@ public:
     /// Called with the user data, the Instance or PropertyInstance, the event and its argument.
     using Callback = void (*)(void* userData, void* object, int event, void* argument);
 
+    /// The current host, a digital content creation program (DCC).
     int GetDCC() const { return dcc_; }
     void SetDCC(int dcc) { dcc_ = dcc; }
 
@@ -64,7 +65,8 @@ public:
     void NotifyInstance(Instance* instance, int event, void* argument);
 
     /// Calls every property-instance callback, and then once more, as "ExecuteCommand", for each
-    /// command of the property that this event triggers in the current host.
+    /// command of the property that this event triggers in the current host. The property instance
+    /// is used up to the end: callbacks must not delete it.
     void NotifyPropertyInstance(PropertyInstance* propertyInstance, int event, void* argument);
 
     /// Whether anybody listens; without listeners no argument needs to be composed.

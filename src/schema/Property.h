@@ -94,9 +94,11 @@ public:
     /// Makes the value side of this property inside an instance.
     virtual std::unique_ptr<PropertyInstance> CreateInstance(Instance& instance) = 0;
 
+    /// Packs a value into a buffer and gives the bytes used.
     virtual int WriteValueToBinary(const void* value, int count, void* buffer,
                                    int bufferSize) const = 0;
 
+    /// Composes the full name anew from the owner's name and the own one.
     virtual void UpdateFullName();
 
     // -- use ------------------------------------------------------------------------------------

@@ -24,7 +24,7 @@ public:
     void WriteToXML(XMLWriter& writer) const override;
 
     /// Takes the item over. An item of the same name is overwritten and goes back to whoever
-    /// holds it (deliberately not deleted); the result is then -(index + 1).
+    /// holds it (deliberately not deleted); the result is then the complement of its index.
     int AddItem(EnumerationItem* item);
 
     /// The item of that full name, or null.
@@ -35,7 +35,7 @@ public:
     /// Takes the item of that full name out and gives its index, or a number below 0.
     int RemoveItem(EnumerationItem* item);
 
-    /// Items that are themselves used as types stay until their last user goes.
+    /// Deletes all items; those that are themselves used as types stay until their last user goes.
     void DeleteItems();
 
     /// Deliberately finds any two values equal: it compares the first one with itself.

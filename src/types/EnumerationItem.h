@@ -37,8 +37,8 @@ public:
     Type* GetValueCarrier() const override { return valueType_.Get(); }
 
     /// The enumeration that lists the item and follows its name, or null.
-    void SetEnumeration(Enumeration* enumeration) { enumeration_ = enumeration; }
     Enumeration* GetEnumeration() const { return enumeration_; }
+    void SetEnumeration(Enumeration* enumeration) { enumeration_ = enumeration; }
 
 protected:
     void LeaveSortedLists() override;

@@ -156,8 +156,11 @@ public:
     /// left to, because they go on calling it for their values.
     bool SurviveDeletion();
 
+    /// Counts a user, or one less; kept by TypeRef.
     void AddUse() { ++useCount_; }
     void DropUse() { --useCount_; }
+
+    /// Counts one user less, and frees a type that was left to its users with the last of them.
     void ReleaseUse();
 
 protected:

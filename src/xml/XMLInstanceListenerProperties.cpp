@@ -7,19 +7,11 @@
 #include "instances/AnchorInstance.h"
 #include "instances/GeometryInstance.h"
 #include "instances/Instance.h"
+#include "xml/AttributeTexts.h"
 #include "xml/Quoted.h"
 #include "xml/XMLAttributes.h"
 
 namespace Kor {
-
-namespace {
-
-/// True unless the text is empty or begins with "0" or a lower-case "f".
-bool ReadFlag(const char* text) {
-    return *text && *text != '0' && *text != 'f';
-}
-
-} // namespace
 
 // -- property instances ---------------------------------------------------------------------------
 

@@ -14,9 +14,8 @@ class TemplateManager;
 class Type;
 class XMLTemplateWriter;
 
-/// Writes all definitions of a template file: plain types, enumerations, levels of
-/// detail, templates; in each group
-/// what others need first, otherwise in key order.
+/// Writes all definitions of a template file: plain types, enumerations, levels of detail,
+/// templates; in each group what others need first, otherwise in key order.
 class XMLTemplateFileWriter {
 public:
     XMLTemplateFileWriter(const TemplateManager& manager, std::string_view fileName);

@@ -7,7 +7,7 @@
 #include "manager/TemplateManager.h"
 #include "schema/ViewItem.h"
 #include "xml/Quoted.h"
-#include "xml/TemplateAttributes.h"
+#include "xml/AttributeTexts.h"
 #include "xml/XMLParser.h"
 
 namespace Kor {
@@ -246,14 +246,13 @@ void XMLTemplateListener::StartExtends(const XMLAttributes& attributes) {
     const char* name = Require(attributes, "template", "<extends> requires a 'template' attribute");
     if (!name)
         return;
-    Template* parent =
-        FindTemplateVersion(name, ReadTemplateVersion(attributes, "templateVersion"));
+    Template* parent = FindTemplateVersion(name, ReadVersion(attributes, "templateVersion"));
     if (!parent) {
         Error("Template not found: " + Quoted(name));
         return;
     }
-    manager_.AddParentFromVersion(template_->GetFullName(),
-                                  ReadTemplateVersion(attributes, "version"), parent);
+    manager_.AddParentFromVersion(template_->GetFullName(), ReadVersion(attributes, "version"),
+                                  parent);
 }
 
 // -- labels and descriptions ----------------------------------------------------------------------

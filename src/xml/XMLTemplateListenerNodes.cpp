@@ -8,7 +8,7 @@
 #include "schema/AnchorProperty.h"
 #include "schema/GeometryProperty.h"
 #include "xml/Quoted.h"
-#include "xml/TemplateAttributes.h"
+#include "xml/AttributeTexts.h"
 #include "xml/XMLParser.h"
 
 namespace Kor {
@@ -28,8 +28,8 @@ void XMLTemplateListener::StartNode(const XMLAttributes& attributes) {
     if (!CanStartMember("node", "Unexpected nested <node> elements", attributes) ||
         !HasValidName("node", attributes.Find("name")))
         return;
-    auto node = std::make_unique<NodeProperty>(attributes.Find("name"),
-                                               ReadTemplateVersion(attributes, "version"));
+    auto node =
+        std::make_unique<NodeProperty>(attributes.Find("name"), ReadVersion(attributes, "version"));
     SetAncestor(*node, attributes);
     AddProperty(std::move(node));
 }
@@ -39,8 +39,8 @@ void XMLTemplateListener::StartAnchor(const XMLAttributes& attributes) {
         !HasValidName("anchor", attributes.Find("name")))
         return;
     auto anchor = std::make_unique<AnchorProperty>(attributes.Find("name"),
-                                                   ReadTemplateVersion(attributes, "version"));
-    anchor->SetChild(ReadTemplateFlag(attributes.Find("child")));
+                                                   ReadVersion(attributes, "version"));
+    anchor->SetChild(ReadFlag(attributes.Find("child")));
     SetAncestor(*anchor, attributes);
     AddProperty(std::move(anchor));
 }
@@ -52,7 +52,7 @@ void XMLTemplateListener::StartGeometry(const XMLAttributes& attributes) {
         !HasValidName("geometry", attributes.Find("name")))
         return;
     AddProperty(std::make_unique<GeometryProperty>(attributes.Find("name"),
-                                                   ReadTemplateVersion(attributes, "version")));
+                                                   ReadVersion(attributes, "version")));
 }
 
 void XMLTemplateListener::StartAlternate(const XMLAttributes& attributes) {
@@ -71,8 +71,7 @@ void XMLTemplateListener::StartAlternate(const XMLAttributes& attributes) {
         Error("Level of detail not found: " + Quoted(version ? version : ""));
         return;
     }
-    auto alternate =
-        std::make_unique<GeometryAlternate>(lod, ReadTemplateVersion(attributes, "version"));
+    auto alternate = std::make_unique<GeometryAlternate>(lod, ReadVersion(attributes, "version"));
     GiveComment(*alternate);
     GeometryAlternate* replaced = nullptr;
     geometry->AddAlternate(alternate.release(), &replaced);

@@ -9,7 +9,7 @@
 #include "schema/AttributeProperty.h"
 #include "types/CustomType.h"
 #include "xml/Quoted.h"
-#include "xml/TemplateAttributes.h"
+#include "xml/AttributeTexts.h"
 
 namespace Kor {
 
@@ -51,12 +51,11 @@ void XMLTemplateListener::StartAttribute(const XMLAttributes& attributes) {
         ReportInvalidName("attribute", name);
         return;
     }
-    auto created =
-        std::make_unique<AttributeProperty>(name, ReadTemplateVersion(attributes, "version"));
+    auto created = std::make_unique<AttributeProperty>(name, ReadVersion(attributes, "version"));
     AttributeProperty& attribute = *created;
     Type* resolved = FindAttributeType(type);
     AddProperty(std::move(created));
-    attribute.SetReference(ReadTemplateFlag(attributes.Find("reference")));
+    attribute.SetReference(ReadFlag(attributes.Find("reference")));
     if (!attribute.SetType(resolved))
         Error("Assigning type " + Quoted(type) + " to attribute " + Quoted(name) +
               " would cause circular reference. Ignoring type.");

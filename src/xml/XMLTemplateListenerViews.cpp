@@ -5,7 +5,7 @@
 #include "manager/TemplateManager.h"
 #include "schema/ViewProperty.h"
 #include "xml/Quoted.h"
-#include "xml/TemplateAttributes.h"
+#include "xml/AttributeTexts.h"
 
 namespace Kor {
 
@@ -21,7 +21,7 @@ void XMLTemplateListener::StartView(const XMLAttributes& attributes) {
         Require(attributes, "template", "<view> requires a 'template' attribute");
     if (!templateName || !HasValidName("view", name))
         return;
-    Template* owner = FindTemplateVersion(templateName, ReadTemplateVersion(attributes, "version"));
+    Template* owner = FindTemplateVersion(templateName, ReadVersion(attributes, "version"));
     // A recycled template gives up its views when it is defined anew, which may happen before the
     // view's end.
     if (!owner || owner->IsRecycled()) {

@@ -44,18 +44,25 @@ public:
     /// Makes a template known that what follows refers to, before its own definition.
     void DeclareTemplate(const Template& type);
 
+    /// A type made from another one; an enumeration with its items; one item.
     void WriteType(const Type& type);
     void WriteEnumeration(const Enumeration& enumeration);
     void WriteItem(const EnumerationItem& item);
 
     /// All versions up to the given one: the parents and properties that each introduces.
     void WriteTemplate(const Template& latest);
+
+    /// A property, each kind with an element of its own, and all that is declared of it.
     void WriteAttribute(const AttributeProperty& attribute);
     void WriteNode(const NodeProperty& node);
     void WriteAnchor(const AnchorProperty& anchor);
     void WriteGeometry(const GeometryProperty& geometry);
+
+    /// Parts of properties.
     void WriteAlternate(const GeometryAlternate& alternate);
     void WriteCommand(const Command& command);
+
+    /// A level of detail with its shapes.
     void WriteLOD(const LOD& lod);
 
     /// A view, group or view property with all it contains.

@@ -33,7 +33,10 @@ public:
     void WriteAttribute(const char* name, int value);
     void WriteAttribute(const char* name, double value);
 
+    /// Writes text into the open element; what XML reserves is escaped.
     void WriteText(std::string_view text);
+
+    /// Writes a comment, on a line of its own.
     void WriteComment(std::string_view text);
 
     /// Ends the innermost element; does nothing when none is open.
