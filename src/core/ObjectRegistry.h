@@ -1,9 +1,13 @@
 #pragma once
 
 #include <algorithm>
+#include <memory>
+#include <new>
 #include <string_view>
 #include <utility>
 #include <vector>
+
+#include "core/KeyIndex.h"
 
 namespace Kor {
 
@@ -33,6 +37,8 @@ public:
 
     /// The first object with the key, or null.
     T* Get(std::string_view key) const {
+        if (count_ >= kIndexedFrom && HasIndex())
+            return index_->Find(key);
         T* found = At(LowerBound(key));
         return found && found->GetKey() == key ? found : nullptr;
     }
@@ -115,10 +121,12 @@ public:
         chunks_.clear();
         starts_.clear();
         count_ = 0;
+        index_.reset();
     }
 
 private:
     static constexpr size_t kChunkSize = 512;
+    static constexpr int kIndexedFrom = 64; ///< Smaller lists are searched as quickly.
 
     /// An entry's place; an offset at a chunk's end stands for the next chunk's first entry.
     struct Position {
@@ -180,7 +188,9 @@ private:
         T*& entry = chunks_[at.chunk][at.offset];
         if (replaced)
             *replaced = entry;
+        Unindex(entry);
         entry = object;
+        Index(object);
         return ~IndexAt(at);
     }
 
@@ -207,6 +217,7 @@ private:
         chunk.insert(chunk.begin() + static_cast<std::ptrdiff_t>(at.offset), object);
         Shift(at.chunk + 1, 1);
         ++count_;
+        Index(object);
     }
 
     void StartChunk(T* object) {
@@ -216,6 +227,7 @@ private:
         ReserveStart();
         chunks_.push_back(std::move(chunk));
         starts_.push_back(count_++);
+        Index(object);
     }
 
     /// Whether an entry at the very end would overflow the last chunk: growing lists then start a
@@ -248,6 +260,7 @@ private:
     void Erase(Position at) {
         at = Normalized(at);
         auto& chunk = chunks_[at.chunk];
+        Unindex(chunk[at.offset]);
         chunk.erase(chunk.begin() + static_cast<std::ptrdiff_t>(at.offset));
         --count_;
         Shift(at.chunk + 1, -1);
@@ -262,9 +275,37 @@ private:
             starts_[i] += by;
     }
 
+    void Index(T* object) {
+        if (index_)
+            index_->Add(object);
+    }
+
+    void Unindex(const T* object) {
+        if (index_)
+            index_->Remove(object);
+    }
+
+    /// Whether there is an index that says which object comes first of its key; made when it is
+    /// first asked for, given memory.
+    bool HasIndex() const {
+        if (!index_)
+            index_.reset(new (std::nothrow) KeyIndex<T>());
+        if (index_ && index_->IsEmpty()) {
+            for (const auto& chunk : chunks_) {
+                for (T* object : chunk)
+                    index_->Add(object);
+            }
+        }
+        const bool complete = index_ && index_->GetCount() == count_;
+        if (!complete)
+            index_.reset();
+        return complete && !index_->IsAmbiguous();
+    }
+
     std::vector<std::vector<T*>> chunks_;
     std::vector<int> starts_; // the index of each chunk's first entry
     int count_ = 0;
+    mutable std::unique_ptr<KeyIndex<T>> index_; // of all objects, if there is one
 };
 
 } // namespace Kor
