@@ -8,6 +8,7 @@
 #include "instances/Asset.h"
 #include "instances/AttributeInstance.h"
 #include "instances/OpenInstances.h"
+#include "instances/PropertyPlaces.h"
 #include "instances/UnlistedPropertyInstance.h"
 #include "manager/RetiredSchema.h"
 #include "manager/TemplateManager.h"
@@ -22,6 +23,16 @@ namespace {
 std::vector<Instance*>& Abandoned() {
     static auto& instances = *new std::vector<Instance*>(); // outlives all users at process exit
     return instances;
+}
+
+bool HasName(const PropertyInstance* candidate, std::string_view fullName) {
+    return candidate && candidate->GetProperty()->GetFullName() == fullName;
+}
+
+/// Whether the property instance at an index is the one that a search for the name would find.
+bool IsFirstOfName(const SortedObjectList<PropertyInstance>& sorted, int index,
+                   std::string_view fullName) {
+    return HasName(sorted.GetAt(index), fullName) && !HasName(sorted.GetAt(index - 1), fullName);
 }
 
 } // namespace
@@ -80,12 +91,23 @@ void Instance::SortAnew() const {
 }
 
 PropertyInstance* Instance::GetPropertyInstance(std::string_view fullName, bool create) {
-    PropertyInstance* found = Sorted().Get(fullName);
+    PropertyInstance* found = FindByName(fullName);
     if (found || !create)
         return found;
     TemplateManager* manager = TemplateManager::Get();
     Property* property = manager ? manager->GetProperty(fullName) : nullptr;
     return property ? AddPropertyInstance(*property, false) : nullptr;
+}
+
+PropertyInstance* Instance::FindByName(std::string_view fullName) const {
+    const auto& sorted = Sorted();
+    PropertyPlaces places(fullName);
+    int index = places.Guess();
+    if (!IsFirstOfName(sorted, index, fullName)) {
+        index = sorted.Find(fullName);
+        places.Remember(index);
+    }
+    return sorted.GetAt(index);
 }
 
 PropertyInstance* Instance::FindOrAnnounced(const Property& property) const {
@@ -95,12 +117,7 @@ PropertyInstance* Instance::FindOrAnnounced(const Property& property) const {
 
 PropertyInstance* Instance::FindPropertyInstance(std::string_view fullName, int& next) const {
     const auto& sorted = Sorted();
-    const auto isAt = [&](int index) {
-        const PropertyInstance* candidate = sorted.GetAt(index);
-        return candidate && candidate->GetKey() == fullName;
-    };
-    // Of several with one key the first one counts.
-    const int index = isAt(next) && !isAt(next - 1) ? next : sorted.Find(fullName);
+    const int index = IsFirstOfName(sorted, next, fullName) ? next : sorted.Find(fullName);
     if (index < 0)
         return nullptr;
     next = index + 1;

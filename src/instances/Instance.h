@@ -159,6 +159,7 @@ private:
     }
     void SortAnew() const;
     int FindTemplate(const Template& wanted) const;
+    PropertyInstance* FindByName(std::string_view fullName) const;
     PropertyInstance* FindOrAnnounced(const Property& property) const;
     void AddPropertyInstances(const std::vector<Property*>& properties);
     void AddMissingPropertyInstances(const std::vector<Property*>& properties);
