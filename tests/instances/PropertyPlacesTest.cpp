@@ -27,11 +27,10 @@ protected:
 
     static OviTemplate* Make(const std::string& name, int first, int count) {
         OviTemplate* made = OviTemplateManager_CreateTemplate(name.c_str());
-        for (int i = first; i < first + count; ++i)
-            OviTemplate_AddProperty(made,
-                                    OviAttributeProperty_New(("p" + std::to_string(i)).c_str(), 1,
-                                                             OviTemplateManager_GetType("INT32")),
-                                    -1);
+        for (int i = first; i < first + count; ++i) {
+            const std::string property = "p" + std::to_string(i);
+            OviTemplate_AddProperty(made, OviAttributeProperty_New(property.c_str(), 1), -1);
+        }
         return made;
     }
 
