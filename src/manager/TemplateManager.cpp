@@ -13,8 +13,6 @@
 
 namespace Kor {
 
-namespace {} // namespace
-
 // -- life -----------------------------------------------------------------------------------------
 
 TemplateManager::TemplateManager() {

@@ -1,4 +1,4 @@
-// The template manager's search paths and the packages below them.
+// The part of the template manager that knows search paths and the packages below them.
 
 #include <algorithm>
 

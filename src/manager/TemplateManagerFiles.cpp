@@ -1,0 +1,122 @@
+// The part of the template manager that loads, unloads and saves template files.
+
+#include <algorithm>
+#include <unordered_set>
+
+// Instances that outlive their values let go of a schema before it goes.
+#include "instances/Instance.h"
+
+// What stands in a file and in which order is for its writer to say.
+#include "xml/XMLTemplateFileWriter.h"
+
+#include "core/ErrorManager.h"
+#include "core/Names.h"
+#include "manager/TemplateManager.h"
+#include "manager/TypeGroup.h"
+#include "manager/TemplateReading.h"
+#include "platform/File.h"
+
+namespace Kor {
+
+namespace {
+
+std::vector<Template*> TemplatesAmong(const std::vector<Type*>& types) {
+    std::vector<Template*> templates;
+    for (Type* type : types) {
+        if (auto* definition = ObjectCast<Template>(type))
+            templates.push_back(definition);
+    }
+    return templates;
+}
+
+/// Clears the templates that no living instance uses, and keeps the others. Clearing one may leave
+/// others unused, which only instances inside its default values used.
+void ClearUnused(TypeGroup& definitions, Template* root) {
+    std::vector<Template*> pending = TemplatesAmong(definitions.GetAll());
+    Template::SortForClearing(pending);
+    std::reverse(pending.begin(), pending.end()); // taken from the end
+    std::unordered_set<const Template*> left(pending.begin(), pending.end());
+    while (!pending.empty()) {
+        Template* next = pending.back();
+        pending.pop_back();
+        if (next->IsUsedByInstances() || left.erase(next) == 0)
+            continue;
+        next->Clear(root);
+        for (Template* released : Instance::StripAbandoned()) {
+            if (left.count(released) > 0)
+                pending.push_back(released);
+        }
+    }
+    for (const Template* definition : left)
+        definitions.Keep(definition);
+}
+
+} // namespace
+
+bool TemplateManager::LoadTemplateFile(const char* path) {
+    const auto file = InputFile::Open(path);
+    return file && LoadTemplateStream(path, *file);
+}
+
+bool TemplateManager::LoadTemplateStream(const char* path, ByteSource& source) {
+    if (loadedFiles_.Contains(path))
+        return true;
+    return TemplateReading(*this).ReadFile(path, source);
+}
+
+bool TemplateManager::UnloadTemplateFile(std::string_view path) {
+    if (path.empty()) // the built-in types belong to no file
+        return false;
+    loadedFiles_.RemoveInAnyCase(path);
+    if (EqualsIgnoreCase(root_->GetFileName(), path)) {
+        // The root stays, since everything falls back to it; it only loses what the file gave it.
+        root_->BeginRedefinition();
+        root_->SetRecycled(true);
+    }
+    TypeGroup definitions(GetDefinitionsToUnload(path));
+    Instance::StripAbandoned();
+    ClearUnused(definitions, root_);
+    definitions.KeepUsed();
+    for (Type* type : definitions.Select(true))
+        type->SetRecycled(true);
+    const std::vector<Type*> leaving = definitions.Select(false);
+    for (Type* type : leaving) {
+        Unlist(*type);
+        Unregistered(type);
+    }
+    const auto& all = definitions.GetAll();
+    const bool lastWasDeleted = !all.empty() && !definitions.IsKept(all.back());
+    TypeGroup::Delete(leaving);
+    return lastWasDeleted;
+}
+
+/// All but the root. Templates come first, then enumerations, then plain types, each from the last
+/// to the first.
+std::vector<Type*> TemplateManager::GetDefinitionsToUnload(std::string_view path) const {
+    std::vector<Type*> found(static_cast<size_t>(GetTypesByFileName(path, nullptr, 0)));
+    GetTypesByFileName(path, found.data(), static_cast<int>(found.size()));
+    found.erase(std::remove(found.begin(), found.end(), root_), found.end());
+    std::reverse(found.begin(), found.end());
+    const auto rank = [](const Type* type) {
+        if (ObjectCast<Template>(type))
+            return 0;
+        return ObjectCast<Enumeration>(type) ? 1 : 2;
+    };
+    std::stable_sort(found.begin(), found.end(),
+                     [&rank](const Type* a, const Type* b) { return rank(a) < rank(b); });
+    return found;
+}
+
+bool TemplateManager::SaveTemplateFile(const char* fileName, const char* output) {
+    const char* path = output ? output : fileName;
+    const auto file = OutputFile::Create(path);
+    if (file && XMLTemplateFileWriter(*this, fileName).Write(*file) && file->Commit()) {
+        AddLoadedFile(fileName);
+        return true;
+    }
+    if (ErrorManager* errors = ErrorManager::Get())
+        errors->AddErrorItem(kError, path, -1, "Unable to open file for writing");
+    return false;
+}
+
+} // namespace Kor
