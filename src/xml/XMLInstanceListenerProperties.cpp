@@ -1,4 +1,4 @@
-// Nodes, anchors, geometry and attributes of scene files, with their values.
+// The part of the scene listener that reads attributes with their values, nodes, anchors, geometry.
 
 #include "xml/XMLInstanceListener.h"
 

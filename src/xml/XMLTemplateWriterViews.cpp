@@ -1,4 +1,4 @@
-// The part of the template writer that arranges: views, and levels of detail.
+// The part of the template writer that writes views and levels of detail.
 
 #include <vector>
 
