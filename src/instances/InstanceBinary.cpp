@@ -1,4 +1,4 @@
-// The packed form of an instance: its attribute values, one behind the other.
+// The part of an instance that packs it: its attribute values, one behind the other.
 
 #include <algorithm>
 #include <cstdint>

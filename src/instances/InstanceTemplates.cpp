@@ -1,4 +1,4 @@
-// Which templates an instance implements, and what comes and goes with them.
+// The part of an instance that implements templates, and what comes and goes with them.
 
 #include <limits>
 #include <memory>

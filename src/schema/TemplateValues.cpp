@@ -1,4 +1,4 @@
-// Templates as types: their values are arrays of references to instances.
+// The part of a template that makes it a type: its values are arrays of references to instances.
 
 #include <algorithm>
 #include <cstdint>
