@@ -19,6 +19,7 @@ public:
 
 /// The base of classes whose objects live in the pool, those of derived classes included.
 struct Pooled {
+    // Its counterpart is the sized form below. NOLINTNEXTLINE(misc-new-delete-overloads)
     static void* operator new(size_t size) { return BlockPool::Take(size); }
     static void operator delete(void* object, size_t size) noexcept {
         BlockPool::Give(object, size);

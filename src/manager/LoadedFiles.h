@@ -30,7 +30,7 @@ public:
 
 private:
     struct LessIgnoringCase {
-        using is_transparent = void;
+        using is_transparent = void; // NOLINT(readability-identifier-naming): standard
         bool operator()(std::string_view a, std::string_view b) const {
             return CompareIgnoreCase(a, b) < 0;
         }

@@ -56,11 +56,11 @@ std::size_t GetCapacity(OviType* type, const void* value, int count) {
 /// An attribute's value as the library packs it: not made from the default for this.
 struct PackableValue {
     OviType* type;
-    const void* block;
+    const void* block = nullptr;
     int count;
 
     PackableValue(OviPropertyInstance* propertyInstance, bool hasValue)
-        : type(GetType(propertyInstance)), block(nullptr) {
+        : type(GetType(propertyInstance)) {
         auto* const attribute = static_cast<OviAttributeInstance*>(propertyInstance);
         if (hasValue)
             block = OviAttributeInstance_GetValue(attribute);
