@@ -9,9 +9,12 @@ namespace Kor {
 /// A number for a key, spread over all its bits; for tables in memory only.
 inline std::uint64_t HashKey(std::string_view key) {
     constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15u; // of the golden ratio
+    // A product carries differences upwards only, and names differ in their last, upper bytes: so
+    // the upper half is folded down, twice.
     const auto mix = [](std::uint64_t hash, std::uint64_t word) {
         hash = (hash ^ word) * kFactor;
-        return hash ^ (hash >> 32);
+        hash = (hash ^ (hash >> 32)) * kFactor;
+        return hash ^ (hash >> 29);
     };
     const auto load = [](const char* from) {
         std::uint64_t word = 0;

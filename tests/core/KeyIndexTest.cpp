@@ -102,6 +102,20 @@ TEST(KeyIndex, KeysOfEveryLengthAreTold) {
     EXPECT_EQ(hashes.size(), all.size() - 1); // the empty key is there twice
 }
 
+/// Names that count up must not gather in one part of a table.
+TEST(KeyIndex, CountedNamesSpreadOverTheLowBits) {
+    constexpr size_t kBuckets = 4096;
+    for (const int digits : {1, 3, 6, 9, 20}) {
+        std::vector<int> hits(kBuckets);
+        for (int i = 0; i < 4096; ++i) {
+            std::string number = std::to_string(i);
+            number.insert(0, static_cast<size_t>(digits), '0');
+            ++hits[Kor::HashKey("prop_" + number) % kBuckets];
+        }
+        EXPECT_LT(*std::max_element(hits.begin(), hits.end()), 10) << digits;
+    }
+}
+
 /// The registry answers the same with and without its index, through every kind of change.
 TEST(ObjectRegistryIndex, GivesTheFirstOfItsKeyThroughAllChanges) {
     auto all = MakeMany(2000);
