@@ -26,14 +26,14 @@ OpenInstances::~OpenInstances() {
 }
 
 void OpenInstances::Push(Instance& instance) {
-    Places().push_back({&instance, nullptr, nullptr, 0, 0, false, instance.GetOpenPlace()});
-    instance.SetOpenPlace(Places().size());
+    places_.push_back({&instance, nullptr, nullptr, 0, 0, false, instance.GetOpenPlace()});
+    instance.SetOpenPlace(places_.size());
 }
 
 void OpenInstances::Pop() {
     if (Instance* instance = Top().instance)
         instance->SetOpenPlace(Top().outer);
-    Places().pop_back();
+    places_.pop_back();
 }
 
 void OpenInstances::ForgetInstance(const Instance& instance) {

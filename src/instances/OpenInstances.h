@@ -25,16 +25,16 @@ public:
     };
 
     /// Readers end in the reverse order of their beginning: a second one runs in a callback.
-    OpenInstances() : base_(Places().size()) {}
+    OpenInstances() : places_(Places()), base_(places_.size()) {}
     ~OpenInstances();
     OpenInstances(const OpenInstances&) = delete;
     OpenInstances& operator=(const OpenInstances&) = delete;
 
     /// Whether this reader has no instance open; another one further out may.
-    bool IsEmpty() const { return Places().size() == base_; }
+    bool IsEmpty() const { return places_.size() == base_; }
 
     /// The innermost instance; there must be one.
-    Place& Top() const { return Places().back(); }
+    Place& Top() const { return places_.back(); }
 
     /// Opens an instance inside of the others, and closes the innermost one.
     void Push(Instance& instance);
@@ -48,6 +48,7 @@ public:
 private:
     static std::vector<Place>& Places();
 
+    std::vector<Place>& places_;
     size_t base_;
 };
 
