@@ -151,7 +151,7 @@ bool TemplateReading::TryNextSearchPath(OpenPackage& package) {
         package.nextFile = 0;
         for (const std::string& name : names) {
             if (IsTemplateFile(name))
-                package.files.push_back(directory + "\\" + name);
+                package.files.emplace_back(directory).append(1, '\\').append(name);
         }
         // Entered first, so that packages may use each other in a circle.
         manager_.SetPackageLoaded(package.name, true);
