@@ -190,7 +190,7 @@ void XMLWriter::CloseTag() {
 }
 
 void XMLWriter::BreakLine() {
-    constexpr std::string_view tabs(kTabs.data(), kTabs.size());
+    const std::string_view tabs(kTabs.data(), kTabs.size());
     size_t levels = indent_ + openNames_.size();
     if (levels <= tabs.size()) {
         PutAll("\n", tabs.substr(0, levels));

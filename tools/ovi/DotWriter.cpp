@@ -82,7 +82,7 @@ void DotWriter::WriteLegend() {
     out_ << "  labelloc=b; labeljust=l;\n"
             "  label=<<table border=\"0\" cellspacing=\"4\" cellpadding=\"3\"><tr>";
     for (const auto& [kind, colour] : kColours)
-        out_ << "<td border=\"1\" color=\"#b0b0b0\" bgcolor=\"" << colour << "\">"
+        out_ << R"(<td border="1" color="#b0b0b0" bgcolor=")" << colour << "\">"
              << (kind == kColours[0].first ? "attribute" : kind) << "</td>";
     out_ << "<td align=\"left\">&#8594; extends (dashed: not in all versions)  &#183;  "
             "<font color=\"#2f6db5\">blue: holds an instance of, dotted: refers to</font></td>"
@@ -110,8 +110,8 @@ void DotWriter::WriteTemplate(const std::string& fullName, const GraphTemplate& 
     out_ << "    " << Id(fullName) << " [tooltip=" << Id(fullName)
          << ", label=<<table border=\"0\" cellborder=\"1\" cellspacing=\"0\" cellpadding=\"3\" "
             "color=\"#808080\">"
-         << "<tr><td port=\"head\" bgcolor=\"#e4e0ec\"><b>" << ForLabel(entry.name)
-         << "</b><br/><font point-size=\"8\">" << DescribeVersions(entry) << "</font></td></tr>";
+         << R"(<tr><td port="head" bgcolor="#e4e0ec"><b>)" << ForLabel(entry.name)
+         << R"(</b><br/><font point-size="8">)" << DescribeVersions(entry) << "</font></td></tr>";
     for (std::size_t i = 0; i < entry.properties.size(); ++i)
         WriteProperty(entry, i);
     out_ << "</table>>];\n";
@@ -119,13 +119,13 @@ void DotWriter::WriteTemplate(const std::string& fullName, const GraphTemplate& 
 
 void DotWriter::WriteProperty(const GraphTemplate& entry, std::size_t index) {
     const GraphProperty& property = entry.properties[index];
-    out_ << "<tr><td align=\"left\" port=\"p" << index << "\" bgcolor=\""
+    out_ << R"(<tr><td align="left" port="p)" << index << R"(" bgcolor=")"
          << GetColour(property.kind) << "\">" << ForLabel(property.name);
     if (!property.type.empty())
         out_ << ": " << (property.isReference ? "&#8594; " : "")
              << ForLabel(ShortName(property.type));
     if (property.sinceVersion > OviTemplate_GetVersion(entry.versions.front()))
-        out_ << "  <font point-size=\"8\" color=\"#707070\">from version " << property.sinceVersion
+        out_ << R"(  <font point-size="8" color="#707070">from version )" << property.sinceVersion
              << "</font>";
     out_ << "</td></tr>";
 }

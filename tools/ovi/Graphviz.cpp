@@ -48,11 +48,13 @@ std::string ForShell(const std::string& argument) {
 #endif
 }
 
-int RunShell(std::string command) {
+int RunShell(const std::string& command) {
 #if defined(_WIN32)
-    command = '"' + command + '"'; // or the shell drops the first quote and the last
-#endif
+    // Quoted as a whole, or the shell drops the first quote and the last.
+    return std::system(('"' + command + '"').c_str());
+#else
     return std::system(command.c_str());
+#endif
 }
 
 } // namespace

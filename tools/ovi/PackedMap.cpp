@@ -37,7 +37,7 @@ void PrintHex(std::ostream& out, const std::string& bytes) {
 
 /// The kind, and the type of an attribute.
 std::string PackedMap::DescribeType(const PackedValue& value) {
-    const std::string kind = GetInstanceKindName(value.propertyInstance);
+    std::string kind = GetInstanceKindName(value.propertyInstance);
     if (kind != "attribute")
         return kind;
     return kind + " " +
@@ -50,7 +50,7 @@ std::string PackedMap::DescribeValue(const PackedValue& value) {
         return value.whyNotPacked;
     if (!value.hasValue)
         return value.size > 0 ? "no value, packed as zero" : "no value";
-    const std::string text =
+    std::string text =
         texts_.DescribeValue(static_cast<OviAttributeInstance*>(value.propertyInstance));
     if (!text.empty())
         return text;
