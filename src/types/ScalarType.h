@@ -92,6 +92,12 @@ public:
         BinaryPacker packer(buffer, bufferSize);
         if (GetDimension() == 0)
             packer.WriteCount(GetAlignment(), count);
+        const int alignment = std::max(GetAlignment(), 1);
+        if (value && kWidth % alignment == 0 && packer.PaddingFor(alignment) == 0) {
+            // Each element ends where the next may begin: they go in one piece.
+            packer.WriteBytes(value, std::min(count, packer.GetRemaining() / kWidth) * kWidth);
+            return packer.GetPosition();
+        }
         for (int i = 0; i < count && packer.GetRemaining() >= kWidth; ++i) {
             const Element element = value ? At(value, i) : Element();
             packer.WriteBytes(&element, kWidth);
