@@ -4,8 +4,11 @@
 
 #include "ovi/ovi.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <random>
+#include <string>
 #include <vector>
 
 namespace {
@@ -66,6 +69,24 @@ void SetValueLibc(benchmark::State& state) {
     ReportPeakMemory(state);
 }
 BENCHMARK(SetValueLibc)->Name("set_value/libc");
+
+// -- assets in no order ---------------------------------------------------------------------------
+
+void MakeShuffled(benchmark::State& state) {
+    const Session session;
+    std::vector<std::string> names(static_cast<size_t>(GetSettings().assets));
+    for (size_t i = 0; i < names.size(); ++i)
+        names[i] = "prop_" + std::to_string(i);
+    std::shuffle(names.begin(), names.end(), std::mt19937(1));
+    for (auto _ : state) {
+        for (const std::string& name : names)
+            OviAssetManager_NewAsset(name.c_str());
+    }
+    if (OviAssetManager_GetAssetCount() != GetSettings().assets)
+        state.SkipWithError("wrong number of assets");
+    ReportPeakMemory(state);
+}
+BENCHMARK(MakeShuffled)->Name("make_shuffled/ovi")->Iterations(1);
 
 // -- assets without a name ------------------------------------------------------------------------
 

@@ -7,6 +7,7 @@
 /// What a run is about, from the command line.
 struct Settings {
     std::string scene;   ///< The scene file to read; its neighbours may be written.
+    std::string schema;  ///< The directory of template files to read.
     int assets = 100000; ///< The size of the scenes made by the benchmarks themselves.
 };
 

@@ -1,4 +1,5 @@
-// The benchmarks: ovi_bench [--scene=FILE] [--assets=N] [options of Google Benchmark]
+// The benchmarks: ovi_bench [--scene=FILE] [--schema=DIRECTORY] [--assets=N] [options of Google
+// Benchmark]
 //
 // A name is that of the work and of who does it, "load/ovi" for instance. For figures that count,
 // give each benchmark a process of its own, as scripts/bench.sh does.
@@ -18,6 +19,8 @@ bool TakeArgument(const std::string& argument) {
     const std::string value = equals == std::string::npos ? "" : argument.substr(equals + 1);
     if (name == "--scene")
         GetSettings().scene = value;
+    else if (name == "--schema")
+        GetSettings().schema = value;
     else if (name == "--assets")
         GetSettings().assets = std::max(std::atoi(value.c_str()), 1);
     else

@@ -5,7 +5,8 @@
 # that other programs and the disk do not count.
 #
 # usage: scripts/bench.sh [--assets N] [--runs N] [--instructions] [--write]
-#   --assets N      the size of the scene (100000); 5000 with 3 runs takes less than a minute
+#   --assets N      the size of the scene (100000); 5000 with 3 runs takes about a minute. Growth is
+#                   measured between a tenth of it and ten times it
 #   --runs N        how many runs make a median (5)
 #   --instructions  also count the instructions of loading and saving (needs valgrind)
 #   --write         put the results into docs/benchmarks.md
@@ -49,51 +50,74 @@ bench=$rootDir/build/bench/bench/ovi_bench
 
 workDir=$(mktemp -d)
 trap 'rm -rf "$workDir"' EXIT
-scene=$workDir/scene.asset
 samples=$workDir/samples.tsv
 
-say "Making a scene of $assets assets"
-"$rootDir/build/bench/bench/ovi_make_scene" "$scene" "$assets"
-echo "$(stat --format=%s "$scene") bytes"
+say "Making scenes of $assets assets, a tenth and ten times that, and schemas"
+small=$((assets / 10)) large=$((assets * 10))
+for size in "$small" "$assets" "$large"; do
+    "$rootDir/build/bench/bench/ovi_make_scene" "$workDir/$size.asset" "$size"
+    echo "$size assets: $(stat --format=%s "$workDir/$size.asset") bytes"
+done
+scene=$workDir/$assets.asset
+for size in 100 1000; do
+    "$rootDir/build/bench/bench/ovi_make_schema" "$workDir/schema$size" "$size"
+done
 
 # Runs one benchmark once and adds a line to the samples: figure, side, nanoseconds, peak, and
 # allocations. The columns are looked up by name, since Google Benchmark gives them no fixed order.
+# A name may carry the number of assets or of template files ("load/ovi@10000"); the time is then
+# that for one of them.
 run_once() {
-    local figure=$1 side=$2 name=$3
-    "$bench" --scene="$scene" --assets="$assets" --benchmark_filter="^$name(\$|/)" \
+    local figure=$1 side=$2 name=${3%@*} size=1 ofScene=$assets ofSchema=1000
+    if [[ $3 == *@* ]]; then
+        size=${3#*@}
+        [[ $name == unload/* ]] && ofSchema=$size || ofScene=$size
+    fi
+    "$bench" --scene="$workDir/$ofScene.asset" --assets="$ofScene" \
+        --schema="$workDir/schema$ofSchema" --benchmark_filter="^$name(\$|/)" \
         --benchmark_min_time=0.2 --benchmark_format=csv >"$workDir/run.csv" 2>"$workDir/run.log" ||
         fail "$name: $(cat "$workDir/run.log")"
-    awk -F, -v figure="$figure" -v side="$side" '
+    awk -F, -v figure="$figure" -v side="$side" -v size="$size" '
         { gsub(/"/, "") }
         $1 == "name" { for (i = 1; i <= NF; ++i) column[$i] = i; next }
         !("cpu_time" in column) || $column["error_occurred"] == "true" { next }
         {
             allocations = "allocations" in column ? $column["allocations"] : "-"
-            print figure "\t" side "\t" $column["cpu_time"] "\t" $column["peak_kB"] "\t" allocations
+            print figure "\t" side "\t" $column["cpu_time"] / size "\t" $column["peak_kB"] "\t" allocations
             done = 1
         }
         END { exit !done }' "$workDir/run.csv" >>"$samples" ||
         fail "$name: $(cat "$workDir/run.csv" "$workDir/run.log")"
 }
 
-# The figures: title, ours, theirs.
+# The figures: title, ours, theirs, and the ratio that is wanted at most ("-": none).
 figures=(
-    "Reading without building anything, beside expat|read/ovi|read/expat"
-    "Reading without building anything, beside pugixml|read/ovi|read/pugixml"
-    "Loading a scene, beside expat with empty handlers|load/ovi|read/expat"
-    "Loading a scene, beside pugixml|load/ovi|read/pugixml"
-    "Saving a scene, beside pugixml|save/ovi|save/pugixml"
-    "Clearing a scene, beside loading it|clear/ovi|load/ovi"
-    "Finding an asset by name, beside std::map|asset/ovi|asset/map"
-    "Finding a property instance by name, beside std::map|property/ovi|property/map"
-    "Finding a template by name, beside std::map|template/ovi|template/map"
-    "Setting a FLOAT with a callback, beside malloc, free and snprintf|set_value/ovi|set_value/libc"
-    "Making 100 assets without names among many, beside in an empty scene|new_asset/nth|new_asset/first"
+    "Reading without building anything, beside expat|read/ovi|read/expat|0.33"
+    "Reading without building anything, beside pugixml|read/ovi|read/pugixml|-"
+    "Loading a scene, beside expat with empty handlers|load/ovi|read/expat|0.8"
+    "Loading a scene, beside pugixml|load/ovi|read/pugixml|1.5"
+    "Saving a scene, beside pugixml|save/ovi|save/pugixml|1.0"
+    "Clearing a scene, beside loading it|clear/ovi|load/ovi|-"
+    "Loading an asset, many beside few|load/ovi@$large|load/ovi@$small|1.3"
+    "Saving an asset, many beside few|save/ovi@$large|save/ovi@$small|1.3"
+    "Clearing an asset, many beside few|clear/ovi@$large|clear/ovi@$small|1.3"
+    "Making an asset in no order, many beside few|make_shuffled/ovi@$large|make_shuffled/ovi@$small|1.3"
+    "Making 100 assets without names among many, beside in an empty scene|new_asset/nth|new_asset/first|3"
+    "Finding an asset by name, beside std::map|asset/ovi|asset/map|1.0"
+    "Finding a property instance by name, beside std::map|property/ovi|property/map|1.0"
+    "Finding a template by name, beside std::map|template/ovi|template/map|1.0"
+    "Setting a FLOAT with a callback, beside malloc, free and snprintf|set_value/ovi|set_value/libc|3"
+    "Loading 1,000 template files, beside pugixml|schema/ovi|schema/pugixml|3"
+    "Unloading a template file, of 1,000 beside of 100|unload/ovi@1000|unload/ovi@100|1.5"
+    "Packing 1,000,000 FLOATs, beside memcpy|pack/ovi|pack/memcpy|2"
 )
+# The peak memory of loading a scene, beside pugixml's.
+peakTarget=0.75
 
 say "Measuring: ${#figures[@]} figures, $runs runs each"
 for figure in "${figures[@]}"; do
-    IFS='|' read -r title ours theirs <<<"$figure"
+    IFS='|' read -r title ours theirs target <<<"$figure"
+    printf '%s\t%s\n' "$title" "$target" >>"$workDir/targets.tsv"
     for ((run = 0; run < runs; ++run)); do
         run_once "$title" ours "$ours"
         run_once "$title" theirs "$theirs"
@@ -107,7 +131,7 @@ cmp "$scene" "$scene.ovi.asset" || fail "the saved scene differs from the one th
 # Prints a Markdown table of the medians of one column of the samples.
 print_table() {
     local kind=$1
-    awk -F'\t' -v kind="$kind" '
+    awk -F'\t' -v kind="$kind" -v targets="$workDir/targets.tsv" -v peakTarget="$peakTarget" '
         function median(text, values, count, i, j, swap) {
             count = split(text, values, " ")
             for (i = 2; i <= count; ++i)
@@ -122,19 +146,29 @@ print_table() {
             if (value >= 1e6) return sprintf("%.1f ms", value / 1e6)
             return value >= 1e4 ? sprintf("%.1f us", value / 1e3) : sprintf("%.1f ns", value)
         }
-        BEGIN { field = kind == "time" ? 3 : kind == "peak" ? 4 : 5 }
+        BEGIN {
+            field = kind == "time" ? 3 : kind == "peak" ? 4 : 5
+            while (kind == "time" && (getline line < targets) > 0) {
+                split(line, parts, "\t")
+                target[parts[1]] = parts[2]
+            }
+            if (kind == "peak") target["Loading a scene, beside pugixml"] = peakTarget
+        }
         $field == "-" { next }
-        kind == "peak" && $1 !~ /^(Reading|Loading|Saving)/ { next }
+        kind == "peak" && $1 !~ /^(Reading|Loading a scene|Saving a scene)/ { next }
         !($1 in seen) { seen[$1] = 1; order[++count] = $1 }
         { all[$1, $2] = all[$1, $2] " " $field }
         END {
-            print "| Figure | Ours | Theirs | Ratio |"
-            print "|---|--:|--:|--:|"
+            print "| Figure | Ours | Theirs | Ratio | Wanted at most | |"
+            print "|---|--:|--:|--:|--:|---|"
             for (i = 1; i <= count; ++i) {
                 ours = median(all[order[i], "ours"])
                 theirs = median(all[order[i], "theirs"])
                 ratio = theirs > 0 ? sprintf("%.2f", ours / theirs) : (ours > 0 ? "more" : "same")
-                printf "| %s | %s | %s | %s |\n", order[i], show(ours), show(theirs), ratio
+                wanted = (order[i] in target) && target[order[i]] != "-" ? target[order[i]] : ""
+                verdict = wanted == "" ? "" : (ratio + 0 <= wanted + 0 ? "met" : "missed")
+                printf "| %s | %s | %s | %s | %s | %s |\n",
+                    order[i], show(ours), show(theirs), ratio, wanted, verdict
             }
         }' "$samples"
 }
