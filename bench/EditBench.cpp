@@ -1,11 +1,15 @@
-// Single edits: setting a value, and making an asset without naming it.
+// Single edits: setting a value, and making assets with and without a name.
 
 #include "Session.h"
 
 #include "ovi/ovi.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <numeric>
+#include <random>
+#include <string>
 #include <vector>
 
 namespace {
@@ -98,5 +102,34 @@ void NewAssetNth(benchmark::State& state) {
     MakeAssets(state, GetSettings().assets);
 }
 BENCHMARK(NewAssetNth)->Name("new_asset/nth");
+
+// -- assets with a name ---------------------------------------------------------------------------
+
+/// Names of one length in an order that no index knows beforehand.
+std::vector<std::string> MakeShuffledNames(int count) {
+    std::vector<int> numbers(static_cast<size_t>(count));
+    std::iota(numbers.begin(), numbers.end(), 0);
+    std::shuffle(numbers.begin(), numbers.end(), std::mt19937(1));
+    std::vector<std::string> names;
+    for (const int number : numbers) {
+        char name[32];
+        std::snprintf(name, sizeof name, "prop_%07d", number);
+        names.emplace_back(name);
+    }
+    return names;
+}
+
+void NewAssetShuffled(benchmark::State& state) {
+    const Session session;
+    const auto names = MakeShuffledNames(GetSettings().assets);
+    for (auto _ : state) {
+        for (const std::string& name : names)
+            OviAssetManager_NewAsset(name.c_str());
+    }
+    if (OviAssetManager_GetAssetCount() != GetSettings().assets)
+        state.SkipWithError("wrong number of assets");
+    ReportPeakMemory(state);
+}
+BENCHMARK(NewAssetShuffled)->Name("new_asset/shuffled")->Iterations(1);
 
 } // namespace

@@ -8,6 +8,8 @@
 struct Settings {
     std::string scene;   ///< The scene file to read; its neighbours may be written.
     int assets = 100000; ///< The size of the scenes made by the benchmarks themselves.
+    std::string schema;  ///< The directory of the schema's files.
+    int files = 1000;    ///< How many of its files to read, from the first one on.
 };
 
 /// The settings of this process.

@@ -1,4 +1,5 @@
-// The benchmarks: ovi_bench [--scene=FILE] [--assets=N] [options of Google Benchmark]
+// The benchmarks: ovi_bench [--scene=FILE] [--assets=N] [--schema=DIRECTORY] [--files=N] [options
+// of Google Benchmark]
 //
 // A name is that of the work and of who does it, "load/ovi" for instance. For figures that count,
 // give each benchmark a process of its own, as scripts/bench.sh does.
@@ -20,6 +21,10 @@ bool TakeArgument(const std::string& argument) {
         GetSettings().scene = value;
     else if (name == "--assets")
         GetSettings().assets = std::max(std::atoi(value.c_str()), 1);
+    else if (name == "--schema")
+        GetSettings().schema = value;
+    else if (name == "--files")
+        GetSettings().files = std::max(std::atoi(value.c_str()), 1);
     else
         return false;
     return true;
