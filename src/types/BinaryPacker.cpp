@@ -39,7 +39,9 @@ void BinaryPacker::WriteCount(int alignment, int count) {
 }
 
 void BinaryPacker::WriteBytes(const void* bytes, int size) {
-    if (size <= 0) // an empty text may have no address
+    if (!bytes)
+        return Zero(size);
+    if (size <= 0)
         return;
     std::memcpy(buffer_ + position_, bytes, static_cast<size_t>(size));
     position_ += size;

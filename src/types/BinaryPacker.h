@@ -33,7 +33,8 @@ public:
     /// Counts bytes that somebody else wrote at the position.
     void Skip(int size) { position_ += size; }
 
-    /// Write at the position, which then lies behind. The caller has looked at what remains.
+    /// Write at the position, which then lies behind; no address stands for zeroes. The caller has
+    /// looked at what remains.
     void WriteBytes(const void* bytes, int size);
     void WriteInt(std::int32_t number) { WriteBytes(&number, sizeof number); }
 

@@ -92,10 +92,11 @@ public:
         BinaryPacker packer(buffer, bufferSize);
         if (GetDimension() == 0)
             packer.WriteCount(GetAlignment(), count);
-        for (int i = 0; i < count && packer.GetRemaining() >= kWidth; ++i) {
-            const Element element = value ? At(value, i) : Element();
-            packer.WriteBytes(&element, kWidth);
+        for (int i = 0; i < count && packer.GetRemaining() >= kWidth;) {
+            const int packed = CountTogether(packer, count - i);
+            packer.WriteBytes(value ? &At(value, i) : nullptr, packed * kWidth);
             packer.PadBeyond(GetAlignment());
+            i += packed;
         }
         return packer.GetPosition();
     }
@@ -110,6 +111,16 @@ protected:
 
     /// Writing a number's zero test as two comparisons keeps a NaN from becoming a bound.
     static bool IsBound(Element bound) { return bound < Element() || bound > Element(); }
+
+private:
+    /// How many of the elements left go into the buffer in one piece: all that fit where none needs
+    /// padding behind it, else one.
+    int CountTogether(const BinaryPacker& packer, int left) const {
+        constexpr int kWidth = static_cast<int>(sizeof(Element));
+        if (packer.PaddingFor(GetAlignment()) != 0 || kWidth % std::max(GetAlignment(), 1) != 0)
+            return 1;
+        return std::min(left, packer.GetRemaining() / kWidth);
+    }
 };
 
 } // namespace Kor
