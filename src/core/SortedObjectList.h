@@ -37,7 +37,7 @@ public:
 
     /// Inserts by key; `replaced`, when given, receives the object that was overwritten, or null.
     int Insert(T* object, T** replaced = nullptr) {
-        const int found = Find(object->GetKey());
+        const int found = FindPlace(object->GetKey());
         if (replaced)
             *replaced = nullptr;
         if (found < 0 || kAllowDuplicates) {
@@ -127,6 +127,13 @@ public:
     auto end() const { return objects_.end(); }
 
 private:
+    /// The same as Find, quickest where the key comes last, as it does in copies of other lists.
+    int FindPlace(std::string_view key) const {
+        if (objects_.empty() || objects_.back()->GetKey() < key)
+            return ~GetCount();
+        return Find(key);
+    }
+
     auto LowerBound(std::string_view key) const {
         return std::lower_bound(
             objects_.begin(), objects_.end(), key,

@@ -71,7 +71,8 @@ Template* TemplateManager::AddPropertyFromVersion(std::string_view name, Propert
         own->AddProperty(property, -1, &ownRefused);
     if (refused)
         *refused = ownRefused;
-    if (!own || ownRefused)
+    // Files declare their versions in order, so that a property mostly comes to the latest one.
+    if (!own || ownRefused || own->GetVersion() >= own->GetLatestVersion())
         return own;
     for (Template* later : GetVersions(name)) {
         const bool listed = later->GetVersion() > own->GetVersion() &&

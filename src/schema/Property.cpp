@@ -68,10 +68,13 @@ void Property::SetOwner(Template* owner) {
 }
 
 void Property::UpdateFullName() {
+    const std::string_view owner = owner_ ? owner_->GetNameView() : std::string_view();
+    const std::string_view key = GetKey();
     std::string fullName;
+    fullName.reserve(owner.size() + 1 + key.size());
     if (owner_)
-        fullName.append(owner_->GetNameView()).append(1, '.');
-    fullName += GetKey();
+        fullName.append(owner).append(1, '.');
+    fullName += key;
     StoreFullName(std::move(fullName));
 }
 

@@ -58,6 +58,8 @@ void Template::CopyParentsAndProperties(const Template& source) {
     for (Template* parent : source.parents_)
         AddParent(parent);
     int position = 0;
+    propertiesByName_.Reserve(source.propertiesByName_.GetCount());
+    properties_.reserve(source.properties_.size());
     for (const Property* property : source.propertiesByName_) {
         auto* copy = static_cast<Property*>(property->Clone().release());
         copy->SetKeeper(this);
