@@ -76,9 +76,7 @@ public:
     /// Takes out the entry with the object's key (the object itself where several share it) and
     /// gives its index, or the failed search's result. The object is not deleted.
     int Remove(const T* object) {
-        int index = IndexOf(object);
-        if (index < 0)
-            index = Find(object->GetKey());
+        const int index = FindEntry(object);
         if (index >= 0)
             objects_.erase(objects_.begin() + index);
         return index;
@@ -93,6 +91,13 @@ public:
             return false;
         objects_.erase(at);
         return true;
+    }
+
+    /// The index of the object itself (several may share a key), else of the one with its key, or
+    /// the failed search's result.
+    int FindEntry(const T* object) const {
+        const int own = IndexOf(object);
+        return own >= 0 ? own : Find(object->GetKey());
     }
 
     /// The index of this very object, or -1.

@@ -158,7 +158,6 @@ private:
         return templates_;
     }
     void SortAnew() const;
-    int FindTemplate(const Template& wanted) const;
     PropertyInstance* FindByName(std::string_view fullName) const;
     PropertyInstance* FindOrAnnounced(const Property& property) const;
     void AddPropertyInstances(const std::vector<Property*>& properties);

@@ -62,7 +62,7 @@ int Instance::RemoveTemplate(Template* removed, bool notify) {
                                             removed->GetOwnProperties().end());
     for (Property* property : properties)
         RemovePropertyInstance(*property, notify);
-    const int position = FindTemplate(*removed);
+    const int position = Templates().FindEntry(removed);
     if (Template* listed = Templates().GetAt(position)) {
         listed->RemoveInstance();
         Templates().Remove(listed);
@@ -78,7 +78,7 @@ int Instance::UpdateTemplate(Template* old, bool notify) {
                          ? manager->GetTemplateVersion(old->GetFullName(),
                                                        static_cast<unsigned>(old->GetVersion()) + 1)
                          : nullptr;
-    const int place = FindTemplate(*old);
+    const int place = Templates().FindEntry(old);
     if (!next || place < 0)
         return -1;
     Template* listed = Templates().GetAt(place);
@@ -103,12 +103,6 @@ int Instance::UpdateTemplate(Template* old, bool notify) {
     }
     listed->RemoveInstance();
     return inserted < 0 ? ~inserted : inserted;
-}
-
-/// Its place, or that of another one with its key.
-int Instance::FindTemplate(const Template& wanted) const {
-    const int own = Templates().IndexOf(&wanted);
-    return own >= 0 ? own : Templates().Find(wanted.GetKey());
 }
 
 /// Only told, not done: an update deliberately never deletes values.

@@ -54,8 +54,7 @@ int AnchorTypeList::Add(NamedObject* type) {
 }
 
 int AnchorTypeList::Remove(const NamedObject* type) {
-    const int exact = types_.IndexOf(type);
-    const int index = exact >= 0 ? exact : types_.Find(type->GetKey());
+    const int index = types_.FindEntry(type);
     if (index < 0)
         return index;
     const NamedObject* removed = types_.GetAt(index);

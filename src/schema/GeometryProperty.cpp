@@ -48,8 +48,7 @@ int GeometryProperty::AddAlternate(GeometryAlternate* alternate, GeometryAlterna
 }
 
 int GeometryProperty::RemoveAlternate(GeometryAlternate* alternate) {
-    const int exact = alternates_.IndexOf(alternate);
-    const int index = exact >= 0 ? exact : alternates_.Find(alternate->GetKey());
+    const int index = alternates_.FindEntry(alternate);
     if (index < 0)
         return index;
     alternates_.GetAt(index)->RemoveLister(this);

@@ -54,11 +54,12 @@ int Property::AddCommand(Command* command) {
 }
 
 int Property::RemoveCommand(Command* command) {
-    const int index = commands_.Find(command->GetKey());
+    const int index = commands_.FindEntry(command);
     if (index < 0)
         return index;
-    commands_.GetAt(index)->RemoveLister(this);
-    commands_.Remove(commands_.GetAt(index));
+    Command* removed = commands_.GetAt(index);
+    removed->RemoveLister(this);
+    commands_.RemoveExactly(removed);
     return index;
 }
 

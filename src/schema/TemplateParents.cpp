@@ -75,8 +75,7 @@ void Template::UnlinkParent(Template* parent) {
 }
 
 int Template::RemoveParent(Template* parent) {
-    const int exact = parents_.IndexOf(parent);
-    const int index = exact >= 0 ? exact : parents_.Find(parent->GetKey());
+    const int index = parents_.FindEntry(parent);
     if (index >= 0)
         UnlinkParent(parents_.GetAt(index));
     if (TakeOut(formerParents_, parent))

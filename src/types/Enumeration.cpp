@@ -62,9 +62,7 @@ int Enumeration::AddItem(EnumerationItem* item) {
 }
 
 int Enumeration::RemoveItem(EnumerationItem* item) {
-    // Of several items with that name, left by renaming, the given one itself.
-    const int exact = items_.IndexOf(item);
-    const int index = exact >= 0 ? exact : items_.Find(item->GetKey());
+    const int index = items_.FindEntry(item);
     if (index < 0)
         return index;
     EnumerationItem* removed = items_.GetAt(index);

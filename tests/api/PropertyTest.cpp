@@ -164,6 +164,17 @@ TEST_F(CommandsOfPropertiesTest, RemovalGoesByNameAndDeletesNothing) {
     EXPECT_EQ(NameOf(bake), "Bake");
 }
 
+TEST_F(CommandsOfPropertiesTest, RemovalTakesTheCommandItselfWhereTwoShareAName) {
+    OviCommand* bake = CommandAt(points, 0);
+    OviCommand* refresh = CommandAt(points, 1);
+    OviNamedObject_SetName(bake, "Refresh"); // both stay
+    OviCommand* second = OviProperty_GetCommandAt(points, 1);
+    OviCommand* first = second == bake ? refresh : bake;
+    EXPECT_EQ(OviProperty_RemoveCommand(points, second), 1);
+    EXPECT_EQ(OviProperty_GetCommandCount(points), 1);
+    EXPECT_EQ(OviProperty_GetCommandAt(points, 0), first);
+}
+
 TEST_F(CommandsOfPropertiesTest, KeepTheirOrderWhenRenamedAndLeaveTheListWhenDeleted) {
     OviCommand* bake = OviProperty_GetCommandAt(points, 0);
     CommandAt(points, 1);
