@@ -19,9 +19,4 @@ void TypeRef::Reset(Type* type) {
         old->ReleaseUse();
 }
 
-void TypeRef::Detach() {
-    if (Type* old = std::exchange(type_, nullptr))
-        old->DropUse();
-}
-
 } // namespace Kor

@@ -22,9 +22,6 @@ public:
 
     void Reset(Type* type);
 
-    /// Lets go of the type without freeing it, even when nobody else uses it.
-    void Detach();
-
     Type* Get() const { return type_; }
     Type* operator->() const { return type_; }
     explicit operator bool() const { return type_ != nullptr; }

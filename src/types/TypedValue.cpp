@@ -17,12 +17,6 @@ void TypedValue::Adopt(Type* type, void* block, int count) {
     count_ = count;
 }
 
-void* TypedValue::Release() {
-    void* block = std::exchange(block_, nullptr);
-    type_.Reset(nullptr);
-    return block;
-}
-
 void TypedValue::Clear() {
     void* block = std::exchange(block_, nullptr);
     if (block && type_)

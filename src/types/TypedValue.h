@@ -26,9 +26,6 @@ public:
     /// blocks, so that one of theirs is never freed.
     void Adopt(Type* type, void* block, int count);
 
-    /// Hands the block over to the caller.
-    void* Release();
-
     /// Frees the block.
     void Clear();
 
