@@ -6,7 +6,8 @@ namespace Kor {
 
 /// Memory for small objects of which scenes have millions: blocks of one size are cut from large
 /// pieces, which costs a fraction of an allocation each. The pieces of a size are given back once
-/// none of its blocks is in use. As everything here, for one thread only.
+/// none of its blocks is in use, except one for those to come. As everything here, for one thread
+/// only.
 class BlockPool {
 public:
     /// A block of at least that many bytes, aligned for any object; larger ones than the pool

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "core/BlockPool.h"
 #include "ovi/ovi.h"
 
 namespace {
@@ -187,5 +188,20 @@ TEST(OutOfMemory, GroupsAreDeletedAllTheSame) {
     EXPECT_FALSE(hasFailed);
     Ovi_Terminate();
 }
+
+#ifndef __SANITIZE_ADDRESS__ // with which every block comes from the heap
+
+TEST(OutOfMemory, ASingleObjectIsMadeAgainWithoutTheHeap) {
+    constexpr size_t kSize = 192;
+    Kor::BlockPool::Give(Kor::BlockPool::Take(kSize), kSize);
+    hasFailed = false;
+    allocationsLeft = 0;
+    void* again = Kor::BlockPool::Take(kSize);
+    allocationsLeft = -1;
+    EXPECT_FALSE(hasFailed);
+    Kor::BlockPool::Give(again, kSize);
+}
+
+#endif
 
 } // namespace
