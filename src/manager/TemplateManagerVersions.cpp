@@ -108,6 +108,8 @@ Template* TemplateManager::AddParentFromVersion(std::string_view name, int versi
     if (!own)
         return nullptr;
     own->AddParent(parent);
+    if (own->GetVersion() >= own->GetLatestVersion())
+        return own;
     for (Template* later : GetVersions(name)) {
         if (later->GetVersion() > version && later->GetVersion() <= own->GetLatestVersion() &&
             !later->IsRecycled())

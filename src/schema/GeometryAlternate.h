@@ -36,7 +36,8 @@ public:
 
     LOD* GetLOD() const { return lod_; }
 
-    /// Changes key and full name, not the own name; the place in a geometry's list stays.
+    /// Changes key and full name, not the own name; the place in a geometry's list deliberately
+    /// stays.
     void SetLOD(LOD* lod);
 
     /// Called by the level at its end; the full name stays.

@@ -36,7 +36,7 @@ public:
     void PutLast(Group* group);
 
 protected:
-    /// The copy's lock state is 0, and no group lists it.
+    /// The copy's lock state is deliberately 0, and no group lists it.
     ViewItem(const ViewItem& source) : NamedObject(source), Lockable() {}
 
 private:
