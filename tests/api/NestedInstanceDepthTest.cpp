@@ -3,32 +3,13 @@
 #if defined(__linux__)
 
 #include <filesystem>
-#include <functional>
-
-#include <pthread.h>
 
 #include "api/SceneHost.h"
+#include "support/SmallThread.h"
 
 namespace {
 
 constexpr int kDepth = 10000;
-
-void* RunBody(void* body) {
-    (*static_cast<std::function<void()>*>(body))();
-    return nullptr;
-}
-
-/// Runs the body in a thread with a stack of 1 MiB and waits for its end.
-void RunOnSmallStack(std::function<void()> body) {
-    constexpr size_t kStackSize = size_t(1) << 20;
-    pthread_attr_t attributes;
-    pthread_t thread;
-    ASSERT_EQ(pthread_attr_init(&attributes), 0);
-    ASSERT_EQ(pthread_attr_setstacksize(&attributes, kStackSize), 0);
-    ASSERT_EQ(pthread_create(&thread, &attributes, &RunBody, &body), 0);
-    pthread_join(thread, nullptr);
-    pthread_attr_destroy(&attributes);
-}
 
 /// The asset "top" with instances of "Link" nested in the attribute "next", each in the one before.
 class NestedInstanceDepthTest : public SceneTest {

@@ -2,14 +2,13 @@
 // had where the system lets a test arrange it.
 #if defined(__linux__)
 
-#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 
-#include <sys/resource.h>
 #include <unistd.h>
 
 #include "api/SceneHost.h"
+#include "support/FileSizeLimit.h"
 
 namespace fs = std::filesystem;
 
@@ -50,24 +49,6 @@ protected:
 
     std::string folder_;
     std::string old_;
-};
-
-/// Lets no file grow beyond a size while it lives, so that writes fail as on a full disk.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(rlim_t size) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
-        getrlimit(RLIMIT_FSIZE, &previous_);
-        const rlimit limit{size, previous_.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit() {
-        setrlimit(RLIMIT_FSIZE, &previous_);
-        std::signal(SIGXFSZ, handler_);
-    }
-
-private:
-    void (*handler_)(int);
-    rlimit previous_{};
 };
 
 /// Whom permissions bind, also when the tests are run by root.

@@ -2,11 +2,10 @@
 
 #ifndef _WIN32
 #include <fcntl.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <csignal>
+#include "support/FileSizeLimit.h"
 #endif
 
 using namespace Kor;
@@ -92,28 +91,6 @@ TEST_F(OutputFileTest, FindsItsDirectoryWithoutRegardToCase) {
 }
 
 #ifndef _WIN32
-
-namespace {
-
-/// Lets no file grow beyond a size while it lives, so that writes fail as on a full disk.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(rlim_t size) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
-        getrlimit(RLIMIT_FSIZE, &previous_);
-        const rlimit limit{size, previous_.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit() {
-        setrlimit(RLIMIT_FSIZE, &previous_);
-        std::signal(SIGXFSZ, handler_);
-    }
-
-private:
-    void (*handler_)(int);
-    rlimit previous_{};
-};
-
-} // namespace
 
 TEST_F(OutputFileTest, ReplacesNoFileWhoseNameDiffersInCase) {
     Put("Scene.asset", "other");

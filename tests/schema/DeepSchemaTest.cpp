@@ -5,7 +5,7 @@
 
 #include "instances/Instance.h"
 #include "schema/GeometryProperty.h"
-#include "schema/SmallThread.h"
+#include "support/SmallThread.h"
 #include "types/CustomType.h"
 
 namespace Kor {

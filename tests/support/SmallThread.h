@@ -10,8 +10,6 @@
 #include <pthread.h>
 #endif
 
-namespace Kor {
-
 /// Runs a body to its end in a thread whose stack has 1 MiB, as hosts may have for theirs.
 inline void RunOnSmallStack(std::function<void()> body) {
     constexpr size_t kStack = 1 << 20;
@@ -38,5 +36,3 @@ inline void RunOnSmallStack(std::function<void()> body) {
     pthread_attr_destroy(&attributes);
 #endif
 }
-
-} // namespace Kor
