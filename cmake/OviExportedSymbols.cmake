@@ -4,11 +4,15 @@
 # so that the dynamic symbols of the library are exactly that list: nothing of the standard library
 # or of the classes behind the functions leaks out. On Windows the headers' dllexport does the same.
 function(ovi_export_only_listed_symbols target listFile)
-    if(WIN32 OR APPLE)
+    if(APPLE)
         return()
     endif()
     if(NOT EXISTS ${listFile})
         message(WARNING "The list of exported functions is missing: ${listFile}")
+        return()
+    endif()
+    if(WIN32)
+        ovi_export_by_definition_file(${target} ${listFile})
         return()
     endif()
     set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${listFile})

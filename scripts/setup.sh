@@ -13,7 +13,7 @@ buildPackages=(g++ cmake ninja-build libcli11-dev nlohmann-json3-dev graphviz)
 testPackages=(libgtest-dev libgmock-dev python3 binutils pkgconf)
 benchPackages=(libbenchmark-dev libpugixml-dev libexpat1-dev valgrind)
 ciPackages=("${benchPackages[@]}" git clang clang-format clang-tidy libclang-rt-14-dev gcovr
-    g++-mingw-w64-x86-64-posix wine64)
+    g++-mingw-w64-x86-64-posix llvm googletest wine64)
 
 packages=("${buildPackages[@]}")
 case ${1:---build} in
