@@ -1,0 +1,165 @@
+#!/usr/bin/env bash
+# Sets up, makes the packages of the library into build/packages, from the builds that are there or
+# new ones, and checks each: unpacked into an empty directory, moved, and hosts built against it.
+# For Linux an archive and Debian packages, for Windows an archive.
+#
+# usage: scripts/package.sh [linux|windows|all]     (the default is all)
+#
+# "all" leaves Windows out, and says so, when the cross compiler is missing.
+set -euo pipefail
+# shellcheck source=scripts/lib.sh
+source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
+
+packageDir=$rootDir/build/packages
+version=$(sed -nE 's/^ +VERSION ([0-9.]+)$/\1/p' "$rootDir/CMakeLists.txt")
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+need() {
+    local tool=$1 package=$2
+    command -v "$tool" >/dev/null || fail "$tool is missing; Debian package: $package"
+}
+
+# Builds what is installed with the preset of that name, and no more. The packages' files get the
+# time of the commit: packing the same build again gives the same bytes. What was packed before, of
+# whatever version, is named by the patterns.
+make_packages() {
+    local preset=$1
+    shift
+    (cd "$rootDir" && cmake --preset "$preset" >"$work/configure.log") ||
+        fail "$(cat "$work/configure.log")"
+    cmake --build --preset "$preset" --parallel "$jobs" --target OviCore ovi
+    mkdir -p "$packageDir"
+    find "$packageDir" -name "$1" -delete -o -name "${2:-$1}" -delete
+    pack "$preset" "$packageDir"
+}
+
+pack() {
+    local preset=$1 target=$2
+    SOURCE_DATE_EPOCH=$(commit_time) cpack --config "$rootDir/build/$preset/CPackConfig.cmake" \
+        -B "$target" >"$work/cpack.log" 2>&1 || fail "$(cat "$work/cpack.log")"
+    rm -rf "$target/_CPack_Packages"
+}
+
+commit_time() {
+    echo "${SOURCE_DATE_EPOCH:-$(git -C "$rootDir" log -1 --format=%ct 2>/dev/null || date +%s)}"
+}
+
+check_tree() {
+    local title=$1 system=$2 tree=$3 preset=$4 started=$SECONDS
+    bash "$rootDir/tests/install/check_tree.sh" "$system" "$tree" "$version" "$rootDir" \
+        "$rootDir/build/$preset" || fail "$title"
+    echo "$title: $((SECONDS - started)) s"
+}
+
+# The archives unpack into one directory of their own name; the tree is moved before it is used.
+check_tar() {
+    mkdir "$work/tar"
+    tar -xzf "$packageDir/ovicore-$version-linux-x64.tar.gz" -C "$work/tar"
+    mv "$work/tar/ovicore-$version-linux-x64" "$work/from tar"
+    check_tree "ovicore-$version-linux-x64.tar.gz" linux "$work/from tar" release
+}
+
+# ------------------------------------------------------------------------------------------ Debian
+check_debian() {
+    local name
+    mkdir "$work/debian"
+    for name in libovicore1 libovicore-dev ovicore; do
+        dpkg-deb -x "$(debian_file "$name")" "$work/debian"
+        check_fields "$name"
+    done
+    expect_field libovicore1 Depends '(^|, )libc6 \(>= .*libstdc\+\+6 \(>= '
+    expect_field libovicore-dev Depends "^libovicore1 \(= $version\)$"
+    expect_field ovicore Depends "(^|, )libovicore1 \(= $version\)(, |$)"
+    # Programs linked with the library depend on its package through this file.
+    dpkg-deb --info "$(debian_file libovicore1)" shlibs | grep -q '^libOviCore 1 libovicore1' ||
+        fail "libovicore1 has no shlibs file"
+    check_tree "the Debian packages" linux "$work/debian/usr" release
+}
+
+debian_file() {
+    echo "$packageDir/$1_${version}_amd64.deb"
+}
+
+expect_field() {
+    local package=$1 field=$2 pattern=$3 value
+    value=$(dpkg-deb --field "$(debian_file "$package")" "$field")
+    grep -qE "$pattern" <<<"$value" || fail "$package: $field is '$value'"
+}
+
+check_fields() {
+    local package=$1 list
+    expect_field "$package" Package "^$package$"
+    expect_field "$package" Version "^$version$"
+    expect_field "$package" Architecture '^amd64$'
+    expect_field "$package" Maintainer '^[^<>]+ <[^<>@]+@[^<>@]+>$'
+    expect_field "$package" Description '^Typed, versioned data model for 3D content$'
+    expect_field "$package" Description '^ This package holds'
+    list=$(dpkg-deb --contents "$(debian_file "$package")")
+    grep -q " ./usr/share/doc/$package/copyright$" <<<"$list" || fail "$package has no copyright"
+    ! grep -vE '^(d|-|l)rwxr-xr-x root/root|^-rw-r--r-- root/root|^lrwxrwxrwx root/root' <<<"$list" ||
+        fail "$package: owners or permissions"
+    dpkg-deb --control "$(debian_file "$package")" "$work/control-$package"
+    (cd "$work/debian" && md5sum --quiet --check "$work/control-$package/md5sums") ||
+        fail "$package: checksums"
+}
+
+check_reproduced() {
+    local file
+    mkdir "$work/again"
+    pack release "$work/again"
+    for file in "$work"/again/*; do
+        cmp "$file" "$packageDir/$(basename "$file")" || fail "packed again, the bytes differ"
+    done
+    echo "packed again: the same bytes"
+}
+
+package_linux() {
+    need dpkg-shlibdeps dpkg-dev
+    say "Packing for Linux into build/packages"
+    make_packages release 'ovicore-*.tar.gz' '*.deb'
+    say "Checking the packages for Linux"
+    CC=gcc CXX=g++ check_tar
+    CC=gcc CXX=g++ check_debian
+    check_reproduced
+}
+
+# ----------------------------------------------------------------------------------------- Windows
+package_windows() {
+    need x86_64-w64-mingw32-g++-posix g++-mingw-w64-x86-64-posix
+    say "Packing for Windows into build/packages"
+    make_packages windows 'ovicore-*.zip'
+    say "Checking the package for Windows"
+    unzip -q "$packageDir/ovicore-$version-windows-x64.zip" -d "$work/zip"
+    mv "$work/zip/ovicore-$version-windows-x64" "$work/from-zip"
+    export CC=x86_64-w64-mingw32-gcc-posix CXX=x86_64-w64-mingw32-g++-posix
+    WINEPREFIX=$rootDir/build/windows/wine \
+        check_tree "ovicore-$version-windows-x64.zip" windows "$work/from-zip" windows
+}
+
+case ${1:-all} in
+    linux | windows | all) ;;
+    *)
+        echo "usage: scripts/package.sh [linux|windows|all]" >&2
+        exit 2
+        ;;
+esac
+say "Setting up"
+"$rootDir/scripts/setup.sh" --package
+
+case ${1:-all} in
+    linux) package_linux ;;
+    windows) package_windows ;;
+    all)
+        package_linux
+        if command -v x86_64-w64-mingw32-g++-posix >/dev/null; then
+            package_windows
+        else
+            echo "Windows: skipped; Debian package: g++-mingw-w64-x86-64-posix"
+        fi
+        ;;
+esac
+
+say "Packages"
+cd "$packageDir"
+stat --format='%9s  %n' ovicore-* ./*.deb | sed 's|\./||'
