@@ -18,6 +18,8 @@ void Describe(CLI::App& app) {
     app.set_version_flag("--version",
                          std::string("ovi " OVI_VERSION_STRING ", OviCore ") + Ovi_GetVersion());
     app.require_subcommand(1);
+    // "/scenes/harbour.asset" is a file, on Windows too; every option begins with a hyphen.
+    app.allow_windows_style_options(false);
     app.footer("Exit codes: 0 nothing found, 1 errors or warnings found, 2 could not run.\n"
                "`ovi COMMAND --help` tells about one command.");
 }
