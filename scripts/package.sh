@@ -20,20 +20,25 @@ need() {
     command -v "$tool" >/dev/null || fail "$tool is missing; Debian package: $package"
 }
 
-# Builds what is installed with the preset of that name, and no more. The packages' files get the
-# time of the commit: packing the same build again gives the same bytes. What was packed before, of
-# whatever version, is named by the patterns.
+# make_packages <preset> "<targets>" <pattern>...
+#
+# Builds the targets, which are those that are installed, with the preset of that name, and packs.
+# The patterns name what was packed before, of whatever version.
 make_packages() {
-    local preset=$1
-    shift
+    local preset=$1 targets pattern
+    read -ra targets <<<"$2"
+    shift 2
     (cd "$rootDir" && cmake --preset "$preset" >"$work/configure.log") ||
         fail "$(cat "$work/configure.log")"
-    cmake --build --preset "$preset" --parallel "$jobs" --target OviCore ovi
+    cmake --build --preset "$preset" --parallel "$jobs" --target "${targets[@]}"
     mkdir -p "$packageDir"
-    find "$packageDir" -name "$1" -delete -o -name "${2:-$1}" -delete
+    for pattern in "$@"; do
+        find "$packageDir" -name "$pattern" -delete
+    done
     pack "$preset" "$packageDir"
 }
 
+# The packed files get the time of the commit: packing the same build again gives the same bytes.
 pack() {
     local preset=$1 target=$2
     SOURCE_DATE_EPOCH=$(commit_time) cpack --config "$rootDir/build/$preset/CPackConfig.cmake" \
@@ -117,7 +122,7 @@ check_reproduced() {
 package_linux() {
     need dpkg-shlibdeps dpkg-dev
     say "Packing for Linux into build/packages"
-    make_packages release 'ovicore-*.tar.gz' '*.deb'
+    make_packages release 'OviCore ovi' 'ovicore-*.tar.gz' '*.deb'
     say "Checking the packages for Linux"
     CC=gcc CXX=g++ check_tar
     CC=gcc CXX=g++ check_debian
@@ -127,8 +132,9 @@ package_linux() {
 # ----------------------------------------------------------------------------------------- Windows
 package_windows() {
     need x86_64-w64-mingw32-g++-posix g++-mingw-w64-x86-64-posix
+    need llvm-dlltool llvm
     say "Packing for Windows into build/packages"
-    make_packages windows 'ovicore-*.zip'
+    make_packages windows 'OviCore OviCoreImportLibrary ovi' 'ovicore-*.zip'
     say "Checking the package for Windows"
     unzip -q "$packageDir/ovicore-$version-windows-x64.zip" -d "$work/zip"
     mv "$work/zip/ovicore-$version-windows-x64" "$work/from-zip"

@@ -60,9 +60,9 @@ check_contents() {
 check_links() {
     local document link
     for document in "$documents"/*.md; do
-        for link in $(grep -oE '\]\([^)#:]+\)' "$document" | sed -E 's/^\]\((.*)\)$/\1/'); do
+        while read -r link; do
             [[ -e $documents/$link ]] || fail "$(basename "$document"): $link leads nowhere"
-        done
+        done < <(grep -oE '\]\([^)#:]+\)' "$document" | sed -E 's/^\]\((.*)\)$/\1/')
     done
 }
 
@@ -137,7 +137,7 @@ build_with_cmake() {
     run_logged cmake -S "$consumerDir" -B "$work/cmake" -G Ninja -DCMAKE_BUILD_TYPE=Release \
         -DCONSUMER_HEADERS="$work/headers" -DCONSUMER_SAMPLES="$samples" "${options[@]}"
     run_logged cmake --build "$work/cmake"
-    grep -q "^OviCore_DIR:PATH=$tree/" "$work/cmake/CMakeCache.txt" ||
+    grep -q "^OviCore_DIR:[A-Z]*=$tree/" "$work/cmake/CMakeCache.txt" ||
         fail "find_package found another package"
     check_host "with find_package, in C" "$work/cmake/consumer_c$suffix"
     check_host "with find_package, in C++" "$work/cmake/consumer_cxx$suffix"
