@@ -15,8 +15,7 @@ testPackages=(libgtest-dev libgmock-dev python3 binutils pkgconf)
 benchPackages=(libbenchmark-dev libpugixml-dev libexpat1-dev valgrind)
 packagePackages=(binutils dpkg-dev file pkgconf unzip)
 ciPackages=("${benchPackages[@]}" "${packagePackages[@]}" git clang clang-format clang-tidy
-    libclang-rt-14-dev gcovr g++-mingw-w64-x86-64-posix llvm googletest
-    wine64)
+    libclang-rt-14-dev gcovr abigail-tools g++-mingw-w64-x86-64-posix llvm googletest wine64)
 
 packages=("${buildPackages[@]}")
 case ${1:---build} in
