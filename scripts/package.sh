@@ -12,6 +12,7 @@ source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
 packageDir=$rootDir/build/packages
 version=$(sed -nE 's/^ +VERSION ([0-9.]+)$/\1/p' "$rootDir/CMakeLists.txt")
+major=${version%%.*}
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
@@ -69,16 +70,16 @@ check_tar() {
 check_debian() {
     local name
     mkdir "$work/debian"
-    for name in libovicore1 libovicore-dev ovicore; do
+    for name in libovicore$major libovicore-dev ovicore; do
         dpkg-deb -x "$(debian_file "$name")" "$work/debian"
         check_fields "$name"
     done
-    expect_field libovicore1 Depends '(^|, )libc6 \(>= .*libstdc\+\+6 \(>= '
-    expect_field libovicore-dev Depends "^libovicore1 \(= $version\)$"
-    expect_field ovicore Depends "(^|, )libovicore1 \(= $version\)(, |$)"
+    expect_field libovicore$major Depends '(^|, )libc6 \(>= .*libstdc\+\+6 \(>= '
+    expect_field libovicore-dev Depends "^libovicore$major \(= $version\)$"
+    expect_field ovicore Depends "(^|, )libovicore$major \(= $version\)(, |$)"
     # Programs linked with the library depend on its package through this file.
-    dpkg-deb --info "$(debian_file libovicore1)" shlibs | grep -q '^libOviCore 1 libovicore1' ||
-        fail "libovicore1 has no shlibs file"
+    dpkg-deb --info "$(debian_file libovicore$major)" shlibs | grep -q "^libOviCore $major libovicore$major" ||
+        fail "libovicore$major has no shlibs file"
     check_tree "the Debian packages" linux "$work/debian/usr" release
 }
 

@@ -145,6 +145,25 @@ build_with_cmake() {
     run_logged run "$work/cmake/host$suffix" "$samples" "$work/host-output"
 }
 
+# Microsoft's linker is given the import library of its own form. (Its compiler is not there to try.)
+check_import_library() {
+    mkdir "$work/microsoft"
+    cat >"$work/microsoft/CMakeLists.txt" <<'END'
+cmake_minimum_required(VERSION 3.25)
+project(Microsoft LANGUAGES NONE)
+set(MSVC TRUE)
+find_package(OviCore 1.0 CONFIG REQUIRED)
+get_target_property(library OviCore::OviCore IMPORTED_IMPLIB_RELEASE)
+file(REAL_PATH ${OviCore_DIR}/../../OviCore.lib expected)
+if(NOT library STREQUAL expected OR NOT EXISTS ${library})
+    message(FATAL_ERROR "${library} instead of ${expected}")
+endif()
+END
+    run_logged cmake -S "$work/microsoft" -B "$work/microsoft/build" -G Ninja \
+        -DCMAKE_SYSTEM_NAME=Windows -DCMAKE_SIZEOF_VOID_P=8 \
+        -DOviCore_DIR="$tree/lib/cmake/OviCore"
+}
+
 # Compiles both hosts with the flags given, and runs them.
 build_with_flags() {
     local how=$1
@@ -211,6 +230,7 @@ check_headers
 build_with_cmake
 build_with_pkg_config
 build_by_hand
+[[ $system == linux ]] || check_import_library
 [[ ${WITHOUT_TOOL:-0} == 1 ]] || check_tool
 if [[ $system == windows && -z $wine ]]; then
     echo "Wine is not installed (Debian package: wine64): the hosts were built, not run"
