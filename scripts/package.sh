@@ -12,7 +12,7 @@ source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
 packageDir=$rootDir/build/packages
 version=$(sed -nE 's/^ +VERSION ([0-9.]+)$/\1/p' "$rootDir/CMakeLists.txt")
-major=${version%%.*}
+runtime=libovicore${version%%.*}
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 
@@ -42,6 +42,7 @@ make_packages() {
 # The packed files get the time of the commit: packing the same build again gives the same bytes.
 pack() {
     local preset=$1 target=$2
+    umask 022 # the directories are for everybody
     SOURCE_DATE_EPOCH=$(commit_time) cpack --config "$rootDir/build/$preset/CPackConfig.cmake" \
         -B "$target" >"$work/cpack.log" 2>&1 || fail "$(cat "$work/cpack.log")"
     rm -rf "$target/_CPack_Packages"
@@ -68,18 +69,18 @@ check_tar() {
 
 # ------------------------------------------------------------------------------------------ Debian
 check_debian() {
-    local name
+    local name shlibs
     mkdir "$work/debian"
-    for name in libovicore$major libovicore-dev ovicore; do
+    for name in "$runtime" libovicore-dev ovicore; do
         dpkg-deb -x "$(debian_file "$name")" "$work/debian"
         check_fields "$name"
     done
-    expect_field libovicore$major Depends '(^|, )libc6 \(>= .*libstdc\+\+6 \(>= '
-    expect_field libovicore-dev Depends "^libovicore$major \(= $version\)$"
-    expect_field ovicore Depends "(^|, )libovicore$major \(= $version\)(, |$)"
+    expect_field "$runtime" Depends '(^|, )libc6 \(>= .*libstdc\+\+6 \(>= '
+    expect_field libovicore-dev Depends "^$runtime \(= $version\)$"
+    expect_field ovicore Depends "(^|, )$runtime \(= $version\)(, |$)"
     # Programs linked with the library depend on its package through this file.
-    dpkg-deb --info "$(debian_file libovicore$major)" shlibs | grep -q "^libOviCore $major libovicore$major" ||
-        fail "libovicore$major has no shlibs file"
+    shlibs=$(dpkg-deb --info "$(debian_file "$runtime")" shlibs)
+    [[ $shlibs == "libOviCore ${version%%.*} $runtime (>= $version)" ]] || fail "$runtime: shlibs is '$shlibs'"
     check_tree "the Debian packages" linux "$work/debian/usr" release
 }
 
