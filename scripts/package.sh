@@ -112,10 +112,9 @@ check_fields() {
 }
 
 check_reproduced() {
-    local file
-    mkdir "$work/again"
-    pack release "$work/again"
-    for file in "$work"/again/*; do
+    local preset=$1 file
+    pack "$preset" "$work/again-$preset"
+    for file in "$work/again-$preset"/*; do
         cmp "$file" "$packageDir/$(basename "$file")" || fail "packed again, the bytes differ"
     done
     echo "packed again: the same bytes"
@@ -128,7 +127,7 @@ package_linux() {
     say "Checking the packages for Linux"
     CC=gcc CXX=g++ check_tar
     CC=gcc CXX=g++ check_debian
-    check_reproduced
+    check_reproduced release
 }
 
 # ----------------------------------------------------------------------------------------- Windows
@@ -143,6 +142,7 @@ package_windows() {
     export CC=x86_64-w64-mingw32-gcc-posix CXX=x86_64-w64-mingw32-g++-posix
     WINEPREFIX=$rootDir/build/windows/wine \
         check_tree "ovicore-$version-windows-x64.zip" windows "$work/from-zip" windows
+    check_reproduced windows
 }
 
 case ${1:-all} in
@@ -169,5 +169,4 @@ case ${1:-all} in
 esac
 
 say "Packages"
-cd "$packageDir"
-stat --format='%9s  %n' ovicore-* ./*.deb | sed 's|\./||'
+find "$packageDir" -maxdepth 1 -type f -printf '%9s  %f\n' | sort -k2
