@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <new>
 
+#include "platform/LargePages.h"
+
 #if defined(__SANITIZE_ADDRESS__)
 #define OVI_NO_POOL 1
 #elif defined(__has_feature)
@@ -22,6 +24,17 @@ constexpr size_t kLargest = 256;
 #endif
 constexpr size_t kStep = 16;
 constexpr size_t kPieceSize = 64 * 1024;
+constexpr int kSmallPieces = 16; ///< From then on a shelf grows by large pages.
+
+void* TakePages(size_t size) {
+    void* pages = ::operator new(size, std::align_val_t{kLargePageSize});
+    PreferLargePages(pages, size);
+    return pages;
+}
+
+void GivePages(void* pages) {
+    ::operator delete(pages, std::align_val_t{kLargePageSize});
+}
 
 /// The blocks of one size. Pieces and free blocks are linked through their first bytes.
 struct Shelf {
@@ -51,18 +64,31 @@ struct Shelf {
     }
 
     void AddPiece() {
-        auto* piece = static_cast<char*>(::operator new(kPieceSize));
-        pieces = new (piece) Link{pieces};
-        fresh = piece + kStep;
-        end = piece + kPieceSize;
+        if (pieceCount < kSmallPieces) {
+            StartPiece(::operator new(kPieceSize), kPieceSize, pieces);
+            ++pieceCount;
+            return;
+        }
+        StartPiece(TakePages(kLargePageSize), kLargePageSize, pages);
+    }
+
+    void StartPiece(void* piece, size_t size, Link*& list) {
+        list = new (piece) Link{list};
+        fresh = static_cast<char*>(piece) + kStep;
+        end = static_cast<char*>(piece) + size;
     }
 
     /// One piece stays, so that making and deleting a single object over and over costs no heap.
     void Empty() {
+        while (Link* page = pages) {
+            pages = page->next;
+            GivePages(page);
+        }
         while (Link* next = pieces->next) {
             pieces->next = next->next;
             ::operator delete(next);
         }
+        pieceCount = 1;
         free = nullptr;
         fresh = reinterpret_cast<char*>(pieces) + kStep;
         end = fresh - kStep + kPieceSize;
@@ -70,6 +96,8 @@ struct Shelf {
 
     Link* free = nullptr;
     Link* pieces = nullptr;
+    Link* pages = nullptr; ///< Pieces in the size of a large page.
+    int pieceCount = 0;    ///< Of those that are not.
     char* fresh = nullptr; ///< Where no block was cut yet.
     char* end = nullptr;
     size_t used = 0;
@@ -84,6 +112,8 @@ size_t ShelfOf(size_t size) {
 } // namespace
 
 void* BlockPool::Take(size_t size) {
+    if (size >= kLargePageSize)
+        return TakePages(size);
     if (size == 0 || size > kLargest)
         return ::operator new(size);
     return shelves[ShelfOf(size)].Take(ShelfOf(size) * kStep);
@@ -92,7 +122,9 @@ void* BlockPool::Take(size_t size) {
 void BlockPool::Give(void* block, size_t size) noexcept {
     if (!block)
         return;
-    if (size == 0 || size > kLargest)
+    if (size >= kLargePageSize)
+        GivePages(block);
+    else if (size == 0 || size > kLargest)
         ::operator delete(block);
     else
         shelves[ShelfOf(size)].Give(block);

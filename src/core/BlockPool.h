@@ -6,8 +6,9 @@ namespace Kor {
 
 /// Memory for small objects of which scenes have millions: blocks of one size are cut from large
 /// pieces, which costs a fraction of an allocation each. The pieces of a size are given back once
-/// none of its blocks is in use, except one for those to come. As everything here, for one thread
-/// only.
+/// none of its blocks is in use, except one for those to come. What there is much of, and single
+/// blocks of megabytes, comes in large pages where the system has them. As everything here, for one
+/// thread only.
 class BlockPool {
 public:
     /// A block of at least that many bytes, aligned for any object; larger ones than the pool
@@ -25,6 +26,20 @@ struct Pooled {
     static void operator delete(void* object, size_t size) noexcept {
         BlockPool::Give(object, size);
     }
+};
+
+/// For vectors whose elements live in the pool.
+template <class T> struct PoolAllocator {
+    using value_type = T;
+
+    PoolAllocator() = default;
+    template <class U> PoolAllocator(const PoolAllocator<U>&) {}
+
+    T* allocate(size_t count) { return static_cast<T*>(BlockPool::Take(count * sizeof(T))); }
+    void deallocate(T* block, size_t count) noexcept { BlockPool::Give(block, count * sizeof(T)); }
+
+    template <class U> bool operator==(const PoolAllocator<U>&) const { return true; }
+    template <class U> bool operator!=(const PoolAllocator<U>&) const { return false; }
 };
 
 } // namespace Kor

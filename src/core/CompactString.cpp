@@ -1,10 +1,11 @@
 #include "core/CompactString.h"
 
-#include <cstdlib>
 #include <cstring>
 #include <limits>
 #include <new>
 #include <utility>
+
+#include "core/BlockPool.h"
 
 namespace Kor {
 
@@ -24,9 +25,7 @@ void CompactString::Assign(std::string_view text) {
     if (!text.empty()) {
         if (text.size() > std::numeric_limits<unsigned>::max() - kHeaderSize - 1)
             throw std::bad_alloc();
-        fresh = static_cast<char*>(std::malloc(kHeaderSize + text.size() + 1));
-        if (!fresh)
-            throw std::bad_alloc();
+        fresh = static_cast<char*>(BlockPool::Take(kHeaderSize + text.size() + 1));
         const auto length = static_cast<unsigned>(text.size());
         std::memcpy(fresh, &length, kHeaderSize);
         std::memcpy(fresh + kHeaderSize, text.data(), text.size());
@@ -45,7 +44,8 @@ std::string_view CompactString::View() const {
 }
 
 void CompactString::Free() {
-    std::free(data_);
+    if (data_)
+        BlockPool::Give(data_, kHeaderSize + View().size() + 1);
     data_ = nullptr;
 }
 

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/BlockPool.h"
 #include "core/KeyHash.h"
 
 namespace Kor {
@@ -69,7 +70,7 @@ public:
     }
 
     void Clear() noexcept {
-        std::vector<Slot>().swap(slots_);
+        Slots().swap(slots_);
         count_ = 0;
         ambiguous_ = false;
     }
@@ -80,13 +81,15 @@ private:
         std::uint32_t hash = 0;
     };
 
+    using Slots = std::vector<Slot, PoolAllocator<Slot>>;
+
     static constexpr size_t kFirstSize = 256;
 
     size_t Mask() const { return slots_.size() - 1; } // the size is a power of two
     size_t Next(size_t at) const { return (at + 1) & Mask(); }
 
     void Grow() {
-        std::vector<Slot> bigger(slots_.empty() ? kFirstSize : 2 * slots_.size());
+        Slots bigger(slots_.empty() ? kFirstSize : 2 * slots_.size());
         bigger.swap(slots_);
         for (const Slot& slot : bigger) {
             if (!slot.object)
@@ -120,7 +123,7 @@ private:
             ambiguous_ = false;
     }
 
-    std::vector<Slot> slots_;
+    Slots slots_;
     size_t count_ = 0;
     bool ambiguous_ = false;
 };

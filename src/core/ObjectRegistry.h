@@ -108,6 +108,14 @@ public:
         return last;
     }
 
+    /// The object that comes so many places before the last one, as long as that is cheap to say;
+    /// null otherwise.
+    const T* PeekFromEnd(size_t distance) const {
+        if (chunks_.empty() || distance >= chunks_.back().size())
+            return nullptr;
+        return chunks_.back()[chunks_.back().size() - 1 - distance];
+    }
+
     /// All objects in key order, for a walk during which the registry may change.
     std::vector<T*> Snapshot() const {
         std::vector<T*> all;

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "core/PointerList.h"
+
 namespace Kor {
 
 /// References to objects, ascending by the byte order of their keys (`GetKey`), not owned.
@@ -125,8 +127,8 @@ public:
     /// Adds an object whose key is known to come last.
     void Append(T* object) { objects_.push_back(object); }
 
-    /// All objects in order.
-    const std::vector<T*>& GetAll() const { return objects_; }
+    /// A copy of all objects in order, for a walk during which the list may change.
+    std::vector<T*> GetAll() const { return objects_.ToVector(); }
 
     auto begin() const { return objects_.begin(); }
     auto end() const { return objects_.end(); }
@@ -152,7 +154,7 @@ private:
         });
     }
 
-    std::vector<T*> objects_;
+    PointerList<T> objects_;
 };
 
 } // namespace Kor

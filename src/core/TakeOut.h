@@ -2,12 +2,11 @@
 
 #include <algorithm>
 #include <iterator>
-#include <vector>
 
 namespace Kor {
 
 /// Takes the first such entry out of a list; false when there is none.
-template <class T> bool TakeOut(std::vector<T*>& list, const T* entry) {
+template <class List, class T> bool TakeOut(List& list, const T* entry) {
     const auto found = std::find(list.begin(), list.end(), entry);
     if (found == list.end())
         return false;
@@ -16,7 +15,7 @@ template <class T> bool TakeOut(std::vector<T*>& list, const T* entry) {
 }
 
 /// The same for the last such entry: for lists that mostly lose what came last.
-template <class T> bool TakeOutLast(std::vector<T*>& list, const T* entry) {
+template <class List, class T> bool TakeOutLast(List& list, const T* entry) {
     const auto found = std::find(list.rbegin(), list.rend(), entry);
     if (found == list.rend())
         return false;

@@ -1,7 +1,8 @@
 #pragma once
 
 #include <cstddef>
-#include <vector>
+
+#include "core/PointerList.h"
 
 namespace Kor {
 
@@ -31,7 +32,7 @@ public:
     }
 
 private:
-    std::vector<T*> entries_;
+    PointerList<T> entries_;
 };
 
 } // namespace Kor

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "core/Names.h"
+#include "core/Prefetch.h"
 #include "instances/Asset.h"
 #include "instances/AttributeInstance.h"
 #include "instances/OpenInstances.h"
@@ -235,7 +236,7 @@ std::vector<Template*> Instance::StripAbandoned() {
         instance->DeletePropertyInstances();
         instance->ReleaseTemplates();
         for (const Property* property : properties) {
-            const std::vector<Template*>& holders = property->GetHolders();
+            const PointerList<Template>& holders = property->GetHolders();
             if (!property->IsInUse())
                 released.insert(released.end(), holders.begin(), holders.end());
         }
@@ -258,6 +259,8 @@ void Instance::DeletePropertyInstances() {
         OpenInstances::ForgetPropertyInstance(*this, nullptr);
     const SortedObjectList<PropertyInstance> all = std::move(propertyInstances_);
     propertyInstances_.Clear();
+    for (const PropertyInstance* propertyInstance : all)
+        Prefetch(propertyInstance);
     for (PropertyInstance* propertyInstance : all) {
         propertyInstance->LeaveInstance();
         delete propertyInstance;

@@ -34,7 +34,7 @@ Property::~Property() {
 bool Property::SetName(const char* name) {
     if (!IsValidName(TextOf(name)))
         return false;
-    std::vector<Template*> holders = holders_;
+    std::vector<Template*> holders = holders_.ToVector();
     holders.erase(std::remove_if(holders.begin(), holders.end(),
                                  [this](Template* holder) { return !holder->UnlistName(*this); }),
                   holders.end());

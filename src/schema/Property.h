@@ -111,7 +111,7 @@ public:
     /// Kept by the templates that list the property.
     void AddHolder(Template* holder) { holders_.push_back(holder); }
     void RemoveHolder(Template* holder);
-    const std::vector<Template*>& GetHolders() const { return holders_; }
+    const PointerList<Template>& GetHolders() const { return holders_; }
 
     /// Called by a command around a change of its name and at its end.
     void UnlistCommand(Command& command) { commands_.RemoveExactly(&command); }
@@ -138,7 +138,7 @@ private:
     Template* owner_ = nullptr;
     Template* keeper_ = nullptr;
     SortedObjectList<Command> commands_;
-    std::vector<Template*> holders_;
+    PointerList<Template> holders_;
     TiedList<ViewProperty> viewers_;
     int useCount_ = 0;
 };

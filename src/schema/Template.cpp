@@ -205,7 +205,7 @@ void Template::DropProperties(bool keepUsed) {
     std::stable_sort(owned.begin(), owned.end(), [](const Property* a, const Property* b) {
         return a->GetKey() < b->GetKey();
     });
-    const std::vector<Property*> listed = properties_;
+    const std::vector<Property*> listed = properties_.ToVector();
     for (Property* property : listed)
         property->RemoveHolder(this);
     propertiesByName_.Clear();
@@ -300,7 +300,7 @@ void Template::BeginRedefinition() {
 }
 
 void Template::DropRetired(bool keepUsed) {
-    const std::vector<Property*> retired = retiredProperties_;
+    const std::vector<Property*> retired = retiredProperties_.ToVector();
     for (Property* property : retired) {
         if (!keepUsed || !property->IsInUse())
             delete property;

@@ -94,7 +94,7 @@ public:
     /// Own properties by name: fewer than the declaration order holds once one was redefined.
     int GetPropertyCount() const { return propertiesByName_.GetCount(); }
     Property* GetPropertyByName(int index) const { return propertiesByName_.GetAt(index); }
-    const std::vector<Property*>& GetDeclaredProperties() const { return properties_; }
+    const PointerList<Property>& GetDeclaredProperties() const { return properties_; }
     const SortedObjectList<Property>& GetOwnProperties() const { return propertiesByName_; }
 
     /// The own property of that name, or the first that the parents have, in key order, depth
@@ -247,16 +247,16 @@ private:
     ObjectRegistry<Template> children_;
     /// Children that are not shown, because another object of the same key has their place or had
     /// this template's place among their parents, but must learn of this template's end.
-    std::vector<Template*> unlistedChildren_;
+    PointerList<Template> unlistedChildren_;
     /// Templates that go on showing this one as a child although another of the same key has taken
     /// their place among the parents.
-    std::vector<Template*> formerParents_;
+    PointerList<Template> formerParents_;
     SortedObjectList<Property> propertiesByName_;
-    std::vector<Property*> properties_;
+    PointerList<Property> properties_;
     /// Former properties that living property instances still refer to; owned.
-    std::vector<Property*> retiredProperties_;
+    PointerList<Property> retiredProperties_;
     /// Properties that were taken out but go on naming this template as their owner.
-    std::vector<Property*> removedProperties_;
+    PointerList<Property> removedProperties_;
     ObjectRegistry<View> views_;
     /// The views that name this template as theirs, listed or not.
     TiedList<View> tiedViews_;

@@ -1,0 +1,130 @@
+#include "core/PointerList.h"
+
+#include <gmock/gmock.h>
+
+#include <array>
+#include <utility>
+
+namespace Kor {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class PointerListTest : public testing::Test {
+protected:
+    std::array<int, 100> values{};
+    int* a = values.data();
+    int* b = a + 1;
+    int* c = a + 2;
+};
+
+TEST_F(PointerListTest, TakesNoMoreThanTwoPointersItself) {
+    EXPECT_LE(sizeof(PointerList<int>), 2 * sizeof(void*));
+}
+
+TEST_F(PointerListTest, IsEmptyAtFirst) {
+    const PointerList<int> list;
+    EXPECT_TRUE(list.empty());
+    EXPECT_EQ(list.size(), 0U);
+    EXPECT_THAT(list.ToVector(), IsEmpty());
+}
+
+TEST_F(PointerListTest, KeepsASingleEntryInPlace) {
+    PointerList<int> list;
+    list.push_back(a);
+    EXPECT_EQ(list.capacity(), 1U);
+    EXPECT_EQ(list.front(), a);
+    EXPECT_EQ(list.back(), a);
+    EXPECT_EQ(static_cast<void*>(list.begin()), static_cast<void*>(&list));
+}
+
+TEST_F(PointerListTest, KeepsTheOrderWhileItGrows) {
+    PointerList<int> list;
+    for (int& value : values)
+        list.push_back(&value);
+    ASSERT_EQ(list.size(), values.size());
+    for (size_t i = 0; i < values.size(); ++i)
+        EXPECT_EQ(list[i], &values[i]);
+}
+
+TEST_F(PointerListTest, InsertsAtTheFrontInTheMiddleAndAtTheEnd) {
+    PointerList<int> list;
+    list.insert(list.end(), b);
+    list.insert(list.begin(), a);
+    list.insert(list.begin() + 1, c);
+    list.insert(list.end(), c);
+    EXPECT_THAT(list.ToVector(), ElementsAre(a, c, b, c));
+}
+
+TEST_F(PointerListTest, TakesOutAnEntryAndMovesUpThoseBehind) {
+    PointerList<int> list;
+    for (int* entry : {a, b, c})
+        list.push_back(entry);
+    list.erase(list.begin() + 1);
+    EXPECT_THAT(list.ToVector(), ElementsAre(a, c));
+    list.erase(list.begin() + 1);
+    EXPECT_THAT(list.ToVector(), ElementsAre(a));
+    list.pop_back();
+    EXPECT_TRUE(list.empty());
+}
+
+TEST_F(PointerListTest, FillsUpWithNullWhenItIsMadeLonger) {
+    PointerList<int> list;
+    list.push_back(a);
+    list.resize(3);
+    EXPECT_THAT(list.ToVector(), ElementsAre(a, nullptr, nullptr));
+    list.resize(1);
+    list.resize(2);
+    EXPECT_THAT(list.ToVector(), ElementsAre(a, nullptr));
+}
+
+TEST_F(PointerListTest, KeepsItsRoomWhenItIsCleared) {
+    PointerList<int> list;
+    list.reserve(10);
+    list.push_back(a);
+    list.clear();
+    EXPECT_TRUE(list.empty());
+    EXPECT_EQ(list.capacity(), 10U);
+}
+
+TEST_F(PointerListTest, IsCopiedInBothOfItsForms) {
+    PointerList<int> one;
+    one.push_back(a);
+    PointerList<int> many(one);
+    EXPECT_THAT(many.ToVector(), ElementsAre(a));
+    many.push_back(b);
+    EXPECT_THAT(one.ToVector(), ElementsAre(a));
+    one = many;
+    EXPECT_THAT(one.ToVector(), ElementsAre(a, b));
+    const PointerList<int>& same = one;
+    one = same;
+    EXPECT_THAT(one.ToVector(), ElementsAre(a, b));
+}
+
+TEST_F(PointerListTest, IsMovedInBothOfItsForms) {
+    PointerList<int> one;
+    one.push_back(a);
+    PointerList<int> moved(std::move(one));
+    EXPECT_THAT(moved.ToVector(), ElementsAre(a));
+    moved.push_back(b);
+    const PointerList<int> again(std::move(moved));
+    EXPECT_THAT(again.ToVector(), ElementsAre(a, b));
+}
+
+TEST_F(PointerListTest, IsWalkedBackwards) {
+    PointerList<int> list;
+    for (int* entry : {a, b, c})
+        list.push_back(entry);
+    EXPECT_THAT(std::vector<int*>(list.rbegin(), list.rend()), ElementsAre(c, b, a));
+}
+
+TEST_F(PointerListTest, SaysSoWhenItWouldGrowBeyondWhatItCounts) {
+    PointerList<int> list;
+    list.push_back(a);
+    EXPECT_THROW(list.reserve(size_t{1} << 40), std::bad_alloc);
+    EXPECT_THAT(list.ToVector(), ElementsAre(a));
+}
+
+} // namespace
+} // namespace Kor
