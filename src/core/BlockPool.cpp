@@ -27,13 +27,13 @@ constexpr size_t kPieceSize = 64 * 1024;
 constexpr int kSmallPieces = 16; ///< From then on a shelf grows by large pages.
 
 void* TakePages(size_t size) {
-    void* pages = ::operator new(size, std::align_val_t{kLargePageSize});
+    void* pages = ::operator new (size, std::align_val_t{kLargePageSize});
     PreferLargePages(pages, size);
     return pages;
 }
 
 void GivePages(void* pages) {
-    ::operator delete(pages, std::align_val_t{kLargePageSize});
+    ::operator delete (pages, std::align_val_t{kLargePageSize});
 }
 
 /// The blocks of one size. Pieces and free blocks are linked through their first bytes.

@@ -34,6 +34,12 @@ int AssetContainer::AddAsset(Asset* asset) {
     return index;
 }
 
+void AssetContainer::AddNewAsset(Asset* asset) {
+    dirty_ = true;
+    assets_.InsertLate(asset);
+    asset->SetListed(true);
+}
+
 void AssetContainer::Unlist(Asset& asset) {
     NoteFreedName(asset.GetNameView());
     assets_.RemoveExactly(&asset);

@@ -42,6 +42,9 @@ public:
     Asset* GetAsset(std::string_view name) const override { return assets_.Get(name); }
     int CreateAsset(const char* name) override;
     int AddAsset(Asset* asset) override;
+    /// Adds an asset whose name is not in use, for callers who need no index.
+    void AddNewAsset(Asset* asset);
+
     int RemoveAsset(Asset* asset) override;
     bool IsDirty() const override { return dirty_; }
     void SetDirty(bool dirty) override { dirty_ = dirty; }

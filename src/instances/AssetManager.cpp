@@ -111,6 +111,11 @@ Asset* AssetManager::NewAsset(const char* name) {
     if (!IsValidName(given) || GetAsset(given))
         return nullptr;
     auto created = std::make_unique<Asset>(given);
+    NotificationManager* notifications = NotificationManager::Get();
+    if (!notifications || !notifications->HasInstanceListeners()) {
+        AddNewAsset(created.get()); // nobody is told the index, which costs more than all the rest
+        return created.release();
+    }
     int index = AddAsset(created.get());
     Asset* asset = created.release();
     Announce(asset, kAssetAdded, &index);

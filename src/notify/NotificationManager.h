@@ -69,6 +69,8 @@ public:
     /// is used up to the end: callbacks must not delete it.
     void NotifyPropertyInstance(PropertyInstance* propertyInstance, int event, void* argument);
 
+    bool HasInstanceListeners() const { return !instanceCallbacks_.empty(); }
+
     /// Whether anybody listens; without listeners no argument needs to be composed.
     bool HasPropertyInstanceListeners() const { return !propertyInstanceCallbacks_.empty(); }
 

@@ -1,5 +1,7 @@
 #include "api/SceneHost.h"
 
+#include <algorithm>
+
 namespace {
 
 class AssetManagerTest : public SceneTest {
@@ -111,6 +113,36 @@ TEST_F(AssetManagerTest, NamesManyAssetsWithoutSearchingFromTheStart) {
         OviAssetManager_NewAsset(nullptr);
     EXPECT_EQ(OviAssetManager_GetAssetCount(), kCount);
     EXPECT_NE(OviAssetManager_GetAsset("Asset5000"), nullptr);
+}
+
+TEST_F(AssetManagerTest, OrdersManyAssetsAlikeWhetherOrNotAnybodyListens) {
+    const auto makeMany = [] {
+        for (int i = 0; i < 1000; ++i)
+            OviAssetManager_NewAsset(("thing_" + std::to_string(i * 337 % 1000)).c_str());
+        return Names();
+    };
+    const Lines unheard = makeMany();
+    EXPECT_EQ(unheard.size(), 1000U);
+    EXPECT_TRUE(std::is_sorted(unheard.begin(), unheard.end()));
+    OviAssetManager_NewScene();
+    StartRecording();
+    EXPECT_EQ(makeMany(), unheard);
+}
+
+TEST_F(AssetManagerTest, RenamesAndDeletesAssetsAmongManyThatAreNew) {
+    std::vector<OviAsset*> made;
+    for (int i = 0; i < 500; ++i)
+        made.push_back(OviAssetManager_NewAsset(("t" + std::to_string(i * 337 % 500)).c_str()));
+    EXPECT_TRUE(OviNamedObject_SetName(made[100], "a_first"));
+    EXPECT_EQ(OviAssetManager_GetAssetAt(0), made[100]);
+    OviAssetManager_NewAsset("b_new");
+    OviObject_Delete(made[200]);
+    EXPECT_EQ(OviAssetManager_GetAssetCount(), 500);
+    EXPECT_EQ(OviAssetManager_RemoveAsset(made[100]), 0);
+    OviObject_Delete(made[100]);
+    const Lines names = Names();
+    EXPECT_EQ(names.front(), "b_new");
+    EXPECT_TRUE(std::is_sorted(names.begin(), names.end()));
 }
 
 TEST_F(AssetManagerTest, MovesRenamedAssetsToTheirNewPlace) {

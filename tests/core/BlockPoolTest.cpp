@@ -65,6 +65,28 @@ TEST(BlockPool, BlocksGivenBackAreTakenAgain) {
         BlockPool::Give(block, 48);
 }
 
+TEST(BlockPool, BlocksStandApartBeyondTheFirstPieces) {
+    for (int round = 0; round < 2; ++round) { // the second time out of what was given back
+        const std::vector<void*> blocks = TakeMany(240, 40000);
+        for (size_t i = 0; i < blocks.size(); ++i) {
+            const auto* bytes = static_cast<const unsigned char*>(blocks[i]);
+            ASSERT_EQ(bytes[0], i % 251);
+            ASSERT_EQ(bytes[239], i % 251);
+        }
+        GiveAll(blocks, 240);
+    }
+}
+
+TEST(BlockPool, BlocksOfMegabytesAreServedToo) {
+    constexpr size_t kSize = size_t{5} * 1024 * 1024;
+    const std::vector<void*> blocks = TakeMany(kSize, 3);
+    for (size_t i = 0; i < blocks.size(); ++i) {
+        EXPECT_EQ(static_cast<const unsigned char*>(blocks[i])[0], i);
+        EXPECT_EQ(static_cast<const unsigned char*>(blocks[i])[kSize - 1], i);
+    }
+    GiveAll(blocks, kSize);
+}
+
 TEST(BlockPool, NothingIsFreedByNull) {
     BlockPool::Give(nullptr, 16);
 }

@@ -81,6 +81,16 @@ public:
         registry_.Place(object);
         model_.Place(object);
     }
+    void AddLate(int key) {
+        Keyed* replaced = nullptr;
+        Keyed* object = New(key);
+        if (model_.Find(object->GetKey()) >= 0)
+            return;
+        registry_.InsertLate(object);
+        model_.Insert(object, &replaced);
+        ASSERT_EQ(registry_.GetCount(), model_.Count());
+        ASSERT_EQ(registry_.Get(object->GetKey()), object);
+    }
     void Remove(const Keyed* object) { ASSERT_EQ(registry_.Remove(object), model_.Remove(object)); }
     void RemoveExactly(const Keyed* object) {
         const bool there = model_.Contains(object);
@@ -97,7 +107,7 @@ public:
 
     void StepRandomly() {
         Keyed* known = objects_.empty() ? nullptr : objects_[Below(objects_.size())].get();
-        switch (Below(9)) {
+        switch (Below(12)) {
         case 0:
             return Place(static_cast<int>(Below(static_cast<size_t>(keys_))));
         case 1:
@@ -108,6 +118,10 @@ public:
             return known ? Insert(known) : void();
         case 4:
             return Below(10) == 0 ? TakeLast() : void();
+        case 5:
+        case 6:
+        case 7:
+            return AddLate(static_cast<int>(Below(static_cast<size_t>(keys_))));
         default:
             return Add(static_cast<int>(Below(static_cast<size_t>(keys_))));
         }
@@ -182,6 +196,58 @@ TEST(ObjectRegistryOrder, GrowsInAnyOrder) {
             ASSERT_NO_FATAL_FAILURE(pair.Add(key));
         pair.Compare();
     }
+}
+
+TEST(ObjectRegistryOrder, PutsLateObjectsInOrderWhateverIsAskedFirst) {
+    std::vector<int> keys(3000);
+    for (size_t i = 0; i < keys.size(); ++i)
+        keys[i] = 10000 + static_cast<int>(i);
+    std::shuffle(keys.begin(), keys.end(), std::mt19937(3));
+    for (int first = 0; first < 5; ++first) {
+        Pair pair(1, 20000);
+        for (const int key : keys)
+            ASSERT_NO_FATAL_FAILURE(pair.AddLate(key));
+        switch (first) {
+        case 0:
+            pair.TakeLast();
+            break;
+        case 1:
+            pair.Remove(pair.First());
+            break;
+        case 2:
+            pair.RemoveExactly(pair.First());
+            break;
+        case 3:
+            pair.Insert(pair.First());
+            break;
+        default:
+            pair.Place(12000);
+        }
+        ASSERT_FALSE(HasFatalFailure());
+        ASSERT_NO_FATAL_FAILURE(pair.Compare());
+    }
+}
+
+TEST(ObjectRegistryOrder, PutsAFewLateObjectsBetweenMany) {
+    Pair pair(1, 20000);
+    for (int i = 0; i < 5000; ++i)
+        ASSERT_NO_FATAL_FAILURE(pair.Add(10000 + 2 * i));
+    for (int i = 0; i < 60; ++i)
+        ASSERT_NO_FATAL_FAILURE(pair.AddLate(10001 + 100 * ((i * 37) % 60)));
+    ASSERT_NO_FATAL_FAILURE(pair.Compare());
+}
+
+TEST(ObjectRegistryOrder, ForgetsLateObjectsWhenItIsCleared) {
+    ObjectRegistry<Keyed> registry;
+    std::vector<std::unique_ptr<Keyed>> objects;
+    for (int i = 0; i < 200; ++i) {
+        objects.push_back(std::make_unique<Keyed>("key" + std::to_string(i * 7 % 200)));
+        registry.InsertLate(objects.back().get());
+    }
+    registry.Clear();
+    EXPECT_EQ(registry.GetCount(), 0);
+    EXPECT_EQ(registry.Get("key7"), nullptr);
+    EXPECT_TRUE(registry.Snapshot().empty());
 }
 
 TEST(ObjectRegistryOrder, EmptiesFromTheFrontAndFillsAgain) {

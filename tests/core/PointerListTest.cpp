@@ -24,7 +24,7 @@ TEST_F(PointerListTest, TakesNoMoreThanTwoPointersItself) {
 }
 
 TEST_F(PointerListTest, IsEmptyAtFirst) {
-    const PointerList<int> list;
+    const PointerList<int> list{};
     EXPECT_TRUE(list.empty());
     EXPECT_EQ(list.size(), 0U);
     EXPECT_THAT(list.ToVector(), IsEmpty());
