@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -10,6 +12,27 @@
 #include <gtest/gtest.h>
 
 #include "ovi/ovi.h"
+
+/// The user data of the callbacks of tests. The library calls them in the order of these addresses,
+/// so that a recorder comes before a reaction wherever a system puts its stack.
+struct CallbackData {
+    void* owner = nullptr;
+
+    static CallbackData& OfRecorder() { return All()[0]; }
+
+    /// One that nobody has.
+    static CallbackData& OfReaction() {
+        auto& all = All();
+        return *std::find_if(all.begin() + 1, all.end() - 1,
+                             [](const CallbackData& data) { return !data.owner; });
+    }
+
+private:
+    static std::array<CallbackData, 8>& All() {
+        static std::array<CallbackData, 8> all;
+        return all;
+    }
+};
 
 /// What the tests of the exported functions share: a host that starts and ends the library, looks
 /// at its diagnostics, records its events, and has a directory of its own for files.
@@ -37,7 +60,7 @@ protected:
             const auto path = std::filesystem::path(OVI_TEST_OUTPUT_DIR) / name;
             std::filesystem::remove_all(path);
             std::filesystem::create_directories(path);
-            directory_ = path.string();
+            directory_ = path.generic_string();
         }
         return directory_;
     }
@@ -46,7 +69,7 @@ protected:
     std::string PathOf(const std::string& name) {
         const auto path = std::filesystem::path(Directory()) / name;
         std::filesystem::create_directories(path.parent_path());
-        return path.string();
+        return path.generic_string();
     }
 
     /// Writes a file into the test's directory and gives its path.
@@ -78,13 +101,15 @@ protected:
 
     /// From now on both lists of callbacks write to Events().
     void StartRecording() {
-        OviNotificationManager_RegisterInstanceCallback(&RecordInstanceEvent, this);
-        OviNotificationManager_RegisterPropertyInstanceCallback(&RecordPropertyEvent, this);
+        auto& data = CallbackData::OfRecorder();
+        data.owner = this;
+        OviNotificationManager_RegisterInstanceCallback(&RecordEvent, &data);
+        OviNotificationManager_RegisterPropertyInstanceCallback(&RecordEvent, &data);
     }
 
     void StopRecording() {
-        OviNotificationManager_UnregisterInstanceCallback(this);
-        OviNotificationManager_UnregisterPropertyInstanceCallback(this);
+        OviNotificationManager_UnregisterInstanceCallback(&CallbackData::OfRecorder());
+        OviNotificationManager_UnregisterPropertyInstanceCallback(&CallbackData::OfRecorder());
     }
 
     /// The events so far, such as "0x1001 Asset1 Template#1": code, name of the instance (of a
@@ -117,12 +142,9 @@ protected:
     }
 
 private:
-    static void RecordInstanceEvent(void* self, void* object, int event, void* argument) {
-        static_cast<HostTest*>(self)->Record(object, event, argument);
-    }
-
-    static void RecordPropertyEvent(void* self, void* object, int event, void* argument) {
-        static_cast<HostTest*>(self)->Record(object, event, argument);
+    static void RecordEvent(void* data, void* object, int event, void* argument) {
+        static_cast<HostTest*>(static_cast<CallbackData*>(data)->owner)
+            ->Record(object, event, argument);
     }
 
     void Record(void* object, int event, void* argument) {

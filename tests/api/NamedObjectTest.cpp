@@ -201,7 +201,8 @@ TEST_P(NamedObjectTextsTest, OutsideTheTableAreNoneAndEmpty) {
 }
 
 TEST_P(NamedObjectTextsTest, LeaveTheOtherTableAlone) {
-    const TextFunctions& other = GetParam().get == kLabels.get ? kDescriptions : kLabels;
+    const bool isLabels = GetParam().name == std::string(kLabels.name);
+    const TextFunctions& other = isLabels ? kDescriptions : kLabels;
     Set("en", "text");
     EXPECT_EQ(other.count(object_), 0);
     EXPECT_EQ(other.get(object_, "en"), nullptr);

@@ -22,7 +22,7 @@ protected:
         const size_t slash = file.find('/');
         std::string below = file.substr(slash);
         std::replace(below.begin(), below.end(), '/', '\\');
-        return (root / file.substr(0, slash)).string() + below;
+        return (root / file.substr(0, slash)).generic_string() + below;
     }
 
     /// Saves every loaded template file of one tree into a directory of this test.

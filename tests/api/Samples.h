@@ -32,7 +32,7 @@ protected:
     /// Makes the libraries below a directory search paths, with all their packages or none.
     static void AddLibraries(const Path& root, bool load) {
         for (const std::string& library : Libraries())
-            OviTemplateManager_AddSearchPath((root / library).string().c_str(), load);
+            OviTemplateManager_AddSearchPath((root / library).generic_string().c_str(), load);
     }
 
     static void LoadSchema() {

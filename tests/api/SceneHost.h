@@ -93,20 +93,22 @@ public:
     using Body = std::function<void(OviObject* object, int event, void* argument)>;
 
     explicit Reaction(Body body) : body_(std::move(body)) {
-        OviNotificationManager_RegisterInstanceCallback(&Run, this);
-        OviNotificationManager_RegisterPropertyInstanceCallback(&Run, this);
+        data_.owner = this;
+        OviNotificationManager_RegisterInstanceCallback(&Run, &data_);
+        OviNotificationManager_RegisterPropertyInstanceCallback(&Run, &data_);
     }
     ~Reaction() {
-        OviNotificationManager_UnregisterInstanceCallback(this);
-        OviNotificationManager_UnregisterPropertyInstanceCallback(this);
+        OviNotificationManager_UnregisterInstanceCallback(&data_);
+        OviNotificationManager_UnregisterPropertyInstanceCallback(&data_);
+        data_.owner = nullptr;
     }
     Reaction(const Reaction&) = delete;
     Reaction& operator=(const Reaction&) = delete;
 
 private:
     /// What the body itself causes is not reacted to.
-    static void Run(void* self, void* object, int event, void* argument) {
-        auto* reaction = static_cast<Reaction*>(self);
+    static void Run(void* data, void* object, int event, void* argument) {
+        auto* reaction = static_cast<Reaction*>(static_cast<CallbackData*>(data)->owner);
         if (reaction->running_)
             return;
         reaction->running_ = true;
@@ -114,6 +116,7 @@ private:
         reaction->running_ = false;
     }
 
+    CallbackData& data_ = CallbackData::OfReaction();
     Body body_;
     bool running_ = false;
 };
