@@ -14,3 +14,9 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 # The compiler's own runtime goes into the DLL: a host has nothing to ship beside it.
 set(CMAKE_SHARED_LINKER_FLAGS_INIT "-static")
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
+
+# Wine runs what is built; Debian's package wine64 alone puts the program nowhere on the path.
+find_program(OVI_WINE NAMES wine64 wine PATHS /usr/lib/wine)
+if(OVI_WINE)
+    set(CMAKE_CROSSCOMPILING_EMULATOR ${OVI_WINE})
+endif()
