@@ -21,7 +21,7 @@ function(ovi_add_gtest_shards target label)
         math(EXPR shard "${index} - 1")
         set(name ${label}.part${index})
         add_test(NAME ${name} COMMAND ${target} --gtest_brief=1
-            --gtest_output=json:${CMAKE_CURRENT_BINARY_DIR}/results/${name}.json)
+            --gtest_output=json:results/${name}.json)
         set_tests_properties(${name} PROPERTIES LABELS ${label} TIMEOUT 300
             ENVIRONMENT
             "${oviWineEnvironment};GTEST_TOTAL_SHARDS=${count};GTEST_SHARD_INDEX=${shard}")
