@@ -4,7 +4,8 @@
 set(oviWineEnvironment
     WINEDEBUG=-all
     WINEPREFIX=${PROJECT_BINARY_DIR}/wine
-    WINEPATH=Z:${PROJECT_BINARY_DIR})
+    WINEPATH=Z:${PROJECT_BINARY_DIR}
+    OVI_EMULATOR=${CMAKE_CROSSCOMPILING_EMULATOR})
 
 # ovi_run_with_wine(<test>...)
 function(ovi_run_with_wine)

@@ -15,8 +15,5 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 set(CMAKE_SHARED_LINKER_FLAGS_INIT "-static")
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
 
-# Wine runs what is built; Debian's package wine64 alone puts the program nowhere on the path.
-find_program(OVI_WINE NAMES wine64 wine PATHS /usr/lib/wine)
-if(OVI_WINE)
-    set(CMAKE_CROSSCOMPILING_EMULATOR ${OVI_WINE})
-endif()
+# What is built runs with Wine.
+set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/../tests/windows/wine.sh)

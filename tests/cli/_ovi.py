@@ -4,6 +4,7 @@ Each test is called with the build directory and the source directory.
 """
 
 import os
+import re
 import subprocess
 import sys
 import tempfile
@@ -15,7 +16,10 @@ SOURCE_DIR = Path(sys.argv[2]).resolve() if len(sys.argv) > 2 else Path.cwd()
 EXAMPLES = SOURCE_DIR / "examples"
 SCHEMA = EXAMPLES / "schema"
 EXPECTED = SOURCE_DIR / "tests" / "cli" / "expected"
-PROGRAM = BUILD_DIR / "tools" / ("ovi.exe" if os.name == "nt" else "ovi")
+# What runs the program when it was built for another system than this one.
+EMULATOR = os.environ.get("OVI_EMULATOR", "").split()
+FOR_WINDOWS = os.name == "nt" or bool(EMULATOR)
+PROGRAM = BUILD_DIR / "tools" / ("ovi.exe" if FOR_WINDOWS else "ovi")
 
 
 def sample_schema(root=SCHEMA):
@@ -28,14 +32,23 @@ class Result:
 
     def __init__(self, completed):
         self.code = completed.returncode
-        self.out = completed.stdout.decode("utf-8")
-        self.err = completed.stderr.decode("utf-8")
+        self.out = with_slashes(completed.stdout.decode("utf-8"))
+        self.err = with_slashes((completed.stderr or b"").decode("utf-8"))
 
 
-def ovi(*arguments, cwd=SOURCE_DIR):
+def with_slashes(output):
+    """The output with "/" in the path at the start of each finding, on Windows too."""
+    if not FOR_WINDOWS:
+        return output
+    return re.sub(r"^(.*?)(?=(:\d+)?: (error|warning|note): )",
+                  lambda path: path.group().replace("\\", "/"), output, flags=re.MULTILINE)
+
+
+def ovi(*arguments, cwd=SOURCE_DIR, **options):
     """Runs the program in a directory, the source directory unless told otherwise."""
-    command = [str(PROGRAM), *map(str, arguments)]
-    return Result(subprocess.run(command, cwd=cwd, capture_output=True, timeout=120, check=False))
+    command = [*EMULATOR, str(PROGRAM), *map(str, arguments)]
+    options = {"stdout": subprocess.PIPE, "stderr": subprocess.PIPE, **options}
+    return Result(subprocess.run(command, cwd=cwd, timeout=120, check=False, **options))
 
 
 class TestCase(unittest.TestCase):

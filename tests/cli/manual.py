@@ -4,7 +4,7 @@ import re
 import shlex
 import subprocess
 
-from _ovi import PROGRAM, SOURCE_DIR, TestCase, main
+from _ovi import SOURCE_DIR, TestCase, main, ovi
 
 
 class Manual(TestCase):
@@ -14,10 +14,7 @@ class Manual(TestCase):
         self.assertGreaterEqual(len(examples), 5)
         for arguments, shown in examples:
             with self.subTest(command="ovi " + arguments):
-                printed = subprocess.run(
-                    [str(PROGRAM), *shlex.split(arguments)], cwd=SOURCE_DIR, timeout=120,
-                    stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False,
-                ).stdout.decode("utf-8")
+                printed = ovi(*shlex.split(arguments), stderr=subprocess.STDOUT).out
                 if shown.endswith("...\n"):
                     shown = shown[: -len("...\n")]
                     self.assertGreater(len(printed), len(shown))

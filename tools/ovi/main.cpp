@@ -1,13 +1,17 @@
 // The program `ovi`: checks and shows template and scene files, with the exported functions alone.
 
 #include "Commands.h"
+#include "Console.h"
 #include "ExitCode.h"
 
 #include <ovi/ovi.h>
 
+#include <algorithm>
 #include <exception>
 #include <iostream>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace OviTool {
 
@@ -24,7 +28,7 @@ void Describe(CLI::App& app) {
                "`ovi COMMAND --help` tells about one command.");
 }
 
-int ParseAndRun(int argc, char** argv) {
+int ParseAndRun(std::vector<std::string> arguments) {
     CLI::App app("Checks and shows OviCore template and scene files.");
     Describe(app);
     const auto commands = MakeCommands();
@@ -35,7 +39,8 @@ int ParseAndRun(int argc, char** argv) {
         entry->callback([&result, &command] { result = command->Run(); });
     }
     try {
-        app.parse(argc, argv);
+        std::reverse(arguments.begin(), arguments.end()); // as the parser takes them
+        app.parse(std::move(arguments));
     } catch (const CLI::ParseError& error) {
         return app.exit(error, std::cout, std::cerr) == 0 ? kClean : kCouldNotRun;
     }
@@ -51,8 +56,9 @@ int ParseAndRun(int argc, char** argv) {
 } // namespace OviTool
 
 int main(int argc, char** argv) {
+    const OviTool::Console console;
     try {
-        return OviTool::ParseAndRun(argc, argv);
+        return OviTool::ParseAndRun(OviTool::GetArguments(argc, argv));
     } catch (const std::exception& error) {
         std::cerr << "ovi: error: " << error.what() << '\n';
     }
