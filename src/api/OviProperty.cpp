@@ -8,7 +8,7 @@ using namespace Kor;
 using namespace Kor::Api;
 
 const char* OviProperty_GetFullName(OviProperty* property) {
-    return With<Property>(property, "", [](Property& self) { return self.GetFullName().c_str(); });
+    return With<Property>(property, "", [](Property& self) { return self.GetFullNameText(); });
 }
 
 OviTemplate* OviProperty_GetTemplate(OviProperty* property) {

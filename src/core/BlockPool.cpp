@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <new>
 
+// How memory comes in large pages is the business of the system.
 #include "platform/LargePages.h"
 
 #if defined(__SANITIZE_ADDRESS__)

@@ -35,14 +35,6 @@ void CompactString::Assign(std::string_view text) {
     data_ = fresh;
 }
 
-std::string_view CompactString::View() const {
-    if (!data_)
-        return {};
-    unsigned length = 0;
-    std::memcpy(&length, data_, kHeaderSize);
-    return {data_ + kHeaderSize, length};
-}
-
 void CompactString::Free() {
     if (data_)
         BlockPool::Give(data_, kHeaderSize + View().size() + 1);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstring>
 #include <string_view>
 
 namespace Kor {
@@ -24,7 +25,13 @@ public:
     /// The NUL-terminated text; never null.
     const char* CStr() const { return data_ ? data_ + kHeaderSize : ""; }
 
-    std::string_view View() const;
+    std::string_view View() const {
+        if (!data_)
+            return {};
+        unsigned length = 0;
+        std::memcpy(&length, data_, kHeaderSize);
+        return {data_ + kHeaderSize, length};
+    }
     bool IsEmpty() const { return data_ == nullptr; }
 
 private:

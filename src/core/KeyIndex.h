@@ -83,7 +83,7 @@ private:
 
     using Slots = std::vector<Slot, PoolAllocator<Slot>>;
 
-    static constexpr size_t kFirstSize = 256;
+    static constexpr size_t kFirstSize = 64;
 
     size_t Mask() const { return slots_.size() - 1; } // the size is a power of two
     size_t Next(size_t at) const { return (at + 1) & Mask(); }

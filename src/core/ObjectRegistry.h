@@ -166,7 +166,7 @@ public:
 
 private:
     static constexpr size_t kChunkSize = 512;
-    static constexpr int kIndexedFrom = 64;   ///< Smaller lists are searched as quickly.
+    static constexpr int kIndexedFrom = 12;   ///< Smaller lists are searched as quickly.
     static constexpr size_t kMergedFrom = 64; ///< So many times fewer late ones are put in singly.
 
     /// An entry's place; an offset at a chunk's end stands for the next chunk's first entry.

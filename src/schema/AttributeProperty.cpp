@@ -20,8 +20,7 @@ AttributeProperty::AttributeProperty(const AttributeProperty& source)
     if (type->IsLeftToUsers())
         type = static_cast<Type*>(type->Clone().release());
     SetType(type);
-    for (Slot* slot : {&default_, &minimum_, &maximum_})
-        slot->due = true;
+    due_ = kAllDue;
 }
 
 std::unique_ptr<Object> AttributeProperty::Clone() const {
@@ -35,8 +34,8 @@ void AttributeProperty::WriteToXML(XMLWriter& writer) const {
 /// How often this property alone keeps its type in use: its values do, too.
 int AttributeProperty::CountOwnUses() const {
     int uses = 1;
-    for (const Slot* slot : {&default_, &minimum_, &maximum_})
-        uses += slot->value.GetType() == type_.Get() ? 1 : 0;
+    for (const Slot slot : {kDefault, kMinimum, kMaximum})
+        uses += GetMade(slot).GetType() == type_.Get() ? 1 : 0;
     return uses;
 }
 
@@ -49,8 +48,7 @@ bool AttributeProperty::WouldContainItself(const Type& type) const {
 bool AttributeProperty::SetType(Type* type) {
     if (type && WouldContainItself(*type))
         return false;
-    for (Slot* slot : {&default_, &minimum_, &maximum_})
-        Fetch(*slot); // values stay those of the type so far
+    SettleDue(); // values stay those of the type so far
     if (type_ && type_.Get() != type && type_->GetUseCount() == CountOwnUses())
         type_->TakeFromUsers();
     type_.Reset(type);
@@ -59,21 +57,40 @@ bool AttributeProperty::SetType(Type* type) {
     return true;
 }
 
-void AttributeProperty::Store(Slot& slot, void* value) {
-    slot.due = false;
-    if (value == slot.value.Get())
-        return;
-    slot.value.Clear();
-    slot.value.Adopt(type_.Get(), value, type_ ? type_->GetDimension() : 0);
+void AttributeProperty::Store(Slot slot, void* value) {
+    if (value != GetMade(slot).Get()) {
+        TypedValue& stored = EditMade(slot);
+        stored.Clear();
+        stored.Adopt(type_.Get(), value, type_ ? type_->GetDimension() : 0);
+    }
+    due_ = static_cast<unsigned char>(due_ & ~(1 << slot));
 }
 
-const TypedValue& AttributeProperty::Fetch(Slot& slot) const {
-    if (slot.due) {
-        const int count = type_->GetDimension();
-        slot.value.Adopt(type_.Get(), type_->NewValue(nullptr, count), count);
-        slot.due = false;
-    }
-    return slot.value;
+/// What is there, made or not due.
+const TypedValue& AttributeProperty::GetMade(Slot slot) const {
+    static const TypedValue& none = *new TypedValue; // outlives all users at process exit
+    return values_ ? values_->slots[slot] : none;
+}
+
+TypedValue& AttributeProperty::EditMade(Slot slot) const {
+    if (!values_)
+        values_ = std::make_unique<Values>();
+    return values_->slots[slot];
+}
+
+const TypedValue& AttributeProperty::Fetch(Slot slot) const {
+    if (!IsDue(slot))
+        return GetMade(slot);
+    TypedValue& made = EditMade(slot);
+    const int count = type_->GetDimension();
+    made.Adopt(type_.Get(), type_->NewValue(nullptr, count), count);
+    due_ = static_cast<unsigned char>(due_ & ~(1 << slot));
+    return made;
+}
+
+void AttributeProperty::SettleDue() const {
+    for (const Slot slot : {kDefault, kMinimum, kMaximum})
+        Fetch(slot);
 }
 
 /// The values stay when the property is given another type, but that type must not read them.
@@ -85,8 +102,8 @@ const void* AttributeProperty::GetReadable(const TypedValue& value) const {
 
 bool AttributeProperty::IsValueValid(const void* value) const {
     // A bound that is due need not be made: it would be the type's zero, which is no bound.
-    return type_ && type_->IsValueValid(value, GetReadable(minimum_.value),
-                                        GetReadable(maximum_.value), type_->GetDimension());
+    return type_ && type_->IsValueValid(value, GetReadable(GetMade(kMinimum)),
+                                        GetReadable(GetMade(kMaximum)), type_->GetDimension());
 }
 
 void AttributeProperty::CollectPackages(std::set<std::string>& packages) const {

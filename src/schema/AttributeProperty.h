@@ -1,5 +1,7 @@
 #pragma once
 
+#include <memory>
+
 #include "schema/Property.h"
 #include "types/TypeRef.h"
 #include "types/TypedValue.h"
@@ -33,22 +35,22 @@ public:
     void SetReference(bool reference) { reference_ = reference; }
 
     /// The values, blocks of the type that is set when they are handed over; owned.
-    void* GetDefaultValue() const { return Fetch(default_).Get(); }
-    void* GetMinValue() const { return Fetch(minimum_).Get(); }
-    void* GetMaxValue() const { return Fetch(maximum_).Get(); }
+    void* GetDefaultValue() const { return Fetch(kDefault).Get(); }
+    void* GetMinValue() const { return Fetch(kMinimum).Get(); }
+    void* GetMaxValue() const { return Fetch(kMaximum).Get(); }
 
     /// The same, but null where the block has another form or fewer elements than the type's
     /// values (a default: than `count`), because the type was changed since.
     const void* GetReadableDefault(int count) const {
-        const TypedValue& value = Fetch(default_);
+        const TypedValue& value = Fetch(kDefault);
         return value.GetCount() >= count ? GetReadable(value) : nullptr;
     }
-    const void* GetReadableMin() const { return GetReadable(Fetch(minimum_)); }
-    const void* GetReadableMax() const { return GetReadable(Fetch(maximum_)); }
+    const void* GetReadableMin() const { return GetReadable(Fetch(kMinimum)); }
+    const void* GetReadableMax() const { return GetReadable(Fetch(kMaximum)); }
 
-    void SetDefaultValue(void* value) { Store(default_, value); }
-    void SetMinValue(void* value) { Store(minimum_, value); }
-    void SetMaxValue(void* value) { Store(maximum_, value); }
+    void SetDefaultValue(void* value) { Store(kDefault, value); }
+    void SetMinValue(void* value) { Store(kMinimum, value); }
+    void SetMaxValue(void* value) { Store(kMaximum, value); }
 
     /// Whether the value lies within the bounds by the type's rules; false without a type.
     bool IsValueValid(const void* value) const;
@@ -72,23 +74,30 @@ protected:
     AttributeProperty(const AttributeProperty& source);
 
 private:
-    struct Slot {
-        TypedValue value;
-        bool due = false; ///< The type's initial value, not yet made.
+    enum Slot { kDefault, kMinimum, kMaximum, kSlots };
+    static constexpr unsigned char kAllDue = (1 << kSlots) - 1;
+
+    /// Made with the first value: most properties never have any.
+    struct Values : Pooled {
+        TypedValue slots[kSlots];
     };
 
-    void Store(Slot& slot, void* value);
-    const TypedValue& Fetch(Slot& slot) const;
+    void Store(Slot slot, void* value);
+    const TypedValue& Fetch(Slot slot) const;
+    const TypedValue& GetMade(Slot slot) const;
+    TypedValue& EditMade(Slot slot) const;
+    bool IsDue(Slot slot) const { return (due_ >> slot & 1) != 0; }
+    void SettleDue() const;
     const void* GetReadable(const TypedValue& value) const;
 
     int CountOwnUses() const;
     bool WouldContainItself(const Type& type) const;
 
     TypeRef type_;
+    mutable std::unique_ptr<Values> values_;
+    mutable unsigned char due_ =
+        0; ///< A bit for each slot with the type's initial value, not made.
     bool reference_ = false;
-    mutable Slot default_;
-    mutable Slot minimum_;
-    mutable Slot maximum_;
     CompactString autoBind_;
 };
 

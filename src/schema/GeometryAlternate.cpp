@@ -44,7 +44,7 @@ std::string_view GeometryAlternate::GetKey() const {
 void GeometryAlternate::UpdateFullName() {
     NodeProperty::UpdateFullName();
     if (lod_)
-        StoreFullName(GetFullName() + "." + lod_->GetName());
+        StoreFullName(std::string(GetFullName()).append(1, '.').append(lod_->GetName()));
 }
 
 void GeometryAlternate::SetLOD(LOD* lod) {

@@ -69,20 +69,19 @@ void Property::SetOwner(Template* owner) {
 }
 
 void Property::UpdateFullName() {
-    const std::string_view owner = owner_ ? owner_->GetNameView() : std::string_view();
-    const std::string_view key = GetKey();
-    std::string fullName;
-    fullName.reserve(owner.size() + 1 + key.size());
-    if (owner_)
-        fullName.append(owner).append(1, '.');
-    fullName += key;
-    StoreFullName(std::move(fullName));
+    if (!owner_)
+        return StoreFullName(GetKey());
+    static std::string& fullName = *new std::string; // kept, so that composing costs no allocation
+    fullName.assign(owner_->GetNameView()).append(1, '.').append(GetKey());
+    StoreFullName(fullName);
 }
 
-void Property::StoreFullName(std::string fullName) {
-    if (IsInUse() && fullName != fullName_)
-        SchemaRevision::AdvanceKeys();
-    fullName_.swap(fullName);
+void Property::StoreFullName(std::string_view fullName) {
+    if (fullName != fullName_.View()) { // a copy mostly keeps that of its source
+        fullName_.Assign(fullName);
+        if (IsInUse())
+            SchemaRevision::AdvanceKeys();
+    }
     SchemaRevision::Advance();
 }
 

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/BlockPool.h"
 #include "core/Lockable.h"
 #include "core/NamedObject.h"
 #include "core/SortedObjectList.h"
@@ -31,7 +32,7 @@ class ViewProperty;
 /// all, and it owns those whose source was introduced by the version that it was copied from. Where
 /// a newer property of the name is added, it takes over the lookup, with the older one as its
 /// predecessor; that one stays in the declaration order.
-class Property : public NamedObject, public VersionedObject, public Lockable {
+class Property : public NamedObject, public VersionedObject, public Lockable, public Pooled {
 public:
     static constexpr int kClassId = kPropertyClass;
 
@@ -51,7 +52,8 @@ public:
     // -- owner ----------------------------------------------------------------------------------
 
     /// "Owner.name" (the owner's short name), or the name alone while there is no owner.
-    const std::string& GetFullName() const { return fullName_; }
+    std::string_view GetFullName() const { return fullName_.View(); }
+    const char* GetFullNameText() const { return fullName_.CStr(); }
 
     /// The template version that introduced the property, or null.
     Template* GetOwner() const { return owner_; }
@@ -131,10 +133,10 @@ protected:
     /// The copy succeeds the source, has copies of its commands, and no owner.
     Property(const Property& source);
 
-    void StoreFullName(std::string fullName);
+    void StoreFullName(std::string_view fullName);
 
 private:
-    std::string fullName_;
+    CompactString fullName_;
     Template* owner_ = nullptr;
     Template* keeper_ = nullptr;
     SortedObjectList<Command> commands_;

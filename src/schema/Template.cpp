@@ -57,15 +57,15 @@ void Template::BecomeVersionOf(const Template& source) {
 void Template::CopyParentsAndProperties(const Template& source) {
     for (Template* parent : source.parents_)
         AddParent(parent);
-    int position = 0;
-    propertiesByName_.Reserve(source.propertiesByName_.GetCount());
-    properties_.reserve(source.properties_.size());
+    const int count = source.propertiesByName_.GetCount();
+    propertiesByName_.Reserve(count);
+    properties_.reserve(static_cast<size_t>(count));
     for (const Property* property : source.propertiesByName_) {
         auto* copy = static_cast<Property*>(property->Clone().release());
         copy->SetKeeper(this);
         copy->AddHolder(this);
         propertiesByName_.Insert(copy);
-        properties_.insert(properties_.begin() + position++, copy);
+        properties_.push_back(copy);
         if (copy->GetVersion() == source.GetVersion())
             copy->SetOwner(this);
     }
@@ -143,8 +143,8 @@ void Template::EnterSortedLists() {
 int Template::AddProperty(Property* property, int position, bool* refused) {
     Property* existing = propertiesByName_.Get(property->GetKey());
     const bool containsItself = MayBeMet() && property->RefersTo(this, nullptr);
-    const bool duplicate = (existing && existing->GetVersion() == GetVersion()) ||
-                           propertiesByName_.Contains(property);
+    const bool duplicate = existing && (existing->GetVersion() == GetVersion() ||
+                                        propertiesByName_.Contains(property));
     if (refused)
         *refused = containsItself || duplicate;
     if (containsItself || duplicate)
