@@ -68,6 +68,23 @@ void CopyPermissions(const std::wstring& old, const std::wstring& file) {
         SetFileSecurityW(file.c_str(), DACL_SECURITY_INFORMATION, descriptor.data());
 }
 
+/// Puts the file in the place of the target. Programs that watch files, such as virus scanners,
+/// hold a fresh one for a moment, in which the system refuses.
+bool Replace(const std::wstring& target, const std::wstring& file) {
+    constexpr DWORD kFlags = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
+    constexpr int kMaxTries = 10;
+    constexpr DWORD kPause = 25; // milliseconds
+    for (int i = 0; i < kMaxTries; ++i) {
+        if (MoveFileExW(file.c_str(), target.c_str(), kFlags))
+            return true;
+        const DWORD error = GetLastError();
+        if (error != ERROR_SHARING_VIOLATION && error != ERROR_ACCESS_DENIED)
+            return false;
+        Sleep(kPause);
+    }
+    return false;
+}
+
 class WindowsOutputFile : public OutputFile {
 public:
     /// Without a temporary path the target itself is open.
@@ -98,8 +115,7 @@ public:
         if (done && !temporary_.empty()) {
             // Not earlier: they may forbid to take the temporary file away again.
             CopyPermissions(target_, temporary_);
-            constexpr DWORD kFlags = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
-            done = MoveFileExW(temporary_.c_str(), target_.c_str(), kFlags);
+            done = Replace(target_, temporary_);
             if (done)
                 temporary_.clear();
         }
@@ -123,6 +139,11 @@ std::wstring GetFinalPath(const Handle& file, const std::wstring& given) {
         return given;
     path.resize(length);
     return path;
+}
+
+bool IsReadOnly(const std::wstring& path) {
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
 }
 
 std::unique_ptr<OutputFile> CreateBeside(const std::wstring& target) {
@@ -159,6 +180,9 @@ std::unique_ptr<OutputFile> OutputFile::Create(const char* path) {
     if (GetFileType(old.Get()) != FILE_TYPE_DISK)
         return std::make_unique<WindowsOutputFile>(std::move(old), std::wstring(), given);
     const std::wstring target = GetFinalPath(old, given);
+    // Some users may open such a file all the same; it is not to be replaced by them either.
+    if (IsReadOnly(target))
+        return nullptr;
     old.Close();
     return CreateBeside(target);
 }
