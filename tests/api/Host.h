@@ -60,28 +60,28 @@ protected:
             const auto path = std::filesystem::path(OVI_TEST_OUTPUT_DIR) / name;
             std::filesystem::remove_all(path);
             std::filesystem::create_directories(path);
-            directory_ = path.generic_string();
+            directory_ = path.generic_u8string();
         }
         return directory_;
     }
 
     /// The path of a file in the test's directory; "/" in the name makes subdirectories.
     std::string PathOf(const std::string& name) {
-        const auto path = std::filesystem::path(Directory()) / name;
+        const auto path = std::filesystem::u8path(Directory() + "/" + name);
         std::filesystem::create_directories(path.parent_path());
-        return path.generic_string();
+        return path.generic_u8string();
     }
 
     /// Writes a file into the test's directory and gives its path.
     std::string WriteFile(const std::string& name, const std::string& text) {
         const std::string path = PathOf(name);
-        std::ofstream(path, std::ios::binary) << text;
+        std::ofstream(std::filesystem::u8path(path), std::ios::binary) << text;
         return path;
     }
 
     /// The bytes of a file; "" when it is not there.
     static std::string ReadFile(const std::string& path) {
-        std::ifstream file(path, std::ios::binary);
+        std::ifstream file(std::filesystem::u8path(path), std::ios::binary);
         return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
     }
 
