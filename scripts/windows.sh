@@ -1,34 +1,45 @@
 #!/usr/bin/env bash
-# Builds OviCore.dll and the example host for 64-bit Windows into build/windows, with warnings as
-# errors, and compares what the DLL exports with the committed list. With Wine installed, the host
-# is run too.
+# Builds for 64-bit Windows into build/windows, runs every test there with Wine, and compares with
+# the build for Linux in build/release: what the tool and the example host print and write is the
+# same. The last line is "N passed, N failed"; the exit code is 0 only when nothing failed.
+#
+# usage: scripts/windows.sh [ctest option...]
 set -euo pipefail
 # shellcheck source=scripts/lib.sh
 source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
-command -v x86_64-w64-mingw32-g++-posix >/dev/null ||
-    fail "the cross compiler is missing; Debian package: g++-mingw-w64-x86-64-posix"
+buildDir=$rootDir/build/windows
 
+# Runs ctest and writes the totals, in which each case of a test program counts.
+run_tests_with_wine() {
+    local result=0
+    rm -rf "$buildDir/tests/results" "$buildDir/ctest.xml"
+    # The first run makes Wine's own files, which tests side by side would both do.
+    WINEDEBUG=-all WINEPREFIX=$buildDir/wine WINEPATH=Z:$buildDir \
+        "$rootDir/tests/windows/wine.sh" "$buildDir/tools/ovi.exe" --version
+    ctest --test-dir "$buildDir" --output-on-failure --no-tests=error --parallel "$jobs" \
+        --output-junit "$buildDir/ctest.xml" "$@" || result=$?
+    python3 "$rootDir/tests/windows/totals.py" "$buildDir/ctest.xml" "$buildDir/tests/results" \
+        >"$buildDir/totals.txt" || result=1
+    return "$result"
+}
+
+for tool in x86_64-w64-mingw32-g++-posix llvm-dlltool; do
+    command -v "$tool" >/dev/null || fail "$tool is missing; scripts/setup.sh --ci installs it"
+done
+
+rm -f "$buildDir/totals.txt"
 say "Building for Windows into build/windows"
 build_preset windows
 
-say "Comparing the exported functions"
-python3 "$rootDir/tests/exports/check_exports.py" --nm x86_64-w64-mingw32-objdump \
-    --library "$rootDir/build/windows/OviCore.dll" \
-    --list "$rootDir/src/api/exported-symbols.txt" --headers "$rootDir/include/ovi"
+say "Building what is compared, for Linux, into build/release"
+(cd "$rootDir" && cmake --preset release && cmake --build --preset release --parallel "$jobs" \
+    --target OviCore ovi ovi_host)
 
-# Debian's package wine64 alone puts the program nowhere on the path.
-wine=$(PATH=$PATH:/usr/lib/wine command -v wine64 || true)
-if [[ -z $wine ]]; then
-    echo "Wine is not installed (Debian package: wine64): the host was built, not run."
-    exit 0
-fi
-say "Running the example host with Wine"
-export WINEPREFIX=$rootDir/build/windows/wine WINEDEBUG=-all
-output=$rootDir/build/windows/host-output
-rm -rf "$output"
-mkdir -p "$output"
-cp "$rootDir/build/windows/OviCore.dll" "$rootDir/build/windows/examples/"
-cd "$rootDir"
-"$wine" build/windows/examples/ovi_host.exe examples build/windows/host-output ||
-    fail "the example host, on Windows"
+say "Testing with Wine"
+result=0
+run_tests_with_wine "$@" || result=$?
+
+say "Result for Windows"
+cat "$buildDir/totals.txt"
+exit "$result"

@@ -1,7 +1,5 @@
 // How deep instances are nested is decided by whoever writes the scene: nothing may depend on the
 // size of the stack. Hosts call from threads with small ones.
-#if defined(__linux__)
-
 #include <filesystem>
 
 #include "api/SceneHost.h"
@@ -118,5 +116,3 @@ TEST_F(NestedInstanceDepthTest, IsPackedOnASmallStack) {
     OviObject_Delete(number);
     Ovi_Initialize();
 }
-
-#endif

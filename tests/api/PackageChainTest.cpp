@@ -1,7 +1,5 @@
 // Packages that use packages. How many stand one behind the other is decided by whoever writes the
 // files: nothing may depend on the size of the stack. Hosts call from threads with small ones.
-#if defined(__linux__)
-
 #include "api/Schema.h"
 #include "support/SmallThread.h"
 
@@ -175,5 +173,3 @@ TEST_F(PackageChainTest, ALongPackageFileIsReadInPieces) {
 }
 
 } // namespace
-
-#endif

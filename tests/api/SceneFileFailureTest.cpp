@@ -1,6 +1,6 @@
 // Saving where writing is not possible. What a full disk or a protected directory does can only be
 // had where the system lets a test arrange it.
-#if defined(__linux__)
+#ifndef _WIN32
 
 #include <cstdlib>
 #include <filesystem>
@@ -126,11 +126,81 @@ TEST_F(SceneFileFailureTest, ReportsADeviceThatIsFull) {
     EXPECT_TRUE(fs::is_character_file("/dev/full"));
 }
 
+#else
+
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#include <windows.h>
+
+#include <filesystem>
+
+#include "api/SceneHost.h"
+#include "support/NotOnWindows.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// A scene file with one asset in it, and a scene of two that is to replace it.
+class SceneFileFailureTest : public SceneTest {
+protected:
+    void SetUp() override {
+        SceneTest::SetUp();
+        scene_ = PathOf("folder/scene.asset");
+        OviAssetManager_NewAsset("old");
+        ASSERT_TRUE(OviAssetManager_SaveScene(scene_.c_str()));
+        old_ = ReadFile(scene_);
+        OviAssetManager_NewAsset("new");
+    }
+
+    /// Expects that saving fails, is reported, and leaves the old file and nothing else.
+    void ExpectFailure() {
+        EXPECT_FALSE(OviAssetManager_SaveScene(scene_.c_str()));
+        EXPECT_EQ(Errors(), Lines{"1 -1 Unable to open file for writing"});
+        EXPECT_EQ(OviErrorItem_GetSourceName(OviErrorManager_GetErrorItemAt(0)), scene_);
+        EXPECT_EQ(ReadFile(scene_), old_);
+        const auto folder = fs::u8path(scene_).parent_path();
+        EXPECT_EQ(std::distance(fs::directory_iterator(folder), fs::directory_iterator()), 1);
+    }
+
+    std::string scene_;
+    std::string old_;
+};
+
+} // namespace
+
+TEST_F(SceneFileFailureTest, LeavesAFileThatIsWriteProtected) {
+    const auto path = fs::u8path(scene_).wstring();
+    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_READONLY);
+    ExpectFailure();
+    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+}
+
+TEST_F(SceneFileFailureTest, LeavesAFileThatAnotherProgramHasOpen) {
+    const HANDLE file = CreateFileW(fs::u8path(scene_).wstring().c_str(), GENERIC_READ,
+                                    FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(file, INVALID_HANDLE_VALUE);
+    ExpectFailure();
+    CloseHandle(file);
+    EXPECT_TRUE(OviAssetManager_SaveScene(scene_.c_str()));
+    EXPECT_NE(ReadFile(scene_), old_);
+}
+
+OVI_NOT_ON_WINDOWS(SceneFileFailureTest, LeavesTheOldFileWhenTheDiskIsFull,
+                   "a process cannot limit its files")
+OVI_NOT_ON_WINDOWS(SceneFileFailureTest, LeavesNoFileWhereNoneWas,
+                   "a process cannot limit its files")
+OVI_NOT_ON_WINDOWS(SceneFileFailureTest, LeavesTheOldFileInADirectoryThatCannotBeWritten,
+                   "there are no permission bits")
+OVI_NOT_ON_WINDOWS(SceneFileFailureTest, ReportsADeviceThatIsFull,
+                   "there is no device that is always full")
+
+#endif
+
 TEST_F(SceneFileFailureTest, ReportsAMissingDirectory) {
     const std::string path = Directory() + "/nowhere/scene.asset";
     EXPECT_FALSE(OviAssetManager_SaveScene(path.c_str()));
     EXPECT_EQ(Errors(), Lines{"1 -1 Unable to open file for writing"});
     EXPECT_FALSE(fs::exists(path));
 }
-
-#endif

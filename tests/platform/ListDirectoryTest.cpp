@@ -1,5 +1,7 @@
 #include "platform/FileTest.h"
 
+#include "support/NotOnWindows.h"
+
 using namespace Kor;
 namespace fs = std::filesystem;
 
@@ -60,5 +62,12 @@ TEST_F(ListDirectoryTest, PutsNamesThatDifferOnlyInCaseInByteOrder) {
         Put(name, "");
     EXPECT_EQ(List(root_.string(), true, false), (Names{"A", "a", "B", "b"}));
 }
+
+#else
+
+OVI_NOT_ON_WINDOWS(ListDirectoryTest, CountsLinksToDirectoriesAsDirectories,
+                   "making links is for administrators")
+OVI_NOT_ON_WINDOWS(ListDirectoryTest, PutsNamesThatDifferOnlyInCaseInByteOrder,
+                   "names that differ in case are one file")
 
 #endif

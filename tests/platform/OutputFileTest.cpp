@@ -8,6 +8,8 @@
 #include "support/FileSizeLimit.h"
 #endif
 
+#include "support/NotOnWindows.h"
+
 using namespace Kor;
 using namespace std::string_literals;
 namespace fs = std::filesystem;
@@ -194,5 +196,26 @@ TEST_F(OutputFileTest, FailsToCommitWhenItsDirectoryIsGone) {
     fs::remove_all(root_ / "dir");
     EXPECT_FALSE(file->Commit());
 }
+
+#else
+
+OVI_NOT_ON_WINDOWS(OutputFileTest, ReplacesNoFileWhoseNameDiffersInCase,
+                   "names that differ in case are one file")
+OVI_NOT_ON_WINDOWS(OutputFileTest, FailsWhenTheDeviceIsFull,
+                   "there is no device that is always full")
+OVI_NOT_ON_WINDOWS(OutputFileTest, WritesToPipesDirectly,
+                   "pipes have no place in the file system; FileWindowsTest writes to a device")
+OVI_NOT_ON_WINDOWS(OutputFileTest, LeavesTheOldFileWhenAWriteFailed,
+                   "a process cannot limit its files")
+OVI_NOT_ON_WINDOWS(OutputFileTest, KeepsThePermissionsOfTheOldFile, "there are no permission bits")
+OVI_NOT_ON_WINDOWS(OutputFileTest, GivesANewFileTheUsualPermissions, "there are no permission bits")
+OVI_NOT_ON_WINDOWS(OutputFileTest, RefusesAFileThatMayNotBeWritten,
+                   "there are no permission bits; FileWindowsTest has read-only files")
+OVI_NOT_ON_WINDOWS(OutputFileTest, WritesThroughSymbolicLinks, "making links is for administrators")
+OVI_NOT_ON_WINDOWS(OutputFileTest, MakesTheFileThatASymbolicLinkLacks,
+                   "making links is for administrators")
+OVI_NOT_ON_WINDOWS(OutputFileTest, RefusesALinkToItself, "making links is for administrators")
+OVI_NOT_ON_WINDOWS(OutputFileTest, FailsToCommitWhenItsDirectoryIsGone,
+                   "a directory with an open file cannot be removed")
 
 #endif
