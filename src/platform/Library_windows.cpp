@@ -8,7 +8,8 @@
 #ifdef __MINGW32__
 // MinGW's runtime brings thread storage into every DLL, and the system goes on telling a DLL with
 // thread storage of every thread. This definition keeps the runtime's part out. The library stores
-// nothing by thread; what is lost is that a thread in which memory ran out leaves some bytes behind.
+// nothing by thread; what is lost is that a thread in which memory ran out leaves some bytes
+// behind.
 extern "C" {
 extern const PIMAGE_TLS_CALLBACK __dyn_tls_init_callback;
 const PIMAGE_TLS_CALLBACK __dyn_tls_init_callback = nullptr;

@@ -61,10 +61,13 @@ TEST_F(NestedInstanceDepthTest, IsLoadedCopiedWrittenAndDeletedOnASmallStack) {
         EXPECT_STREQ(OviNamedObject_GetName(copy), OviNamedObject_GetName(deepest));
         EXPECT_EQ(OviInstance_GetParentAsset(copy), box);
 
-        // Half a gigabyte of indentation, most of it: not for a disk.
+#ifndef _WIN32
+        // Half a gigabyte of indentation, most of it: not for a disk, and on Windows no scene's
+        // name is that of a device.
         const std::string scene = PathOf("deep.asset");
         std::filesystem::create_symlink("/dev/null", scene);
         EXPECT_TRUE(OviAssetManager_SaveScene(scene.c_str()));
+#endif
         OviObject_Delete(top);
         OviAssetManager_NewScene();
         EXPECT_EQ(OviInstance_GetParentAsset(copy), nullptr); // it lives on without the box
