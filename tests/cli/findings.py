@@ -26,6 +26,14 @@ class Findings(TestCase):
             f"{path}: error: Unable to open file '{path}' for reading\n",
             "1 file, 2 errors, 0 warnings")
 
+    def test_name_files_with_blanks_and_letters_beyond_ascii(self):
+        self.write("two words/\u00e4\u6f22.template", template(
+            "T", "<attribute name='a' type='\u00dcber'/>\n"))
+        self.check_result(
+            ovi("check", "two words/\u00e4\u6f22.template", cwd=self.directory), 1,
+            "two words/\u00e4\u6f22.template:4: warning: Unknown type '\u00dcber', creating custom "
+            "type dynamically\n", "1 file, 0 errors, 1 warning")
+
     def test_come_in_the_order_of_the_files(self):
         first = self.write("b.asset", scene("<asset/>\n"))
         second = self.write("a.asset", scene("\n<assetRef/>\n"))

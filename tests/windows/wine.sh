@@ -5,6 +5,7 @@
 # usage: wine.sh PROGRAM [argument...]
 set -u
 PATH=${PATH:-}:/usr/bin:/bin:/usr/lib/wine # Debian's package wine64 leaves its program off the path
+export LC_ALL=C.UTF-8 # Wine reads arguments and file names of this system in the locale's code page
 wine=$(command -v wine64 || command -v wine) || {
     echo "Wine is not installed; Debian package: wine64" >&2
     exit 127

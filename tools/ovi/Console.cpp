@@ -55,7 +55,6 @@ std::vector<std::string> GetArguments(int, char**) {
 #else
 
 Console::Console() = default;
-Console::~Console() = default;
 
 std::vector<std::string> GetArguments(int argc, char** argv) {
     return {argv + (argc > 0 ? 1 : 0), argv + argc};

@@ -10,11 +10,12 @@ namespace OviTool {
 class Console {
 public:
     Console();
-    ~Console();
     Console(const Console&) = delete;
     Console& operator=(const Console&) = delete;
 
 #if defined(_WIN32)
+    ~Console();
+
 private:
     unsigned previousCodePage_ = 0;
 #endif
