@@ -9,6 +9,7 @@
 
 #include "core/KeyIndex.h"
 #include "core/LateEntries.h"
+#include "core/MakeRoom.h"
 
 namespace Kor {
 
@@ -77,6 +78,43 @@ public:
         late_.Add(object);
         ++count_;
         Index(object);
+    }
+
+    /// Room for one object more, wherever it comes: adding it next then needs no memory, also when
+    /// another one is taken out before.
+    void MakeRoom() {
+        Settle();
+        if (!spare_)
+            spare_ = std::make_unique<std::vector<T*>>();
+        spare_->reserve(std::min(kChunkSize, 2 * static_cast<size_t>(count_) + 1));
+        Kor::MakeRoom(chunks_);
+        Kor::MakeRoom(starts_);
+    }
+
+    /// The same for an object of that key, with none taken out before; mostly there is room.
+    void MakeRoomFor(std::string_view key) {
+        Settle();
+        if (chunks_.empty())
+            return MakeRoom();
+        auto& chunk = chunks_[LowerBound(key).chunk];
+        if (chunk.size() >= kChunkSize)
+            MakeRoom();
+        else
+            Kor::MakeRoom(chunk);
+    }
+
+    /// Puts an object of the same key in another one's place; false without that. Needs no memory
+    /// where none wait for their places.
+    bool Replace(const T* object, T* other) {
+        Settle();
+        Position at = PositionOf(object);
+        if (!At(at))
+            return false;
+        at = Normalized(at);
+        Unindex(object);
+        chunks_[at.chunk][at.offset] = other;
+        Index(other);
+        return true;
     }
 
     /// Inserts behind the objects with the same key and keeps them.
@@ -150,6 +188,17 @@ public:
         return chunks_.back()[chunks_.back().size() - 1 - distance];
     }
 
+    /// Calls a function with each object: in key order, but for those that wait for their places.
+    /// The registry must not change meanwhile.
+    template <class Body> void ForEach(const Body& body) const {
+        for (const auto& chunk : chunks_) {
+            for (T* object : chunk)
+                body(object);
+        }
+        for (size_t i = 0; i < late_.GetCount(); ++i)
+            body(late_.GetAt(i));
+    }
+
     /// All objects in key order, for a walk during which the registry may change.
     std::vector<T*> Snapshot() const {
         Settle();
@@ -162,6 +211,7 @@ public:
         late_.Clear();
         count_ = 0;
         index_.reset();
+        spare_.reset();
     }
 
 private:
@@ -276,15 +326,19 @@ private:
         if (chunks_[at.chunk].size() >= kChunkSize)
             at = Split(at);
         auto& chunk = chunks_[at.chunk];
+        if (chunk.size() == chunk.capacity() && spare_)
+            MoveToSpare(chunk);
         chunk.insert(chunk.begin() + static_cast<std::ptrdiff_t>(at.offset), object);
         Shift(at.chunk + 1, 1);
+        spare_.reset();
     }
 
     void StartChunk(T* object) const {
-        std::vector<T*> chunk;
-        chunk.reserve(chunks_.empty() ? 1 : kChunkSize);
+        std::vector<T*> chunk = TakeSpare();
+        if (chunk.capacity() == 0)
+            chunk.reserve(chunks_.empty() ? 1 : kChunkSize);
         chunk.push_back(object);
-        ReserveStart();
+        Kor::MakeRoom(starts_);
         const int start = CountPlaced();
         chunks_.push_back(std::move(chunk));
         starts_.push_back(start);
@@ -297,10 +351,18 @@ private:
         return atEnd && chunks_.back().size() >= kChunkSize;
     }
 
-    /// Room for one start more; grows by doubling, as adding one would.
-    void ReserveStart() const {
-        if (starts_.size() == starts_.capacity())
-            starts_.reserve(2 * starts_.size() + 1);
+    /// The memory set aside for a chunk; empty without any.
+    std::vector<T*> TakeSpare() const {
+        std::vector<T*> taken;
+        if (spare_)
+            taken.swap(*spare_);
+        spare_.reset();
+        return taken;
+    }
+
+    void MoveToSpare(std::vector<T*>& chunk) const {
+        spare_->assign(chunk.begin(), chunk.end());
+        chunk.swap(*spare_);
     }
 
     /// Makes two chunks of a full one and gives the place that the position has then.
@@ -308,8 +370,9 @@ private:
         const size_t half = chunks_[at.chunk].size() / 2;
         const auto middle = static_cast<std::ptrdiff_t>(half);
         const auto next = static_cast<std::ptrdiff_t>(at.chunk) + 1;
-        std::vector<T*> upper(chunks_[at.chunk].begin() + middle, chunks_[at.chunk].end());
-        ReserveStart();
+        std::vector<T*> upper = TakeSpare();
+        upper.assign(chunks_[at.chunk].begin() + middle, chunks_[at.chunk].end());
+        Kor::MakeRoom(starts_);
         chunks_.insert(chunks_.begin() + next, std::move(upper));
         auto& lower = chunks_[at.chunk];
         lower.erase(lower.begin() + middle, lower.end());
@@ -450,8 +513,9 @@ private:
     mutable std::vector<std::vector<T*>> chunks_;
     mutable std::vector<int> starts_; // the index of each chunk's first entry
     mutable LateEntries<T> late_;
-    int count_ = 0;                              // the late ones included
-    mutable std::unique_ptr<KeyIndex<T>> index_; // of all objects, if there is one
+    mutable std::unique_ptr<std::vector<T*>> spare_; // set aside by MakeRoom
+    int count_ = 0;                                  // the late ones included
+    mutable std::unique_ptr<KeyIndex<T>> index_;     // of all objects, if there is one
 };
 
 } // namespace Kor

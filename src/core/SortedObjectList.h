@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/MakeRoom.h"
 #include "core/PointerList.h"
 
 namespace Kor {
@@ -123,6 +124,9 @@ public:
 
     void Clear() { objects_.clear(); }
     void Reserve(int count) { objects_.reserve(static_cast<size_t>(count)); }
+
+    /// Room for one object more: adding it then needs no memory.
+    void MakeRoom() { Kor::MakeRoom(objects_); }
 
     /// Adds an object whose key is known to come last.
     void Append(T* object) { objects_.push_back(object); }

@@ -4,6 +4,8 @@
 
 #include "core/PointerList.h"
 
+#include "core/MakeRoom.h"
+
 namespace Kor {
 
 /// The base of what stands in a TiedList: it knows its place there.
@@ -17,6 +19,9 @@ template <class T> class TiedList {
 public:
     bool IsEmpty() const { return entries_.empty(); }
     T* GetLast() const { return entries_.back(); }
+
+    /// Room for one entry more: adding it then needs no memory.
+    void MakeRoom() { Kor::MakeRoom(entries_); }
 
     void Add(T* entry) {
         entries_.push_back(entry);
