@@ -16,8 +16,9 @@ OVI_API void OviErrorManager_AddErrorItem(int level, const char* sourceName, int
  */
 OVI_API int OviErrorManager_GetErrorItemCount(int levelMask);
 
-/** The item at a position of the whole list, whatever its level; null behind the last. It belongs
- *  to the library and stays valid until the list is cleared. */
+/** The item at a position of the whole list, whatever its level; null behind the last, and in the
+ *  place of an item for which there was no memory: that one is only counted. An item belongs to the
+ *  library and stays valid until the list is cleared. */
 OVI_API OviErrorItem* OviErrorManager_GetErrorItemAt(int index);
 
 /** Deletes all items. Nothing else ever clears the list but the end of the library. */

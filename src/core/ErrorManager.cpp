@@ -1,11 +1,24 @@
 #include "core/ErrorManager.h"
 
+#include <new>
+#include <utility>
+
+#include "core/MakeRoom.h"
+
 namespace Kor {
 
 void ErrorManager::AddErrorItem(int level, const char* sourceName, int lineNumber,
                                 const char* message) {
-    items_.push_back(std::make_unique<ErrorItem>(level, sourceName ? sourceName : "", lineNumber,
-                                                 message ? message : ""));
+    std::unique_ptr<ErrorItem> item;
+    try {
+        MakeRoom(items_);
+        item = std::make_unique<ErrorItem>(level, sourceName ? sourceName : "", lineNumber,
+                                           message ? message : "");
+    } catch (const std::bad_alloc&) {
+        item.reset(); // counted all the same: whoever counts must not take the load for a good one
+    }
+    if (items_.size() < items_.capacity())
+        items_.push_back(std::move(item));
     for (int i = 0; i < kLevelCount; ++i) {
         if (level & (1 << i))
             ++counters_[static_cast<size_t>(i)];

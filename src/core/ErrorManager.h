@@ -13,6 +13,7 @@ namespace Kor {
 /// Collects diagnostics until the host clears them.
 class ErrorManager : public IErrorListener, public Singleton<ErrorManager> {
 public:
+    /// Without memory for the item it is counted, and an empty place stands for it in the list.
     void AddErrorItem(int level, const char* sourceName, int lineNumber,
                       const char* message) override;
 
@@ -20,7 +21,8 @@ public:
     /// under each, one with none under nothing: deliberately not the number of items.
     int GetErrorItemCount(int levelMask) const;
 
-    /// The item at a position of the whole list, whatever its level; null out of range.
+    /// The item at a position of the whole list, whatever its level; null out of range, and where
+    /// there was no memory for it.
     ErrorItem* GetErrorItemAt(int index) const;
 
     /// Forgets all items and sets the counters to 0.
