@@ -11,6 +11,7 @@
 #include <cerrno>
 #include <climits>
 #include <cstdio>
+#include <utility>
 
 namespace Kor {
 
@@ -21,7 +22,10 @@ class Descriptor {
 public:
     explicit Descriptor(int number = -1) : number_(number) {}
     Descriptor(Descriptor&& other) noexcept : number_(other.number_) { other.number_ = -1; }
-    Descriptor& operator=(Descriptor&&) = delete;
+    Descriptor& operator=(Descriptor&& other) noexcept {
+        std::swap(number_, other.number_);
+        return *this;
+    }
     ~Descriptor() { Close(); }
 
     int Get() const { return number_; }
@@ -64,13 +68,36 @@ private:
 
 class PosixOutputFile : public OutputFile {
 public:
-    /// Without a temporary path the target itself is open.
-    PosixOutputFile(Descriptor file, std::string temporary, std::string target)
-        : file_(std::move(file)), temporary_(std::move(temporary)), target_(std::move(target)) {}
+    explicit PosixOutputFile(std::string target) : target_(std::move(target)) {}
 
     ~PosixOutputFile() override {
         if (!temporary_.empty())
             unlink(temporary_.c_str());
+    }
+
+    /// Opens the target itself; false when that cannot be done.
+    bool OpenTarget() {
+        file_ = OpenFile(target_, O_WRONLY);
+        return file_.IsOpen();
+    }
+
+    /// Makes the file that is to take the target's place; false when that cannot be done. Once it
+    /// is there nothing needs memory, so that it never stays behind.
+    bool MakeTemporary(std::string path) {
+        file_ = OpenFile(path, O_WRONLY | O_CREAT | O_EXCL);
+        if (file_.IsOpen())
+            temporary_ = std::move(path);
+        return file_.IsOpen();
+    }
+
+    /// Gives the new file the owner, as far as the system allows, and the permissions of the old
+    /// one.
+    void CopyPermissions(const struct stat& old) const {
+        constexpr mode_t kPermissions = S_IRWXU | S_IRWXG | S_IRWXO;
+        if (fchown(file_.Get(), old.st_uid, old.st_gid) != 0)
+            errno = 0;
+        if (fchmod(file_.Get(), old.st_mode & kPermissions) != 0)
+            errno = 0;
     }
 
     bool Write(std::string_view bytes) override {
@@ -119,33 +146,23 @@ std::string FollowLinks(std::string path) {
     return path;
 }
 
-/// Gives the new file the owner, as far as the system allows, and the permissions of the old one.
-void CopyPermissions(const struct stat& old, const Descriptor& file) {
-    constexpr mode_t kPermissions = S_IRWXU | S_IRWXG | S_IRWXO;
-    if (fchown(file.Get(), old.st_uid, old.st_gid) != 0)
-        errno = 0;
-    if (fchmod(file.Get(), old.st_mode & kPermissions) != 0)
-        errno = 0;
-}
-
 /// Devices and pipes cannot be replaced: they are written as the text comes.
 std::unique_ptr<OutputFile> OpenDirectly(const std::string& path) {
-    Descriptor file = OpenFile(path, O_WRONLY);
-    if (!file.IsOpen())
+    auto file = std::make_unique<PosixOutputFile>(path);
+    if (!file->OpenTarget())
         return nullptr;
-    return std::make_unique<PosixOutputFile>(std::move(file), std::string(), path);
+    return file;
 }
 
 std::unique_ptr<OutputFile> CreateBeside(const std::string& target, const struct stat* old) {
     constexpr int kMaxTries = 100;
+    auto file = std::make_unique<PosixOutputFile>(target);
     for (int i = 0; i < kMaxTries; ++i) {
-        const std::string temporary =
-            GetDirectoryPart(target) + MakeTemporaryName(static_cast<unsigned long>(getpid()));
-        Descriptor file = OpenFile(temporary, O_WRONLY | O_CREAT | O_EXCL);
-        if (file.IsOpen()) {
+        if (file->MakeTemporary(GetDirectoryPart(target) +
+                                MakeTemporaryName(static_cast<unsigned long>(getpid())))) {
             if (old)
-                CopyPermissions(*old, file);
-            return std::make_unique<PosixOutputFile>(std::move(file), temporary, target);
+                file->CopyPermissions(*old);
+            return file;
         }
         if (errno != EEXIST)
             break;

@@ -11,6 +11,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace Kor {
 
@@ -24,7 +25,10 @@ class Handle {
 public:
     explicit Handle(HANDLE value = INVALID_HANDLE_VALUE) : value_(value) {}
     Handle(Handle&& other) noexcept : value_(other.value_) { other.value_ = INVALID_HANDLE_VALUE; }
-    Handle& operator=(Handle&&) = delete;
+    Handle& operator=(Handle&& other) noexcept {
+        std::swap(value_, other.value_);
+        return *this;
+    }
     ~Handle() { Close(); }
 
     HANDLE Get() const { return value_; }
@@ -87,14 +91,24 @@ bool Replace(const std::wstring& target, const std::wstring& file) {
 
 class WindowsOutputFile : public OutputFile {
 public:
-    /// Without a temporary path the target itself is open.
-    WindowsOutputFile(Handle file, std::wstring temporary, std::wstring target)
-        : file_(std::move(file)), temporary_(std::move(temporary)), target_(std::move(target)) {}
+    explicit WindowsOutputFile(std::wstring target) : target_(std::move(target)) {}
 
     ~WindowsOutputFile() override {
         file_.Close(); // an open file could not be deleted
         if (!temporary_.empty())
             DeleteFileW(temporary_.c_str());
+    }
+
+    /// Takes over the target itself, which is open.
+    void UseTarget(Handle file) { file_ = std::move(file); }
+
+    /// Makes the file that is to take the target's place; false when that cannot be done. Once it
+    /// is there nothing needs memory, so that it never stays behind.
+    bool MakeTemporary(std::wstring path) {
+        file_ = OpenFile(path, GENERIC_WRITE, 0, CREATE_NEW);
+        if (file_.IsOpen())
+            temporary_ = std::move(path);
+        return file_.IsOpen();
     }
 
     bool Write(std::string_view bytes) override {
@@ -149,13 +163,11 @@ bool IsReadOnly(const std::wstring& path) {
 std::unique_ptr<OutputFile> CreateBeside(const std::wstring& target) {
     constexpr int kMaxTries = 100;
     const size_t nameAt = target.find_last_of(L"\\/:") + 1;
+    auto file = std::make_unique<WindowsOutputFile>(target);
     for (int i = 0; i < kMaxTries; ++i) {
-        const std::wstring temporary =
-            target.substr(0, nameAt) + ToWide(MakeTemporaryName(GetCurrentProcessId()));
-        Handle file = OpenFile(temporary, GENERIC_WRITE, 0, CREATE_NEW);
-        if (file.IsOpen()) {
-            return std::make_unique<WindowsOutputFile>(std::move(file), temporary, target);
-        }
+        if (file->MakeTemporary(target.substr(0, nameAt) +
+                                ToWide(MakeTemporaryName(GetCurrentProcessId()))))
+            return file;
         if (GetLastError() != ERROR_FILE_EXISTS)
             break;
     }
@@ -177,8 +189,11 @@ std::unique_ptr<OutputFile> OutputFile::Create(const char* path) {
     Handle old = OpenFile(given, GENERIC_WRITE, kShareAll, OPEN_EXISTING);
     if (!old.IsOpen())
         return GetLastError() == ERROR_FILE_NOT_FOUND ? CreateBeside(given) : nullptr;
-    if (GetFileType(old.Get()) != FILE_TYPE_DISK)
-        return std::make_unique<WindowsOutputFile>(std::move(old), std::wstring(), given);
+    if (GetFileType(old.Get()) != FILE_TYPE_DISK) {
+        auto file = std::make_unique<WindowsOutputFile>(given);
+        file->UseTarget(std::move(old));
+        return file;
+    }
     const std::wstring target = GetFinalPath(old, given);
     // Some users may open such a file all the same; it is not to be replaced by them either.
     if (IsReadOnly(target))
@@ -196,6 +211,7 @@ bool ListDirectory(const std::string& directory, bool files, bool directories,
         FindFirstFileW(ToWidePath(directory + (ended ? "*" : "\\*")).c_str(), &entry);
     if (search == INVALID_HANDLE_VALUE)
         return false;
+    const std::unique_ptr<void, decltype(&FindClose)> closer(search, &FindClose);
     // The names come in the directory's own code page, so that both together are valid again.
     const unsigned codePage = GetCodePageOf(directory);
     do {
@@ -203,7 +219,6 @@ bool ListDirectory(const std::string& directory, bool files, bool directories,
         if (entry.cFileName[0] != L'.' && (isDirectory ? directories : files))
             names.push_back(FromWide(entry.cFileName, codePage));
     } while (FindNextFileW(search, &entry));
-    FindClose(search);
     SortFileNames(names);
     return true;
 }
