@@ -24,6 +24,13 @@ void TakeFromOwner(Object* object) {
         AnchorTypeList::Forget(named);
 }
 
+/// The children of a template fall back to the root. First of all, since it may need memory.
+void LeaveChildren(Object* object) {
+    auto* definition = ObjectCast<Template>(object);
+    if (definition && TemplateManager::Exists())
+        definition->ShareChildren(TemplateManager::Get()->GetRoot());
+}
+
 /// Whether a type has users, with the last of which it then goes. Templates let go of theirs.
 bool IsStillNeeded(Object* object) {
     auto* type = ObjectCast<Type>(object);
@@ -44,6 +51,7 @@ void OviObject_Delete(OviObject* object) {
             return; // what everything falls back to goes with the manager alone
         if (ObjectCast<ErrorItem>(&target))
             return; // every one that a host can reach is the error manager's
+        LeaveChildren(&target);
         TakeFromOwner(&target);
         if (!IsStillNeeded(&target))
             delete &target;

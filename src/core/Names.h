@@ -14,6 +14,14 @@ bool IsValidFullName(std::string_view name);
 /// Order without regard to ASCII case: below, at or above 0.
 int CompareIgnoreCase(std::string_view a, std::string_view b);
 
+/// The same as the order of a container, in which texts of any kind can be looked for.
+struct LessIgnoringCase {
+    using is_transparent = void; // NOLINT(readability-identifier-naming): standard
+    bool operator()(std::string_view a, std::string_view b) const {
+        return CompareIgnoreCase(a, b) < 0;
+    }
+};
+
 /// Equality without regard to ASCII case.
 inline bool EqualsIgnoreCase(std::string_view a, std::string_view b) {
     return a.size() == b.size() && (a == b || CompareIgnoreCase(a, b) == 0);

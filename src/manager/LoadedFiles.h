@@ -29,12 +29,6 @@ public:
     std::vector<std::string> GetAll() const;
 
 private:
-    struct LessIgnoringCase {
-        using is_transparent = void; // NOLINT(readability-identifier-naming): standard
-        bool operator()(std::string_view a, std::string_view b) const {
-            return CompareIgnoreCase(a, b) < 0;
-        }
-    };
     using Spellings = std::vector<std::string>;
 
     std::map<std::string, Spellings, LessIgnoringCase> spellings_;

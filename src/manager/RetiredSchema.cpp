@@ -1,5 +1,6 @@
 #include "manager/RetiredSchema.h"
 
+#include <new>
 #include <utility>
 
 #include "manager/TypeGroup.h"
@@ -12,10 +13,8 @@ namespace Kor {
 
 namespace {
 
-std::vector<RetiredSchema>& Waiting() {
-    static auto& schemas = *new std::vector<RetiredSchema>(); // outlives all users at process exit
-    return schemas;
-}
+/// The first of those that wait.
+RetiredSchema* waiting = nullptr;
 
 /// Default values may hold instances, which refer to properties of any of the templates: they let
 /// go of these before the first property is deleted.
@@ -30,62 +29,114 @@ void DropValues(const Template& definition) {
 }
 
 void LeaveToUsers(const std::vector<Type*>& types) {
-    const std::vector<TypeRef> held(types.begin(), types.end()); // none goes before all are done
+    for (Type* type : types)
+        type->AddUse(); // none goes before all are done
     for (Type* type : types)
         type->SurviveDeletion();
+    for (Type* type : types)
+        type->ReleaseUse();
+}
+
+template <class T> std::vector<Type*> FromLastToFirst(const ObjectRegistry<T>& registry) {
+    const std::vector<T*> all = registry.Snapshot();
+    return {all.rbegin(), all.rend()};
+}
+
+void Append(std::vector<Type*>& all, const std::vector<Type*>& more) {
+    all.insert(all.end(), more.begin(), more.end());
 }
 
 } // namespace
 
-RetiredSchema::RetiredSchema(std::vector<Template*> templates,
-                             std::vector<Enumeration*> enumerations, std::vector<Type*> types)
-    : templates_(std::move(templates)), enumerations_(std::move(enumerations)),
-      types_(std::move(types)) {
-    for (Template* type : templates_)
-        type->SetRegistered(false);
-    for (Enumeration* type : enumerations_)
-        type->SetRegistered(false);
-    for (Type* type : types_)
-        type->SetRegistered(false);
+void RetiredSchema::TakeOver(ObjectRegistry<Template> templates,
+                             ObjectRegistry<Enumeration> enumerations, ObjectRegistry<Type> types,
+                             std::unordered_set<Type*> displaced) noexcept {
+    const auto leave = [](Type* type) { type->SetRegistered(false); };
+    templates.ForEach(leave);
+    enumerations.ForEach(leave);
+    types.ForEach(leave);
+    for (Type* type : displaced)
+        type->SetDisplaced(false);
+    templates_ = std::move(templates);
+    enumerations_ = std::move(enumerations);
+    types_ = std::move(types);
+    displaced_ = std::move(displaced);
 }
 
-void RetiredSchema::Retire(RetiredSchema schema) {
-    Instance::StripAbandoned();
+void RetiredSchema::Retire(std::unique_ptr<RetiredSchema> schema) noexcept {
+    Wait(std::move(schema));
     if (Instance::CountFreeStanding() == 0)
-        schema.Delete();
-    else
-        Waiting().push_back(std::move(schema));
+        Release();
 }
 
-void RetiredSchema::Release() {
-    if (Waiting().empty())
-        return;
-    Instance::StripAbandoned();
-    std::vector<RetiredSchema> schemas = std::move(Waiting());
-    Waiting().clear();
-    for (RetiredSchema& schema : schemas)
-        schema.Delete();
+void RetiredSchema::Wait(std::unique_ptr<RetiredSchema> schema) noexcept {
+    schema->next_ = waiting;
+    waiting = schema.release();
 }
 
-/// First all links are taken away, then everything is deleted: templates, enumerations, plain
-/// types, each from the last to the first. Types whose values or properties the host still holds go
-/// with the last of those.
+void RetiredSchema::Release() noexcept {
+    RetiredSchema* next = std::exchange(waiting, nullptr);
+    while (next) {
+        std::unique_ptr<RetiredSchema> schema(next);
+        next = schema->next_;
+        if (!schema->TryToDelete())
+            Wait(std::move(schema));
+    }
+}
+
+/// False without memory: all is still there then, perhaps with fewer links.
+bool RetiredSchema::TryToDelete() noexcept {
+    try {
+        Delete();
+        return true;
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+}
+
+/// All objects: templates, enumerations, plain types, each from the last to the first.
+std::vector<Type*> RetiredSchema::Collect() const {
+    std::vector<Type*> templates;
+    std::vector<Type*> enumerations;
+    std::vector<Type*> types;
+    for (Type* type : displaced_) {
+        const bool isEnumeration = ObjectCast<Enumeration>(type) != nullptr;
+        (ObjectCast<Template>(type) ? templates
+         : isEnumeration            ? enumerations
+                                    : types)
+            .push_back(type);
+    }
+    Append(templates, FromLastToFirst(templates_));
+    Append(templates, enumerations);
+    Append(templates, FromLastToFirst(enumerations_));
+    Append(templates, types);
+    Append(templates, FromLastToFirst(types_));
+    return templates;
+}
+
+/// First all links are taken away, then everything is deleted. Types whose values or properties the
+/// host still holds go with the last of those.
 void RetiredSchema::Delete() {
-    for (const Template* definition : templates_)
+    const std::vector<Type*> all = Collect();
+    std::vector<Template*> templates;
+    for (Type* type : all) {
+        if (auto* definition = ObjectCast<Template>(type))
+            templates.push_back(definition);
+    }
+    Instance::StripAbandoned();
+    for (const Template* definition : templates)
         DropValues(*definition);
     Instance::StripAbandoned();
-    std::vector<Template*> cleared = templates_;
-    Template::SortForClearing(cleared);
-    for (Template* type : cleared)
+    Template::SortForClearing(templates);
+    for (Template* type : templates)
         type->Clear(nullptr);
     Instance::StripAbandoned();
-    std::vector<Type*> all(templates_.rbegin(), templates_.rend());
-    all.insert(all.end(), enumerations_.rbegin(), enumerations_.rend());
-    all.insert(all.end(), types_.rbegin(), types_.rend());
-    TypeGroup group(std::move(all));
+    TypeGroup group(all);
     group.KeepUsed();
-    LeaveToUsers(group.Select(true));
-    TypeGroup::Delete(group.Select(false));
+    const std::vector<Type*> kept = group.Select(true);
+    const std::vector<Type*> leaving = group.Select(false);
+    LeaveToUsers(kept); // nothing from here on needs memory
+    TypeGroup::Delete(leaving);
 }
 
 } // namespace Kor

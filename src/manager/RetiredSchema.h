@@ -1,31 +1,45 @@
 #pragma once
 
+#include <memory>
+#include <unordered_set>
 #include <vector>
 
+#include "core/ObjectRegistry.h"
 #include "schema/Template.h"
 #include "types/Enumeration.h"
 
 namespace Kor {
 
 /// The schema objects of a template manager that is gone. They are deleted at once, unless
-/// instances that the host holds still refer to them: then with the last of those.
+/// instances that the host holds still refer to them: then with the last of those. Where memory
+/// runs out on the way they wait for the next occasion, since nobody could be told.
 class RetiredSchema {
 public:
-    RetiredSchema(std::vector<Template*> templates, std::vector<Enumeration*> enumerations,
-                  std::vector<Type*> types);
+    RetiredSchema() = default;
+    RetiredSchema(const RetiredSchema&) = delete;
+    RetiredSchema& operator=(const RetiredSchema&) = delete;
 
-    /// Takes the objects over.
-    static void Retire(RetiredSchema schema);
+    /// Takes the objects over, none of which counts as registered then.
+    void TakeOver(ObjectRegistry<Template> templates, ObjectRegistry<Enumeration> enumerations,
+                  ObjectRegistry<Type> types, std::unordered_set<Type*> displaced) noexcept;
+
+    /// Deletes the objects, now or later.
+    static void Retire(std::unique_ptr<RetiredSchema> schema) noexcept;
 
     /// Called when no free-standing instance is left.
-    static void Release();
+    static void Release() noexcept;
 
 private:
+    static void Wait(std::unique_ptr<RetiredSchema> schema) noexcept;
+    bool TryToDelete() noexcept;
     void Delete();
+    std::vector<Type*> Collect() const;
 
-    std::vector<Template*> templates_;
-    std::vector<Enumeration*> enumerations_;
-    std::vector<Type*> types_;
+    ObjectRegistry<Template> templates_;
+    ObjectRegistry<Enumeration> enumerations_;
+    ObjectRegistry<Type> types_;
+    std::unordered_set<Type*> displaced_;
+    RetiredSchema* next_ = nullptr; ///< The next one that waits.
 };
 
 } // namespace Kor

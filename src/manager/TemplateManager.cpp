@@ -5,6 +5,7 @@
 
 #include "core/Names.h"
 #include "core/NumberText.h"
+#include "core/Undo.h"
 #include "manager/RetiredSchema.h"
 #include "types/BoolType.h"
 #include "types/FloatType.h"
@@ -15,16 +16,23 @@ namespace Kor {
 
 // -- life -----------------------------------------------------------------------------------------
 
-TemplateManager::TemplateManager() {
+TemplateManager::TemplateManager(std::unique_ptr<RetiredSchema> retired)
+    : retired_(std::move(retired)) {}
+
+/// Whatever throws in here finds the manager complete, whose end frees what there is so far.
+TemplateManager::TemplateManager() : TemplateManager(std::make_unique<RetiredSchema>()) {
     auto root = std::make_unique<Template>("Object", 1, 1);
-    root_ = root.get();
-    Registered(root.get(), templates_.Insert(root.get()), nullptr);
-    static_cast<void>(root.release()); // the registry has it now
+    Register(templates_, root.get());
+    root_ = root.release(); // the registry has it now
     RegisterBuiltInTypes();
 }
 
 void TemplateManager::RegisterBuiltInTypes() {
-    const auto add = [this](Type* type) { TemplateManager::AddType(type); };
+    const auto add = [this](Type* type) {
+        std::unique_ptr<Type> added(type);
+        Register(types_, type);
+        static_cast<void>(added.release());
+    };
     add(new BoolType("BOOL", 1, 1));
     add(new IntType<std::int8_t>("INT8", 1, 1));
     add(new IntType<std::uint8_t>("UINT8", 1, 1));
@@ -43,20 +51,9 @@ void TemplateManager::RegisterBuiltInTypes() {
 }
 
 TemplateManager::~TemplateManager() {
-    std::vector<Template*> templates = templates_.Snapshot();
-    std::vector<Enumeration*> enumerations = enumerations_.Snapshot();
-    std::vector<Type*> types = types_.Snapshot();
-    for (Type* type : displaced_) {
-        type->SetDisplaced(false);
-        if (auto* displacedTemplate = ObjectCast<Template>(type))
-            templates.push_back(displacedTemplate);
-        else if (auto* enumeration = ObjectCast<Enumeration>(type))
-            enumerations.push_back(enumeration);
-        else
-            types.push_back(type);
-    }
-    RetiredSchema::Retire(
-        RetiredSchema(std::move(templates), std::move(enumerations), std::move(types)));
+    retired_->TakeOver(std::move(templates_), std::move(enumerations_), std::move(types_),
+                       std::move(displaced_));
+    RetiredSchema::Retire(std::move(retired_));
 }
 
 /// The pointer is deliberately forgotten first: whoever asks for the manager while it is being
@@ -106,11 +103,9 @@ Template* TemplateManager::CreateTemplate(std::string_view name) {
         return nullptr;
     if (Template* existing = GetTemplate(name)) {
         if (existing->IsRecycled()) {
-            existing->BeginRedefinition();
+            existing->BeginRedefinition(existing != root_ ? root_ : nullptr);
             existing->SetLatestVersion(1);
             existing->SetRecycled(false);
-            if (existing != root_)
-                existing->AddParent(root_);
         }
         return existing;
     }
@@ -122,11 +117,13 @@ Template* TemplateManager::CreateTemplate(std::string_view name) {
 }
 
 int TemplateManager::AddTemplate(Template* added) {
-    Template* replaced = nullptr;
-    const int result = templates_.Insert(added, &replaced);
-    Registered(added, result, replaced);
-    if (result >= 0 && added->GetParentCount() == 0 && added != root_)
-        added->AddParent(root_);
+    const bool isOrphan = added->GetParentCount() == 0 && added != root_;
+    if (!isOrphan || templates_.Get(added->GetKey()))
+        return Register(templates_, added);
+    added->AddParent(root_);
+    Undo parent([&] { added->RemoveParent(root_); });
+    const int result = Register(templates_, added);
+    parent.Forget();
     return result;
 }
 
@@ -161,9 +158,7 @@ Enumeration* TemplateManager::GetEnumeration(std::string_view name) const {
 }
 
 int TemplateManager::AddEnumeration(Enumeration* enumeration) {
-    Enumeration* replaced = nullptr;
-    const int result = enumerations_.Insert(enumeration, &replaced);
-    return Registered(enumeration, result, replaced);
+    return Register(enumerations_, enumeration);
 }
 
 int TemplateManager::RemoveEnumeration(Enumeration* enumeration) {
@@ -175,12 +170,11 @@ int TemplateManager::AddType(Type* type) {
         return AddTemplate(added);
     if (auto* enumeration = ObjectCast<Enumeration>(type))
         return AddEnumeration(enumeration);
+    const int result = Register(types_, type);
     auto* item = ObjectCast<EnumerationItem>(type);
     if (item && item->GetEnumeration())
         item->GetEnumeration()->RemoveItem(item); // or both would delete it
-    Type* replaced = nullptr;
-    const int result = types_.Insert(type, &replaced);
-    return Registered(type, result, replaced);
+    return result;
 }
 
 int TemplateManager::RemoveType(Type* type) {
@@ -235,19 +229,34 @@ int TemplateManager::GetTypesByFileName(std::string_view fileName, Type** found,
 
 // -- registration ---------------------------------------------------------------------------------
 
-/// What entering a registry means for the object and for the one it replaced, if any.
-int TemplateManager::Registered(Type* type, int result, Type* replaced) {
-    if (replaced && replaced != type) {
-        UnlistFile(*replaced);
-        replaced->SetRegistered(false);
-        replaced->SetDisplaced(true);
-        displaced_.insert(replaced);
-    }
-    TakeBack(*type);
-    type->TakeFromUsers();
-    type->SetRegistered(true);
-    ListFile(*type);
+/// Enters an object into a registry, with all that this means for it and for the one it replaces;
+/// without memory nothing has changed. The list's result.
+template <class T> int TemplateManager::Register(ObjectRegistry<T>& registry, T* object) {
+    registry.MakeRoomFor(object->GetKey());
+    ListFile(*object, object->GetFileName());
+    Undo listed([&] {
+        if (!object->IsRegistered())
+            UnlistFile(*object);
+    });
+    Type* former = registry.Contains(object) ? nullptr : registry.Get(object->GetKey());
+    if (former)
+        displaced_.insert(former);
+    listed.Forget();
+    const int result = registry.Insert(object); // there is room
+    if (former)
+        Displace(*former);
+    TakeBack(*object);
+    object->TakeFromUsers();
+    object->SetRegistered(true);
     return result;
+}
+
+template int TemplateManager::Register(ObjectRegistry<Template>& registry, Template* object);
+
+void TemplateManager::Displace(Type& type) {
+    UnlistFile(type);
+    type.SetRegistered(false);
+    type.SetDisplaced(true);
 }
 
 void TemplateManager::GiveAway(Type& type) {
@@ -265,21 +274,36 @@ void TemplateManager::TakeBack(Type& type) {
 }
 
 const std::unordered_set<Type*>* TemplateManager::FindFile(std::string_view fileName) const {
-    const auto found = typesByFile_.find(ToLowerAscii(fileName));
+    const auto found = typesByFile_.find(fileName);
     return found == typesByFile_.end() ? nullptr : &found->second;
 }
 
-void TemplateManager::ListFile(Type& type) {
-    typesByFile_[ToLowerAscii(type.GetFileName())].insert(&type);
+void TemplateManager::ListFile(Type& type, const std::string& fileName) {
+    const auto entry = typesByFile_.try_emplace(fileName).first;
+    Undo made([&] {
+        if (entry->second.empty())
+            typesByFile_.erase(entry);
+    });
+    entry->second.insert(&type);
+    made.Forget();
 }
 
 void TemplateManager::UnlistFile(Type& type) {
-    const auto found = typesByFile_.find(ToLowerAscii(type.GetFileName()));
+    const auto found = typesByFile_.find(type.GetFileName());
     if (found == typesByFile_.end())
         return;
     found->second.erase(&type);
     if (found->second.empty())
         typesByFile_.erase(found);
+}
+
+void TemplateManager::MakeRoomFor(const Type& type) {
+    if (ObjectCast<Template>(&type))
+        templates_.MakeRoom();
+    else if (ObjectCast<Enumeration>(&type))
+        enumerations_.MakeRoom();
+    else
+        types_.MakeRoom();
 }
 
 void TemplateManager::Unlist(Type& type) {

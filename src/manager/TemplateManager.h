@@ -1,9 +1,9 @@
 #pragma once
 
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -20,6 +20,7 @@
 namespace Kor {
 
 class ByteSource;
+class RetiredSchema;
 
 /// The registry of the schema: templates in all their versions, plain types, enumerations, levels
 /// of detail, anchor types; and the files and packages they come from. It owns the templates,
@@ -173,16 +174,19 @@ public:
 
     // -- called by types around changes of their names and files --------------------------------
 
-    /// Takes a registered type out of its registry while its key changes, and places it again.
+    /// Takes a registered type out of its registry while its key changes, and places it again,
+    /// which needs no memory where room was made before.
+    void MakeRoomFor(const Type& type);
     void Unlist(Type& type);
     void List(Type& type);
 
-    /// The same for the index of types by file name.
+    /// Enters a type under a file name that it is about to get, and takes it from the one it has.
+    void ListFile(Type& type, const std::string& fileName);
     void UnlistFile(Type& type);
-    void ListFile(Type& type);
 
     /// Called by a level of detail around a change of its name and at its end; false when the
     /// registry does not have it.
+    void MakeRoomForLOD() { lods_.MakeRoom(); }
     bool UnlistLOD(LOD& lod) { return lods_.RemoveExactly(&lod); }
     void ListLOD(LOD& lod) { lods_.Place(&lod); }
 
@@ -194,13 +198,15 @@ public:
 
 private:
     friend class Singleton<TemplateManager>;
-    using FileIndex = std::unordered_map<std::string, std::unordered_set<Type*>>;
+    using FileIndex = std::map<std::string, std::unordered_set<Type*>, LessIgnoringCase>;
 
     TemplateManager();
+    explicit TemplateManager(std::unique_ptr<RetiredSchema> retired);
     virtual ~TemplateManager();
 
     void RegisterBuiltInTypes();
-    int Registered(Type* type, int result, Type* replaced);
+    template <class T> int Register(ObjectRegistry<T>& registry, T* object);
+    void Displace(Type& type);
     void Unregistered(Type* type);
     void TakeBack(Type& type);
     std::vector<Type*> GetDefinitionsToUnload(std::string_view path) const;
@@ -219,8 +225,9 @@ private:
     SortedStringList packages_;
     LoadedFiles loadedFiles_;
     std::vector<std::string> searchPaths_;
-    FileIndex typesByFile_;               // under the file names in lower case
-    std::unordered_set<Type*> displaced_; // types whose place another one took
+    FileIndex typesByFile_;
+    std::unordered_set<Type*> displaced_;    // types whose place another one took
+    std::unique_ptr<RetiredSchema> retired_; // takes all over in the end, without memory
     mutable std::string key_; // room for composed keys, so that lookups allocate nothing
 };
 

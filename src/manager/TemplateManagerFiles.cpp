@@ -67,18 +67,19 @@ bool TemplateManager::LoadTemplateStream(const char* path, ByteSource& source) {
 bool TemplateManager::UnloadTemplateFile(std::string_view path) {
     if (path.empty()) // the built-in types belong to no file
         return false;
-    loadedFiles_.RemoveInAnyCase(path);
+    TypeGroup definitions(GetDefinitionsToUnload(path));
     if (EqualsIgnoreCase(root_->GetFileName(), path)) {
         // The root stays, since everything falls back to it; it only loses what the file gave it.
-        root_->BeginRedefinition();
+        root_->BeginRedefinition(nullptr);
         root_->SetRecycled(true);
     }
-    TypeGroup definitions(GetDefinitionsToUnload(path));
+    // What stays can be defined anew; so can all, should memory run out from here on.
+    loadedFiles_.RemoveInAnyCase(path);
+    for (Type* type : definitions.GetAll())
+        type->SetRecycled(true);
     Instance::StripAbandoned();
     ClearUnused(definitions, root_);
     definitions.KeepUsed();
-    for (Type* type : definitions.Select(true))
-        type->SetRecycled(true);
     const std::vector<Type*> leaving = definitions.Select(false);
     for (Type* type : leaving) {
         Unlist(*type);

@@ -39,13 +39,14 @@ Template* TemplateManager::CreateTemplateVersion(std::string_view name, int vers
         return nullptr;
     const Template& source = **(above - 1);
     Template* created = existing;
+    versions.reserve(versions.size() + 1);
     if (existing) {
-        existing->BeginRedefinition();
+        existing->BeginRedefinition(source.GetParentCount() > 0 ? root_ : nullptr);
         existing->BecomeVersionOf(source);
         existing->SetRecycled(false);
     } else {
         auto copy = Template::MakeVersion(source, version);
-        Registered(copy.get(), templates_.Insert(copy.get()), nullptr);
+        Register(templates_, copy.get());
         created = copy.release();
         versions.push_back(created);
     }

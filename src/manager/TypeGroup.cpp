@@ -71,11 +71,14 @@ std::vector<Type*> TypeGroup::Select(bool kept) const {
     return selected;
 }
 
-/// Items go first, since their values are freed through other types; then all links.
+/// Items go first, since their values are freed through other types, and those that are types by
+/// themselves lose them; then all links.
 void TypeGroup::Delete(const std::vector<Type*>& types) {
     for (Type* type : types) {
         if (auto* enumeration = ObjectCast<Enumeration>(type))
             enumeration->DeleteItems();
+        else if (auto* item = ObjectCast<EnumerationItem>(type))
+            item->DropValue();
     }
     for (Type* type : types)
         type->SetBaseType(nullptr);

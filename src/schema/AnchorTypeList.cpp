@@ -4,6 +4,8 @@
 #include <unordered_set>
 #include <utility>
 
+#include "core/Undo.h"
+
 namespace Kor {
 
 namespace {
@@ -35,6 +37,16 @@ AnchorTypeList::~AnchorTypeList() {
         Leave(type);
 }
 
+void AnchorTypeList::Enter(const NamedObject* type) {
+    Lists& lists = Users()[type];
+    Undo entered([&] {
+        if (lists.empty())
+            Users().erase(type);
+    });
+    lists.insert(this);
+    entered.Forget();
+}
+
 void AnchorTypeList::Leave(const NamedObject* type) const {
     Lists* lists = FindLists(type);
     if (!lists)
@@ -45,11 +57,12 @@ void AnchorTypeList::Leave(const NamedObject* type) const {
 }
 
 int AnchorTypeList::Add(NamedObject* type) {
+    types_.MakeRoom();
+    Enter(type);
     NamedObject* replaced = nullptr;
     const int result = types_.Insert(type, &replaced);
-    if (replaced)
+    if (replaced && replaced != type)
         Leave(replaced);
-    Users()[type].insert(this);
     return result;
 }
 

@@ -18,9 +18,10 @@ Command::~Command() {
 bool Command::SetName(const char* name) {
     if (!IsValidName(TextOf(name)))
         return false;
+    CompactString stored(TextOf(name)); // first, since no list has the command while it is renamed
     for (Property* lister : listers_)
         lister->UnlistCommand(*this);
-    StoreName(TextOf(name));
+    SwapName(stored);
     for (Property* lister : listers_)
         lister->ListCommand(*this);
     return true;

@@ -3,6 +3,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/MakeRoom.h"
 #include "core/NamedObject.h"
 
 namespace Kor {
@@ -34,6 +35,7 @@ public:
     bool SetName(const char* name) override;
 
     /// Kept by the properties that list the command.
+    void MakeRoomForLister() { MakeRoom(listers_); }
     void AddLister(Property* lister) { listers_.push_back(lister); }
     void RemoveLister(Property* lister);
 

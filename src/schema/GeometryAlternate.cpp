@@ -4,6 +4,7 @@
 #include "xml/XMLTemplateWriter.h"
 
 #include "core/TakeOut.h"
+#include "core/Undo.h"
 #include "schema/GeometryProperty.h"
 
 namespace Kor {
@@ -12,7 +13,7 @@ GeometryAlternate::GeometryAlternate(LOD* lod, int version)
     : NodeProperty(std::string_view(), version), lod_(lod) {
     if (lod)
         StoreName(lod->GetNameView());
-    GeometryAlternate::UpdateFullName();
+    UpdateFullName();
     if (lod)
         lod->AddAlternate(this); // last: an alternate that could not be made is not known
 }
@@ -41,20 +42,26 @@ std::string_view GeometryAlternate::GetKey() const {
     return lod_ ? lod_->GetKey() : NodeProperty::GetKey();
 }
 
-void GeometryAlternate::UpdateFullName() {
-    NodeProperty::UpdateFullName();
+void GeometryAlternate::ComposeFullName(std::string& fullName) const {
+    NodeProperty::ComposeFullName(fullName);
     if (lod_)
-        StoreFullName(std::string(GetFullName()).append(1, '.').append(lod_->GetName()));
+        fullName.append(1, '.').append(lod_->GetNameView());
 }
 
 void GeometryAlternate::SetLOD(LOD* lod) {
-    if (lod_)
-        lod_->RemoveAlternate(this);
-    lod_ = nullptr;
-    if (lod)
+    LOD* former = lod_;
+    if (lod && lod != former)
         lod->AddAlternate(this);
     lod_ = lod;
+    Undo changed([&] {
+        lod_ = former;
+        if (lod && lod != former)
+            lod->RemoveAlternate(this);
+    });
     UpdateFullName();
+    changed.Forget();
+    if (former && former != lod)
+        former->RemoveAlternate(this);
 }
 
 void GeometryAlternate::ForgetLOD() {

@@ -32,7 +32,7 @@ public:
 
     /// As for every property, and then the level's name once more: "High.High" without an owner,
     /// which is intended.
-    void UpdateFullName() override;
+    void ComposeFullName(std::string& fullName) const override;
 
     LOD* GetLOD() const { return lod_; }
 
@@ -44,6 +44,7 @@ public:
     void ForgetLOD();
 
     /// Kept by the geometries that list the alternate, once for each entry.
+    void MakeRoomForLister() { MakeRoom(listers_); }
     void AddLister(GeometryProperty* lister) { listers_.push_back(lister); }
     void RemoveLister(GeometryProperty* lister);
 

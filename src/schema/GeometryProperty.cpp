@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <limits>
+#include <memory>
+#include <utility>
 
 // A property makes its own value side; the instances' headers know the schema, not the reverse.
 #include "instances/GeometryInstance.h"
@@ -9,12 +11,20 @@
 // A property writes its own declaration, whose form the writer of template files knows.
 #include "xml/XMLTemplateWriter.h"
 
+#include "core/Undo.h"
+
 namespace Kor {
 
 GeometryProperty::GeometryProperty(const GeometryProperty& source) : Property(source) {
+    Undo copied([this] {
+        for (GeometryAlternate* alternate :
+             SortedObjectList<GeometryAlternate>(std::move(alternates_)))
+            delete alternate; // nobody has seen it
+    });
     alternates_.Reserve(source.alternates_.GetCount());
     for (const GeometryAlternate* alternate : source.alternates_)
         AppendCopy(*alternate);
+    copied.Forget();
 }
 
 GeometryProperty::~GeometryProperty() {
@@ -31,12 +41,15 @@ void GeometryProperty::WriteToXML(XMLWriter& writer) const {
 }
 
 void GeometryProperty::AppendCopy(const GeometryAlternate& source) {
-    auto* copy = static_cast<GeometryAlternate*>(source.Clone().release());
-    alternates_.Append(copy);
+    std::unique_ptr<GeometryAlternate> copy(
+        static_cast<GeometryAlternate*>(source.Clone().release()));
     copy->AddLister(this);
+    alternates_.Append(copy.release());
 }
 
 int GeometryProperty::AddAlternate(GeometryAlternate* alternate, GeometryAlternate** replaced) {
+    alternates_.MakeRoom();
+    alternate->MakeRoomForLister();
     GeometryAlternate* former = nullptr;
     const int result = alternates_.Insert(alternate, &former);
     if (former)

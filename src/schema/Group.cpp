@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <iterator>
+#include <memory>
 #include <unordered_set>
 #include <utility>
 
 // A group writes its own declaration, whose form the writer of template files knows.
 #include "xml/XMLTemplateWriter.h"
 
+#include "core/MakeRoom.h"
 #include "core/TakeOut.h"
 #include "schema/View.h"
 
@@ -49,11 +51,12 @@ void Group::CopyItems(const Group& source) {
         const auto [original, copy] = pending.back();
         pending.pop_back();
         for (const ViewItem* item : original->items_) {
-            ViewItem* made = CopyAlone(*item);
-            if (auto* inner = ObjectCast<Group>(made))
+            std::unique_ptr<ViewItem> made(CopyAlone(*item));
+            if (auto* inner = ObjectCast<Group>(made.get()))
                 pending.emplace_back(static_cast<const Group*>(item), inner);
-            copy->items_.push_back(made);
+            MakeRoom(copy->items_);
             made->AddGroup(copy);
+            copy->items_.push_back(made.release());
         }
     }
 }
@@ -94,6 +97,8 @@ bool Group::IsInside(const ViewItem* item) const {
 void Group::AddViewItemAt(ViewItem* item, int position) {
     if (!item || IsInside(item))
         return;
+    MakeRoom(items_);
+    item->MakeRoomForGroup();
     const int count = GetViewItemCount();
     const int place = position < 0 || position > count ? count : position;
     items_.insert(items_.begin() + place, item);

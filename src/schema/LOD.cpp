@@ -1,5 +1,7 @@
 #include "schema/LOD.h"
 
+#include <utility>
+
 // The registry of levels is sorted by name: only the manager can follow a change.
 #include "manager/TemplateManager.h"
 
@@ -35,6 +37,8 @@ bool LOD::SetName(const char* name) {
     if (!IsValidName(TextOf(name)))
         return false;
     CompactString stored(TextOf(name)); // first, since no list has the level while it is renamed
+    if (TemplateManager::Exists())
+        TemplateManager::Get()->MakeRoomForLOD();
     const bool registered = Unlist(*this);
     for (GeometryAlternate* alternate : alternates_)
         alternate->LeaveSortedLists();
@@ -68,13 +72,15 @@ void LOD::DisallowShape(int shapes) {
 const char* LOD::GetAllowedShapeNames() {
     if (!allowedShapeNames_.empty())
         return allowedShapeNames_.c_str();
+    std::string names;
     for (const LODShape& shape : kLODShapes) {
         if (!(allowedShapes_ & shape.bit))
             continue;
-        if (!allowedShapeNames_.empty())
-            allowedShapeNames_ += ", ";
-        allowedShapeNames_ += shape.name;
+        if (!names.empty())
+            names += ", ";
+        names += shape.name;
     }
+    allowedShapeNames_ = std::move(names);
     return allowedShapeNames_.c_str();
 }
 

@@ -1,9 +1,11 @@
 #include "schema/Property.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "core/Names.h"
 #include "core/TakeOut.h"
+#include "core/Undo.h"
 #include "schema/SchemaRevision.h"
 #include "schema/Template.h"
 #include "schema/ViewProperty.h"
@@ -15,11 +17,17 @@ Property::Property(std::string_view name, int version)
 
 Property::Property(const Property& source)
     : NamedObject(source), VersionedObject(source), Lockable(source), fullName_(source.fullName_) {
+    Undo copied([this] {
+        for (Command* command : SortedObjectList<Command>(std::move(commands_)))
+            delete command; // nobody has seen it
+    });
     commands_.Reserve(source.commands_.GetCount());
     for (const Command* command : source.commands_) {
-        commands_.Append(static_cast<Command*>(command->Clone().release()));
-        commands_.GetAt(commands_.GetCount() - 1)->AddLister(this);
+        std::unique_ptr<Command> copy(static_cast<Command*>(command->Clone().release()));
+        copy->AddLister(this);
+        commands_.Append(copy.release());
     }
+    copied.Forget();
 }
 
 Property::~Property() {
@@ -34,17 +42,20 @@ Property::~Property() {
 bool Property::SetName(const char* name) {
     if (!IsValidName(TextOf(name)))
         return false;
+    CompactString stored(TextOf(name)); // first, since no list has the property while it is renamed
     std::vector<Template*> holders = holders_.ToVector();
     holders.erase(std::remove_if(holders.begin(), holders.end(),
                                  [this](Template* holder) { return !holder->UnlistName(*this); }),
                   holders.end());
-    StoreName(TextOf(name));
+    SwapName(stored);
     for (Template* holder : holders)
         holder->ListName(*this);
     return true;
 }
 
 int Property::AddCommand(Command* command) {
+    commands_.MakeRoom();
+    command->MakeRoomForLister();
     Command* replaced = nullptr;
     const int result = commands_.Insert(command, &replaced);
     if (replaced)
@@ -64,16 +75,23 @@ int Property::RemoveCommand(Command* command) {
 }
 
 void Property::SetOwner(Template* owner) {
-    owner_ = owner;
+    Template* former = std::exchange(owner_, owner);
+    Undo owned([&] { owner_ = former; });
     UpdateFullName();
+    owned.Forget();
 }
 
 void Property::UpdateFullName() {
-    if (!owner_)
-        return StoreFullName(GetKey());
     static std::string& fullName = *new std::string; // kept, so that composing costs no allocation
-    fullName.assign(owner_->GetNameView()).append(1, '.').append(GetKey());
+    ComposeFullName(fullName);
     StoreFullName(fullName);
+}
+
+void Property::ComposeFullName(std::string& fullName) const {
+    fullName.clear();
+    if (owner_)
+        fullName.append(owner_->GetNameView()).append(1, '.');
+    fullName += GetKey();
 }
 
 void Property::StoreFullName(std::string_view fullName) {

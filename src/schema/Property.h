@@ -7,6 +7,7 @@
 
 #include "core/BlockPool.h"
 #include "core/Lockable.h"
+#include "core/MakeRoom.h"
 #include "core/NamedObject.h"
 #include "core/SortedObjectList.h"
 #include "core/TiedList.h"
@@ -101,7 +102,7 @@ public:
                                    int bufferSize) const = 0;
 
     /// Composes the full name anew from the owner's name and the own one.
-    virtual void UpdateFullName();
+    void UpdateFullName();
 
     // -- use ------------------------------------------------------------------------------------
 
@@ -111,6 +112,7 @@ public:
     void ReleaseUse() { --useCount_; }
 
     /// Kept by the templates that list the property.
+    void MakeRoomForHolder() { MakeRoom(holders_); }
     void AddHolder(Template* holder) { holders_.push_back(holder); }
     void RemoveHolder(Template* holder);
     const PointerList<Template>& GetHolders() const { return holders_; }
@@ -120,6 +122,7 @@ public:
     void ListCommand(Command& command) { commands_.Place(&command); }
 
     /// Kept by the view properties that refer to the property.
+    void MakeRoomForViewer() { viewers_.MakeRoom(); }
     void AddViewer(ViewProperty* viewer);
     void RemoveViewer(ViewProperty* viewer);
 
@@ -132,6 +135,9 @@ protected:
 
     /// The copy succeeds the source, has copies of its commands, and no owner.
     Property(const Property& source);
+
+    /// The full name for the present owner and name.
+    virtual void ComposeFullName(std::string& fullName) const;
 
     void StoreFullName(std::string_view fullName);
 

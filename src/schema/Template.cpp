@@ -1,7 +1,9 @@
 #include "schema/Template.h"
 
 #include <algorithm>
-#include <unordered_set>
+#include <functional>
+#include <memory>
+#include <new>
 
 // The root, to which templates without parents fall back, is the manager's.
 #include "manager/TemplateManager.h"
@@ -9,9 +11,12 @@
 // A template writes its own declaration, whose form the writer of template files knows.
 #include "xml/XMLTemplateWriter.h"
 
+#include "core/MakeRoom.h"
 #include "core/Names.h"
 #include "core/TakeOut.h"
+#include "core/Undo.h"
 #include "schema/SchemaRevision.h"
+#include "schema/TemplateLinks.h"
 #include "schema/TemplateWalk.h"
 
 namespace Kor {
@@ -30,7 +35,12 @@ Template::Template(const Template& source, AsVersion version)
 Template::~Template() {
     // A dying manager is out of reach already: then nobody falls back to its root.
     TemplateManager* manager = TemplateManager::Exists() ? TemplateManager::Get() : nullptr;
-    Clear(manager ? manager->GetRoot() : nullptr);
+    try {
+        ShareChildren(manager ? manager->GetRoot() : nullptr);
+    } catch (const std::bad_alloc&) {
+        manager = nullptr; // the children stay without a parent: there is nobody to tell
+    }
+    DropLinks();
     ReleaseKey(key_);
 }
 
@@ -58,16 +68,17 @@ void Template::CopyParentsAndProperties(const Template& source) {
     for (Template* parent : source.parents_)
         AddParent(parent);
     const int count = source.propertiesByName_.GetCount();
-    propertiesByName_.Reserve(count);
-    properties_.reserve(static_cast<size_t>(count));
+    propertiesByName_.Reserve(propertiesByName_.GetCount() + count);
+    properties_.reserve(properties_.size() + static_cast<size_t>(count));
     for (const Property* property : source.propertiesByName_) {
-        auto* copy = static_cast<Property*>(property->Clone().release());
-        copy->SetKeeper(this);
-        copy->AddHolder(this);
+        std::unique_ptr<Property> made(static_cast<Property*>(property->Clone().release()));
+        made->SetKeeper(this);
+        if (made->GetVersion() == source.GetVersion())
+            made->SetOwner(this);
+        made->AddHolder(this);
+        Property* copy = made.release();
         propertiesByName_.Insert(copy);
         properties_.push_back(copy);
-        if (copy->GetVersion() == source.GetVersion())
-            copy->SetOwner(this);
     }
     SchemaRevision::Advance();
 }
@@ -85,9 +96,16 @@ void Template::WriteToXML(XMLWriter& writer) const {
 // -- key and version ------------------------------------------------------------------------------
 
 void Template::SetVersion(int version) {
+    MakeRoomInSortedLists();
+    const int former = GetVersion();
     LeaveSortedLists();
+    Undo renumbered([&] {
+        VersionedObject::SetVersion(former);
+        EnterSortedLists();
+    });
     VersionedObject::SetVersion(version);
     UpdateFullName();
+    renumbered.Forget();
     EnterSortedLists();
 }
 
@@ -119,22 +137,24 @@ bool Template::IsOnlyOneOfItsKey() const {
     return KeyCounts()[key_] == 1;
 }
 
+void Template::MakeRoomInSortedLists() {
+    Type::MakeRoomInSortedLists();
+    ForEachParent([](Template* parent) { parent->children_.MakeRoom(); });
+}
+
 void Template::LeaveSortedLists() {
     Type::LeaveSortedLists();
-    for (Template* parent : GetAllParents())
-        parent->UnlinkChild(this);
-    for (Template* child : GetAllChildren())
-        child->parents_.RemoveExactly(this);
+    ForEachParent([this](Template* parent) { parent->UnlinkChild(this); });
+    ForEachChild([this](Template* child) { child->parents_.RemoveExactly(this); });
 }
 
 void Template::EnterSortedLists() {
-    for (Template* parent : GetAllParents())
-        parent->children_.Place(this);
-    for (Template* child : GetAllChildren()) {
+    ForEachParent([this](Template* parent) { parent->children_.Place(this); });
+    ForEachChild([this](Template* child) {
         const auto& former = child->formerParents_;
         if (std::find(former.begin(), former.end(), this) == former.end())
-            child->parents_.Place(this);
-    }
+            child->parents_.Place(this); // there is still the room that leaving made
+    });
     Type::EnterSortedLists();
 }
 
@@ -149,6 +169,11 @@ int Template::AddProperty(Property* property, int position, bool* refused) {
         *refused = containsItself || duplicate;
     if (containsItself || duplicate)
         return -1;
+    propertiesByName_.MakeRoom();
+    MakeRoom(properties_);
+    property->MakeRoomForHolder();
+    if (property->GetVersion() == GetVersion())
+        property->SetOwner(this);
     if (existing && GetVersion() < existing->GetVersion()) {
         VersionedObject* older = existing->GetPrevious();
         existing->SetPrevious(property);
@@ -156,8 +181,6 @@ int Template::AddProperty(Property* property, int position, bool* refused) {
     } else if (existing) {
         property->SetPrevious(existing);
     }
-    if (property->GetVersion() == GetVersion())
-        property->SetOwner(this);
     const int result = propertiesByName_.Insert(property);
     const auto count = static_cast<int>(properties_.size());
     const int place = position < 0 || position > count ? count : position;
@@ -169,6 +192,7 @@ int Template::AddProperty(Property* property, int position, bool* refused) {
 }
 
 int Template::RemoveProperty(Property* property) {
+    MakeRoom(removedProperties_);
     SchemaRevision::Advance();
     propertiesByName_.Remove(property);
     if (property->GetKeeper() == this)
@@ -193,29 +217,30 @@ void Template::ForgetProperty(Property& property) {
     SchemaRevision::Advance();
 }
 
-/// Deletes the own properties from last to first in name order, older definitions included.
+/// Deletes the own properties from last to first in name order, older definitions included. Needs
+/// no memory, unless properties that are used are kept: for these there must be room.
 void Template::DropProperties(bool keepUsed) {
-    std::vector<Property*> owned;
-    std::unordered_set<const Property*> known; // a property may be declared twice
-    for (Property* property : properties_) {
-        const bool isOwn = property->GetOwner() == this || property->GetKeeper() == this;
-        if (isOwn && known.insert(property).second)
-            owned.push_back(property);
-    }
-    std::stable_sort(owned.begin(), owned.end(), [](const Property* a, const Property* b) {
-        return a->GetKey() < b->GetKey();
-    });
-    const std::vector<Property*> listed = properties_.ToVector();
+    decltype(properties_) listed;
+    listed.swap(properties_);
+    propertiesByName_.Clear();
     for (Property* property : listed)
         property->RemoveHolder(this);
-    propertiesByName_.Clear();
-    properties_.clear();
-    for (auto property = owned.rbegin(); property != owned.rend(); ++property) {
-        if (keepUsed && (*property)->IsInUse()) {
-            retiredProperties_.push_back(*property);
-            (*property)->AddHolder(this);
+    // By their addresses behind the names, so that one that is declared twice stands beside itself.
+    std::sort(listed.begin(), listed.end(), [](const Property* a, const Property* b) {
+        const int order = a->GetKey().compare(b->GetKey());
+        return order == 0 ? std::less<>()(a, b) : order < 0;
+    });
+    const Property* last = nullptr;
+    for (auto at = listed.end(); at != listed.begin();) {
+        Property* property = *--at;
+        if (property == last || (property->GetOwner() != this && property->GetKeeper() != this))
+            continue;
+        last = property;
+        if (keepUsed && property->IsInUse()) {
+            retiredProperties_.push_back(property);
+            property->AddHolder(this); // in the place of the entry that it lost
         } else {
-            delete *property;
+            delete property;
         }
     }
     SchemaRevision::Advance();
@@ -233,10 +258,18 @@ void Template::ReleaseRemoved() {
 // -- views ----------------------------------------------------------------------------------------
 
 int Template::CreateView(std::string_view name) {
-    return IsValidName(name) ? AddView(new View(name, this)) : -1;
+    if (!IsValidName(name))
+        return -1;
+    auto view = std::make_unique<View>(name, this);
+    const int result = AddView(view.get());
+    static_cast<void>(view.release()); // the list has it now
+    return result;
 }
 
 int Template::AddView(View* view) {
+    views_.MakeRoomFor(view->GetKey());
+    view->MakeRoomForLister();
+    MakeRoomForTiedView();
     View* replaced = nullptr;
     const int result = views_.Insert(view, &replaced);
     if (replaced)
@@ -275,9 +308,15 @@ void Template::DropViews() {
 // -- lives ----------------------------------------------------------------------------------------
 
 void Template::Clear(Template* fallback) {
+    ShareChildren(fallback);
+    DropLinks();
+}
+
+/// What clearing takes away; needs no memory.
+void Template::DropLinks() {
     DropViews();
-    DropParents();
-    DropChildren(fallback);
+    DropParents(nullptr);
+    DropChildren();
     DropProperties(false);
     DropRetired(false);
     ReleaseRemoved();
@@ -292,16 +331,20 @@ void Template::SortForClearing(std::vector<Template*>& templates) {
     });
 }
 
-void Template::BeginRedefinition() {
+void Template::BeginRedefinition(Template* parent) {
+    retiredProperties_.reserve(retiredProperties_.size() + properties_.size());
+    if (parent)
+        AddParent(parent);
     DropViews();
-    DropParents();
+    DropParents(parent);
     DropProperties(true);
     DropRetired(true);
 }
 
+/// A property that goes leaves the list by itself.
 void Template::DropRetired(bool keepUsed) {
-    const std::vector<Property*> retired = retiredProperties_.ToVector();
-    for (Property* property : retired) {
+    for (size_t at = retiredProperties_.size(); at > 0; --at) {
+        Property* property = retiredProperties_[at - 1];
         if (!keepUsed || !property->IsInUse())
             delete property;
     }

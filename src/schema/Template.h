@@ -128,8 +128,12 @@ public:
     // -- lives ----------------------------------------------------------------------------------
 
     /// Deletes the views and the own properties and takes away all links; children left without a
-    /// parent fall back to `fallback`, when there is one.
+    /// parent fall back to `fallback`, when there is one. Without memory nothing has changed.
     void Clear(Template* fallback);
+
+    /// Gives the children that have no other parent to another template as well. Without memory
+    /// nothing has changed.
+    void ShareChildren(Template* fallback);
 
     /// Sorts by full name, and the versions of one name from the highest to the lowest: the order
     /// in which clearing costs least. What a version lists of lower ones is then taken from it
@@ -138,7 +142,8 @@ public:
 
     /// Prepares a recycled template for a new definition: what instances still use moves out of
     /// sight, the rest goes.
-    void BeginRedefinition();
+    /// It falls back to `parent`, when there is one. Without memory nothing has changed.
+    void BeginRedefinition(Template* parent);
 
     /// Whether a living instance implements the template or holds property instances of it.
     bool IsUsedByInstances() const;
@@ -202,8 +207,10 @@ public:
     bool UnlistName(Property& property) { return propertiesByName_.RemoveExactly(&property); }
     void ListName(Property& property) { propertiesByName_.Place(&property); }
     void ForgetProperty(Property& property);
+    void MakeRoomForView() { views_.MakeRoom(); }
     void UnlistView(View& view) { views_.RemoveExactly(&view); }
     void ListView(View& view) { views_.Place(&view); }
+    void MakeRoomForTiedView() { tiedViews_.MakeRoom(); }
     void TieView(View& view) { tiedViews_.Add(&view); }
     void UntieView(View& view);
     const SortedObjectList<Template>& GetParents() const { return parents_; }
@@ -213,6 +220,7 @@ public:
 
 protected:
     void UpdateFullName() override;
+    void MakeRoomInSortedLists() override;
     void LeaveSortedLists() override;
     void EnterSortedLists() override;
 
@@ -228,14 +236,18 @@ private:
     static std::unordered_map<std::string, int>& KeyCounts();
     static void ReleaseKey(const std::string& key);
     void CopyParentsAndProperties(const Template& source);
+    bool MayGetParent(const Template* parent) const;
+    void MakeRoomForParent(Template& parent);
+    int LinkParent(Template* parent);
     void LinkChild(Template* child);
     void UnlinkChild(Template* child);
     void UnlinkParent(Template* parent);
     void ReplaceParent(Template* replaced, Template* parent);
-    std::vector<Template*> GetAllParents() const;
-    std::vector<Template*> GetAllChildren() const;
-    void DropParents();
-    void DropChildren(Template* fallback);
+    template <class Body> void ForEachParent(const Body& body) const;
+    template <class Body> void ForEachChild(const Body& body) const;
+    void DropLinks();
+    void DropParents(const Template* kept);
+    void DropChildren();
     void DropViews();
     void DropProperties(bool keepUsed);
     void DropRetired(bool keepUsed);

@@ -8,19 +8,42 @@
 // The root, to which templates without parents fall back, is the manager's.
 #include "manager/TemplateManager.h"
 
+#include "core/MakeRoom.h"
 #include "core/TakeOut.h"
+#include "core/Undo.h"
 #include "schema/SchemaRevision.h"
+#include "schema/TemplateLinks.h"
 
 namespace Kor {
 
 int Template::AddParent(Template* parent) {
-    if (parent == this || (MayHaveDescendants() && parent->IsDescendantOf(this)))
+    if (!MayGetParent(parent))
         return -1;
     TemplateManager* manager = TemplateManager::Get();
     Template* root = manager ? manager->GetRoot() : nullptr;
-    if (parents_.GetCount() == 1 && parents_.GetAt(0) == root)
-        UnlinkParent(root);
+    const bool onlyHasRoot = parents_.GetCount() == 1 && parents_.GetAt(0) == root;
     SchemaRevision::Advance();
+    if (onlyHasRoot && parent == root)
+        return 0;
+    MakeRoomForParent(*parent);
+    if (onlyHasRoot)
+        UnlinkParent(root);
+    return LinkParent(parent);
+}
+
+bool Template::MayGetParent(const Template* parent) const {
+    return parent != this && !(MayHaveDescendants() && parent->IsDescendantOf(this));
+}
+
+/// Linking the parent next needs no memory then.
+void Template::MakeRoomForParent(Template& parent) {
+    parents_.MakeRoom();
+    MakeRoom(formerParents_);
+    parent.children_.MakeRoomFor(key_);
+    MakeRoom(parent.unlistedChildren_);
+}
+
+int Template::LinkParent(Template* parent) {
     Template* replaced = nullptr;
     const int result = parents_.Insert(parent, &replaced);
     if (result >= 0) {
@@ -57,15 +80,15 @@ void Template::LinkChild(Template* child) {
 
 /// A child that this one had pushed out of the list by having the same key returns to it.
 void Template::UnlinkChild(Template* child) {
-    if (TakeOut(unlistedChildren_, child) || !children_.RemoveExactly(child))
+    if (TakeOut(unlistedChildren_, child))
         return;
     const auto hidden =
         std::find_if(unlistedChildren_.begin(), unlistedChildren_.end(),
                      [child](const Template* other) { return other->GetKey() == child->GetKey(); });
     if (hidden == unlistedChildren_.end())
-        return;
-    children_.Insert(*hidden);
-    unlistedChildren_.erase(hidden);
+        children_.RemoveExactly(child);
+    else if (children_.Replace(child, *hidden))
+        unlistedChildren_.erase(hidden);
 }
 
 void Template::UnlinkParent(Template* parent) {
@@ -76,47 +99,57 @@ void Template::UnlinkParent(Template* parent) {
 
 int Template::RemoveParent(Template* parent) {
     const int index = parents_.FindEntry(parent);
+    TemplateManager* manager = TemplateManager::Get();
+    Template* root = manager ? manager->GetRoot() : nullptr;
+    const bool isLast = parents_.GetCount() == (index >= 0 ? 1 : 0);
+    const bool fallsBack = isLast && root && parent != root && MayGetParent(root);
+    if (fallsBack)
+        MakeRoomForParent(*root);
     if (index >= 0)
         UnlinkParent(parents_.GetAt(index));
     if (TakeOut(formerParents_, parent))
         parent->UnlinkChild(this);
-    TemplateManager* manager = TemplateManager::Get();
-    Template* root = manager ? manager->GetRoot() : nullptr;
-    if (parents_.IsEmpty() && root && parent != root)
-        AddParent(root);
+    if (fallsBack)
+        LinkParent(root);
     return index;
 }
 
-void Template::DropParents() {
-    while (!parents_.IsEmpty())
-        UnlinkParent(parents_.GetAt(parents_.GetCount() - 1));
+void Template::DropParents(const Template* kept) {
+    for (int i = parents_.GetCount() - 1; i >= 0; --i) {
+        if (parents_.GetAt(i) != kept)
+            UnlinkParent(parents_.GetAt(i));
+    }
     for (Template* former : formerParents_)
         former->UnlinkChild(this);
     formerParents_.clear();
 }
 
-std::vector<Template*> Template::GetAllParents() const {
-    std::vector<Template*> parents = parents_.GetAll();
-    parents.insert(parents.end(), formerParents_.begin(), formerParents_.end());
-    return parents;
+void Template::ShareChildren(Template* fallback) {
+    if (!fallback || fallback == this)
+        return;
+    std::vector<Template*> orphans;
+    ForEachChild([&](Template* child) {
+        const bool isOnly = child->parents_.GetCount() == 1 && child->parents_.GetAt(0) == this;
+        if (child != fallback && (isOnly || child->parents_.IsEmpty()))
+            orphans.push_back(child);
+    });
+    size_t shared = 0;
+    Undo all([&] {
+        while (shared > 0)
+            orphans[--shared]->UnlinkParent(fallback);
+    });
+    for (; shared < orphans.size(); ++shared)
+        orphans[shared]->AddParent(fallback);
+    all.Forget();
 }
 
-std::vector<Template*> Template::GetAllChildren() const {
-    std::vector<Template*> children = children_.Snapshot();
-    children.insert(children.begin(), unlistedChildren_.begin(), unlistedChildren_.end());
-    return children;
-}
-
-void Template::DropChildren(Template* fallback) {
-    const std::vector<Template*> children = GetAllChildren();
+void Template::DropChildren() {
+    ForEachChild([this](Template* child) {
+        child->parents_.RemoveExactly(this);
+        TakeOut(child->formerParents_, this);
+    });
     children_.Clear();
     unlistedChildren_.clear();
-    for (auto child = children.rbegin(); child != children.rend(); ++child) {
-        (*child)->parents_.RemoveExactly(this);
-        TakeOut((*child)->formerParents_, this);
-        if ((*child)->parents_.IsEmpty() && fallback && fallback != this && *child != fallback)
-            (*child)->AddParent(fallback);
-    }
 }
 
 } // namespace Kor

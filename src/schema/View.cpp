@@ -22,15 +22,20 @@ std::unique_ptr<Object> View::Clone() const {
 bool View::SetName(const char* name) {
     if (!IsValidName(TextOf(name)))
         return false;
+    CompactString stored(TextOf(name)); // first, since no list has the view while it is renamed
+    for (Template* lister : listers_)
+        lister->MakeRoomForView();
     for (Template* lister : listers_)
         lister->UnlistView(*this);
-    StoreName(TextOf(name));
+    SwapName(stored);
     for (Template* lister : listers_)
         lister->ListView(*this);
     return true;
 }
 
 void View::SetTemplate(Template* owner) {
+    if (owner)
+        owner->MakeRoomForTiedView();
     if (owner_)
         owner_->UntieView(*this);
     owner_ = owner;

@@ -38,6 +38,7 @@ public:
 
     /// Kept by the templates that list the view.
     bool IsListed() const { return !listers_.empty(); }
+    void MakeRoomForLister() { MakeRoom(listers_); }
     void AddLister(Template* lister);
     void RemoveLister(Template* lister);
 

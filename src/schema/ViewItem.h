@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "core/Lockable.h"
+#include "core/MakeRoom.h"
 #include "core/NamedObject.h"
 
 namespace Kor {
@@ -29,6 +30,7 @@ public:
 
     /// The groups that list the item, once for each entry.
     const std::vector<Group*>& GetGroups() const { return groups_; }
+    void MakeRoomForGroup() { MakeRoom(groups_); }
     void AddGroup(Group* group) { groups_.push_back(group); }
     void RemoveGroup(Group* group);
 

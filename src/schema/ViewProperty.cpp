@@ -28,6 +28,8 @@ void ViewProperty::WriteToXML(XMLWriter& writer) const {
 }
 
 void ViewProperty::SetProperty(Property* property) {
+    if (property)
+        property->MakeRoomForViewer();
     if (property_)
         property_->RemoveViewer(this);
     property_ = property;

@@ -1,12 +1,15 @@
 #include "types/Enumeration.h"
 
 #include <algorithm>
+#include <utility>
 
 // An item that is registered as a plain type as well is the manager's.
 #include "manager/TemplateManager.h"
 
 // An enumeration writes its own declaration, whose form the writer of template files knows.
 #include "xml/XMLTemplateWriter.h"
+
+#include "core/Undo.h"
 
 namespace Kor {
 
@@ -16,12 +19,14 @@ Enumeration::Enumeration(std::string_view name, Type* base)
 }
 
 Enumeration::Enumeration(const Enumeration& other) : BorrowingType(other) {
+    Undo copied([this] { DeleteItems(); });
     items_.Reserve(other.items_.GetCount());
     for (const EnumerationItem* item : other.items_) {
         auto* copy = static_cast<EnumerationItem*>(item->Clone().release());
         copy->SetEnumeration(this);
         items_.Append(copy);
     }
+    copied.Forget();
 }
 
 Enumeration::~Enumeration() {
@@ -29,7 +34,7 @@ Enumeration::~Enumeration() {
 }
 
 void Enumeration::DeleteItems() {
-    const std::vector<EnumerationItem*> items = items_.GetAll();
+    const SortedObjectList<EnumerationItem> items = std::move(items_);
     items_.Clear();
     for (EnumerationItem* item : items) {
         item->SetEnumeration(nullptr);
@@ -47,6 +52,7 @@ void Enumeration::WriteToXML(XMLWriter& writer) const {
 }
 
 int Enumeration::AddItem(EnumerationItem* item) {
+    items_.MakeRoom();
     // Whoever owned the item so far would delete it, too.
     if (Enumeration* before = item->GetEnumeration(); before && before != this)
         before->RemoveItem(item);

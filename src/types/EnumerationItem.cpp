@@ -54,6 +54,11 @@ void EnumerationItem::SetValue(const void* value) {
     value_.Adopt(valueType_.Get(), copy, count);
 }
 
+void EnumerationItem::DropValue() {
+    value_.Clear();
+    valueType_.Reset(nullptr);
+}
+
 void EnumerationItem::CollectUsedTypes(std::vector<Type*>& types) const {
     BorrowingType::CollectUsedTypes(types);
     for (Type* used : {valueType_.Get(), value_.GetType()}) {

@@ -33,6 +33,9 @@ public:
     /// Replaces the value by a copy.
     void SetValue(const void* value);
 
+    /// Ends the value and forgets its type, before that goes.
+    void DropValue();
+
     void CollectUsedTypes(std::vector<Type*>& types) const override;
     Type* GetValueCarrier() const override { return valueType_.Get(); }
 

@@ -9,6 +9,7 @@
 #include "xml/XMLTemplateWriter.h"
 
 #include "core/Names.h"
+#include "core/Undo.h"
 #include "xml/XMLWriter.h"
 
 namespace Kor {
@@ -61,6 +62,7 @@ void Type::Rename(CompactString name, std::string packageName) {
         SwapName(name);
         packageName_.swap(packageName);
     };
+    MakeRoomInSortedLists();
     LeaveSortedLists();
     exchange();
     try {
@@ -89,6 +91,11 @@ void Type::UpdateFullName() {
     fullName_.swap(fullName);
 }
 
+void Type::MakeRoomInSortedLists() {
+    if (registered_)
+        TemplateManager::Get()->MakeRoomFor(*this);
+}
+
 void Type::LeaveSortedLists() {
     if (registered_)
         TemplateManager::Get()->Unlist(*this);
@@ -102,12 +109,18 @@ void Type::EnterSortedLists() {
 void Type::SetFileName(std::string_view fileName) {
     TemplateManager* manager = TemplateManager::Get();
     const std::string oldFileName = fileName_;
-    StoreFileName(std::string(fileName));
     if (!manager)
-        return;
-    if (manager->GetTypesByFileName(oldFileName, nullptr, 0) == 0)
+        return StoreFileName(std::string(fileName));
+    const bool isNew = !manager->GetLoadedFiles().Contains(fileName);
+    manager->AddLoadedFile(fileName);
+    Undo entered([&] {
+        if (isNew)
+            manager->RemoveLoadedFile(fileName);
+    });
+    StoreFileName(std::string(fileName));
+    entered.Forget();
+    if (oldFileName != fileName_ && manager->GetTypesByFileName(oldFileName, nullptr, 0) == 0)
         manager->RemoveLoadedFile(oldFileName);
-    manager->AddLoadedFile(fileName_);
 }
 
 void Type::SetSearchPath(std::string_view path) {
@@ -126,11 +139,12 @@ void Type::SetSearchPath(std::string_view path) {
 }
 
 void Type::StoreFileName(std::string fileName) {
-    if (registered_)
-        TemplateManager::Get()->UnlistFile(*this);
+    if (registered_) {
+        TemplateManager::Get()->ListFile(*this, fileName);
+        if (!EqualsIgnoreCase(fileName, fileName_))
+            TemplateManager::Get()->UnlistFile(*this);
+    }
     fileName_.swap(fileName);
-    if (registered_)
-        TemplateManager::Get()->ListFile(*this);
 }
 
 void Type::CollectPackages(std::set<std::string>& packages) const {

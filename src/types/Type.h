@@ -169,7 +169,9 @@ protected:
     /// Recomputes what derives from package and name.
     virtual void UpdateFullName();
 
-    /// Called around every change of the key, so that lists sorted by it stay sorted.
+    /// Called around every change of the key, so that lists sorted by it stay sorted. Where room
+    /// was made before, coming back needs no memory.
+    virtual void MakeRoomInSortedLists();
     virtual void LeaveSortedLists();
     virtual void EnterSortedLists();
 
