@@ -33,8 +33,11 @@ void Asset::SetReference(std::string_view reference, bool announce) {
     AssetManager* assets = AssetManager::Get();
     NotificationManager* notifications = NotificationManager::Get();
     CompactString stored(reference);
+    std::string file(reference);
     if (announce) {
         std::string text(reference);
+        if (assets && !reference.empty())
+            assets->MakeRoomForFile(file);
         if (notifications)
             notifications->NotifyInstance(this, kReferenceChanged, text.data());
         if (assets)
@@ -42,7 +45,7 @@ void Asset::SetReference(std::string_view reference, bool announce) {
     }
     reference_ = std::move(stored);
     if (announce && assets && !reference_.IsEmpty() && !lettingGo_)
-        assets->ReferenceFile(*this, std::string(reference_.View()));
+        assets->ReferenceFile(*this, std::move(file));
 }
 
 /// Callbacks that set the reference meanwhile only set a text that will not stay: the old file is
@@ -52,6 +55,11 @@ void Asset::LetGoOfFile(AssetManager& assets) {
         return;
     const Mark mark(lettingGo_);
     assets.UnreferenceFile(*this, std::string(reference_.View()));
+}
+
+void Asset::MakeRoomInSortedLists() {
+    if (listed_)
+        AssetManager::Get()->MakeRoom();
 }
 
 void Asset::LeaveSortedLists() {

@@ -35,6 +35,7 @@ public:
     void SetListed(bool listed) { listed_ = listed; }
 
 protected:
+    void MakeRoomInSortedLists() override;
     void LeaveSortedLists() override;
     void EnterSortedLists() override;
 

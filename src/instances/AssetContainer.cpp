@@ -25,9 +25,9 @@ int AssetContainer::CreateAsset(const char* name) {
 }
 
 int AssetContainer::AddAsset(Asset* asset) {
-    dirty_ = true;
     Asset* replaced = nullptr;
     const int index = assets_.Insert(asset, &replaced);
+    dirty_ = true;
     if (replaced)
         replaced->SetListed(false);
     asset->SetListed(true);

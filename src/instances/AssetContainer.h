@@ -50,7 +50,9 @@ public:
     void SetDirty(bool dirty) override { dirty_ = dirty; }
     void Clear() override;
 
-    /// Called by an asset around a change of its name and at its end.
+    /// Called by an asset around a change of its name and at its end. Where room was made before,
+    /// listing it again needs no memory.
+    void MakeRoom() { assets_.MakeRoom(); }
     void Unlist(Asset& asset);
     void List(Asset& asset) { assets_.Place(&asset); }
 

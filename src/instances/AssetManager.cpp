@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <memory>
+#include <utility>
 
 // A scene is read by the listener that fills it.
 #include "xml/XMLInstanceListener.h"
@@ -85,21 +86,22 @@ bool AssetManager::WriteScene(ByteSink& sink) {
 
 // -- file references ------------------------------------------------------------------------------
 
-bool AssetManager::ReferenceFile(Asset& asset, const std::string& file) {
-    const auto [entry, entered] = fileReferences_.emplace(file, 0);
-    ++entry->second;
-    if (entered) {
-        std::string name = file;
-        Announce(&asset, kReferenceFile, name.data());
-    }
-    return entered;
+bool AssetManager::ReferenceFile(Asset& asset, std::string file) {
+    FileUse& use = fileReferences_.try_emplace(file).first->second;
+    ++use.count;
+    const bool isNew = !std::exchange(use.announced, true);
+    if (isNew)
+        Announce(&asset, kReferenceFile, file.data());
+    return isNew;
 }
 
 bool AssetManager::UnreferenceFile(Asset& asset, const std::string& file) {
     const auto entry = fileReferences_.find(file);
-    if (entry == fileReferences_.end() || --entry->second != 0)
+    if (entry == fileReferences_.end() || !entry->second.announced)
         return false;
     std::string name = file;
+    if (--entry->second.count != 0)
+        return false;
     Announce(&asset, kUnreferenceFile, name.data());
     return true;
 }

@@ -27,9 +27,12 @@ public:
     virtual bool SaveScene(const char* path);
     virtual bool WriteScene(ByteSink& sink);
 
-    /// True when the file was not in the table yet; then "ReferenceFile" was sent. A file that was
-    /// let go stays in the table, so that later references deliberately send nothing.
-    virtual bool ReferenceFile(Asset& asset, const std::string& file);
+    /// True when the file was never referenced before; then "ReferenceFile" was sent. A file that
+    /// was let go stays in the table, so that later references deliberately send nothing.
+    virtual bool ReferenceFile(Asset& asset, std::string file);
+
+    /// Makes a place for a file in the table: referencing it then needs no memory.
+    void MakeRoomForFile(const std::string& file) { fileReferences_.try_emplace(file); }
 
     /// True when this was the last reference; then "UnreferenceFile" was sent.
     virtual bool UnreferenceFile(Asset& asset, const std::string& file);
@@ -53,7 +56,12 @@ private:
 
     std::string FindFreeName();
 
-    std::map<std::string, int> fileReferences_;
+    struct FileUse {
+        int count = 0;
+        bool announced = false;
+    };
+
+    std::map<std::string, FileUse> fileReferences_;
     int lowestFreeNumber_ = 1; // all lower numbers are in use as Asset1, Asset2, ...
 };
 

@@ -6,6 +6,7 @@
 #include <limits>
 #include <unordered_set>
 
+#include "core/Undo.h"
 #include "instances/Instance.h"
 #include "xml/XMLWriter.h"
 
@@ -13,14 +14,20 @@ namespace Kor {
 
 GeometryInstance::GeometryInstance(Instance& instance, GeometryProperty& property)
     : PropertyInstance(instance, property) {
+    Undo made([this] { DeleteNodes(); });
     nodes_.reserve(static_cast<size_t>(property.GetAlternateCount()));
     for (int i = 0; i < property.GetAlternateCount(); ++i) {
         nodes_.push_back(new NodeInstance(instance, *property.GetAlternateAt(i)));
         nodes_.back()->SetGeometry(this);
     }
+    made.Forget();
 }
 
 GeometryInstance::~GeometryInstance() {
+    DeleteNodes();
+}
+
+void GeometryInstance::DeleteNodes() {
     for (NodeInstance* node : nodes_) {
         if (!node)
             continue;

@@ -50,6 +50,7 @@ public:
     void CopyFrom(const PropertyInstance& source) override;
 
 private:
+    void DeleteNodes();
     bool EachGoesByItsPlace(const GeometryProperty& property) const;
     bool NodesGoByPlace() const;
     bool StandsInsideOf(const NodeInstance* node) const;

@@ -40,6 +40,8 @@ bool IsFirstOfName(const SortedObjectList<PropertyInstance>& sorted, int index,
 
 Instance::Instance(std::string_view name, Place place)
     : NamedObject(name), freeStanding_(place == kFreeStanding) {
+    MakeRoomForAbandoned();
+    ++count_;
     if (freeStanding_)
         ++freeStandingCount_;
 }
@@ -54,6 +56,7 @@ Instance::~Instance() {
     DeletePropertyInstances();
     ReleaseTemplates();
     BecomeValueElement();
+    --count_;
 }
 
 // The name may be the instance's own text, which a callback may change: it is copied first.
@@ -64,15 +67,10 @@ bool Instance::SetName(const char* name) {
     if (!IsValidName(given))
         return false;
     CompactString fresh(given);
+    MakeRoomInSortedLists();
     LeaveSortedLists();
     SwapName(fresh);
-    try {
-        EnterSortedLists();
-    } catch (...) { // without memory it keeps its old name and place
-        SwapName(fresh);
-        EnterSortedLists();
-        throw;
-    }
+    EnterSortedLists();
     return true;
 }
 
@@ -207,6 +205,14 @@ void Instance::BecomeValueElement() {
         RetiredSchema::Release();
 }
 
+/// Values go where nobody could be told that there is no memory to remember their instances: the
+/// room is made with each instance.
+void Instance::MakeRoomForAbandoned() {
+    auto& abandoned = Abandoned();
+    if (abandoned.capacity() <= count_)
+        abandoned.reserve(2 * count_ + 1);
+}
+
 void Instance::Abandon() {
     if (abandonedPlace_ > 0)
         return;
@@ -230,9 +236,9 @@ std::vector<Template*> Instance::StripAbandoned() {
     auto& abandoned = Abandoned();
     while (!abandoned.empty()) {
         Instance* instance = abandoned.back();
-        instance->LeaveAbandoned();
         const std::vector<Property*> properties = instance->CollectProperties();
         released.insert(released.end(), instance->templates_.begin(), instance->templates_.end());
+        instance->LeaveAbandoned(); // only now, or no memory would leave it out of reach
         instance->DeletePropertyInstances();
         instance->ReleaseTemplates();
         for (const Property* property : properties) {

@@ -142,6 +142,7 @@ public:
 
 protected:
     /// Called around a change of the name, so that lists sorted by it stay sorted.
+    virtual void MakeRoomInSortedLists() {}
     virtual void LeaveSortedLists() {}
     virtual void EnterSortedLists() {}
 
@@ -157,6 +158,8 @@ private:
             SortAnew();
         return templates_;
     }
+    int ListTemplate(Template* added, Template*& replaced);
+    void UnlistTemplate(Template* added, Template* replaced);
     void SortAnew() const;
     PropertyInstance* FindByName(std::string_view fullName) const;
     PropertyInstance* FindOrAnnounced(const Property& property) const;
@@ -165,6 +168,7 @@ private:
     std::vector<Property*> CollectProperties() const;
     void DeletePropertyInstances();
     void ReleaseTemplates();
+    static void MakeRoomForAbandoned();
     void LeaveAbandoned();
     void Notify(int event, void* argument);
     void AnnounceDroppedProperties(const Template& old, const Template& next);
@@ -181,6 +185,7 @@ private:
     bool freeStanding_;
 
     static inline int freeStandingCount_ = 0;
+    static inline size_t count_ = 0; // alive; any of them may be abandoned
 };
 
 } // namespace Kor

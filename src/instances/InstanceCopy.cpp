@@ -67,6 +67,7 @@ std::unique_ptr<Instance> Instance::CopyForValue() {
         const auto [source, copy] = pending.back();
         pending.pop_back();
         copy->CopyShallow(*source);
+        copy->propertyInstances_.Reserve(source->Sorted().GetCount());
         for (PropertyInstance* original : source->Sorted()) {
             PropertyInstance* made = original->GetProperty()->CreateInstance(*copy).release();
             copy->propertyInstances_.Append(made);

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/Undo.h"
 #include "instances/Instance.h"
 #include "instances/UnlistedPropertyInstance.h"
 #include "manager/TemplateManager.h"
@@ -15,20 +16,39 @@ namespace Kor {
 
 int Instance::AddTemplate(Template* added, bool notify) {
     Template* replaced = nullptr;
+    const int position = ListTemplate(added, replaced);
+    Undo listed([&] { UnlistTemplate(added, replaced); });
+    if (notify)
+        Notify(kTemplateAdded, added);
+    AddPropertyInstances(added->GetInstanceProperties());
+    listed.Forget();
+    return position;
+}
+
+int Instance::ListTemplate(Template* added, Template*& replaced) {
     const int position = Templates().Insert(added, &replaced);
     added->AddInstance();
     if (replaced)
         replaced->RemoveInstance();
-    if (notify)
-        Notify(kTemplateAdded, added);
-    AddPropertyInstances(added->GetInstanceProperties());
     return position;
+}
+
+/// Takes that back; callbacks may have done so before.
+void Instance::UnlistTemplate(Template* added, Template* replaced) {
+    if (!Templates().RemoveExactly(added))
+        return;
+    added->RemoveInstance();
+    if (!replaced)
+        return;
+    Templates().Place(replaced); // where the other one was
+    replaced->AddInstance();
 }
 
 /// The properties come sorted and without duplicates.
 void Instance::AddPropertyInstances(const std::vector<Property*>& properties) {
     if (!Sorted().IsEmpty())
         return AddMissingPropertyInstances(properties);
+    Undo made([this] { DeletePropertyInstances(); });
     Sorted().Reserve(static_cast<int>(properties.size()));
     for (Property* property : properties) {
         if (UnlistedPropertyInstance::Find(*this, property->GetFullName()))
@@ -36,6 +56,7 @@ void Instance::AddPropertyInstances(const std::vector<Property*>& properties) {
         if (auto created = property->CreateInstance(*this))
             Sorted().Append(created.release());
     }
+    made.Forget();
 }
 
 /// All are made before the list changes, which then moves its entries once.
@@ -84,10 +105,11 @@ int Instance::UpdateTemplate(Template* old, bool notify) {
     Template* listed = Templates().GetAt(place);
     Templates().Remove(listed);
     Template* replaced = nullptr;
-    const int inserted = Templates().Insert(next, &replaced);
-    next->AddInstance();
-    if (replaced)
-        replaced->RemoveInstance();
+    const int inserted = ListTemplate(next, replaced);
+    Undo updated([&] { // without memory it can be tried again
+        UnlistTemplate(next, replaced);
+        Templates().Place(listed);
+    });
     if (notify) {
         const bool deprecated = next->GetVersionStatus() == VersionedObject::kDeprecated;
         if (deprecated && old->GetVersionStatus() != VersionedObject::kDeprecated)
@@ -101,6 +123,7 @@ int Instance::UpdateTemplate(Template* old, bool notify) {
         if (property->GetVersion() == next->GetVersion())
             UpdateProperty(*property, notify);
     }
+    updated.Forget();
     listed->RemoveInstance();
     return inserted < 0 ? ~inserted : inserted;
 }
@@ -127,6 +150,10 @@ void Instance::UpdateProperty(Property& property, bool notify) {
     }
     Sorted().RemoveExactly(found);
     const UnlistedPropertyInstance announced(*found, UnlistedPropertyInstance::kComesBack);
+    const Undo takenOut([&] {
+        if (PropertyInstance* left = announced.Get())
+            Sorted().Place(left);
+    });
     const int oldStatus = found->GetProperty()->GetVersionStatus();
     const int newStatus = property.GetVersionStatus();
     int event = kPropertyUpdated;
@@ -138,8 +165,6 @@ void Instance::UpdateProperty(Property& property, bool notify) {
         void* argument = event == kPropertyDeprecated ? nullptr : &property;
         notifications->NotifyPropertyInstance(found, event, argument);
     }
-    if (PropertyInstance* left = announced.Get())
-        Sorted().Place(left);
 }
 
 Template* Instance::GetTemplate(std::string_view name) const {
