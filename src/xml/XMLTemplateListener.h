@@ -92,7 +92,7 @@ private:
                         const XMLAttributes& attributes);
     void SetAncestor(NodeProperty& node, const XMLAttributes& attributes);
     bool IsInsideView(const char* element);
-    void AddViewItem(ViewItem* item);
+    void AddViewItem(std::unique_ptr<ViewItem> item);
     void EndLOD();
     void EndGroup();
     void EndViewProperty();
@@ -103,7 +103,7 @@ private:
     void ReportInvalidName(const char* word, const char* name);
     bool HasValidName(const char* word, const char* name);
     void AddProperty(std::unique_ptr<Property> property);
-    Type* FindAttributeType(const char* name);
+    Type* FindAttributeType(const char* name, std::unique_ptr<Type>& made);
     void SetAttributeValues(AttributeProperty& attribute, const XMLAttributes& attributes);
     Template* FindTemplateVersion(std::string_view name, int version) const;
     std::string Qualify(std::string_view name) const;

@@ -74,7 +74,8 @@ void XMLTemplateListener::StartAlternate(const XMLAttributes& attributes) {
     auto alternate = std::make_unique<GeometryAlternate>(lod, ReadVersion(attributes, "version"));
     GiveComment(*alternate);
     GeometryAlternate* replaced = nullptr;
-    geometry->AddAlternate(alternate.release(), &replaced);
+    geometry->AddAlternate(alternate.get(), &replaced);
+    static_cast<void>(alternate.release()); // stays until the process ends, or it is replaced
     // A package that the open geometry uses may have made an instance of it.
     if (replaced && !replaced->IsInUse())
         delete replaced;
@@ -107,8 +108,10 @@ void XMLTemplateListener::StartLOD(const XMLAttributes& attributes) {
 }
 
 void XMLTemplateListener::EndLOD() {
-    if (lod_)
-        manager_.AddLOD(lod_.release());
+    if (!lod_)
+        return;
+    manager_.AddLOD(lod_.get());
+    static_cast<void>(lod_.release()); // stays until the process ends
 }
 
 void XMLTemplateListener::StartShape(const XMLAttributes& attributes) {

@@ -3,6 +3,7 @@
 #include "xml/XMLTemplateListener.h"
 
 #include "core/Names.h"
+#include "core/Undo.h"
 #include "instances/Asset.h"
 #include "manager/TemplateManager.h"
 #include "notify/NotificationManager.h"
@@ -17,9 +18,9 @@ namespace Kor {
 /// lives as long as the reading of the file.
 void XMLTemplateListener::AddProperty(std::unique_ptr<Property> property) {
     GiveComment(*property);
-    member_ = property.get();
     bool refused = false;
-    manager_.AddPropertyFromVersion(template_->GetFullName(), member_, &refused);
+    manager_.AddPropertyFromVersion(template_->GetFullName(), property.get(), &refused);
+    member_ = property.get();
     if (refused)
         refused_.push_back(std::move(property));
     else
@@ -53,10 +54,13 @@ void XMLTemplateListener::StartAttribute(const XMLAttributes& attributes) {
     }
     auto created = std::make_unique<AttributeProperty>(name, ReadVersion(attributes, "version"));
     AttributeProperty& attribute = *created;
-    Type* resolved = FindAttributeType(type);
+    std::unique_ptr<Type> made;
+    Type* resolved = FindAttributeType(type, made);
     AddProperty(std::move(created));
     attribute.SetReference(ReadFlag(attributes.Find("reference")));
-    if (!attribute.SetType(resolved))
+    const bool taken = attribute.SetType(resolved);
+    static_cast<void>(made.release()); // belongs to the attribute now
+    if (!taken)
         Error("Assigning type " + Quoted(type) + " to attribute " + Quoted(name) +
               " would cause circular reference. Ignoring type.");
     if (const char* autoBind = attributes.Find("autoBind"))
@@ -65,13 +69,14 @@ void XMLTemplateListener::StartAttribute(const XMLAttributes& attributes) {
 }
 
 /// An unknown type becomes a custom type of the property, so that reading can go on.
-Type* XMLTemplateListener::FindAttributeType(const char* name) {
+Type* XMLTemplateListener::FindAttributeType(const char* name, std::unique_ptr<Type>& made) {
     if (Type* type = manager_.ResolveType(name, using_))
         return type;
     if (Type* type = manager_.GetTemplate(name))
         return type;
     Warn("Unknown type " + Quoted(name) + ", creating custom type dynamically");
-    return new CustomType(name, 1);
+    made = std::make_unique<CustomType>(name, 1);
+    return made.get();
 }
 
 /// A missing default ends the chain, and so does a missing minimum.
@@ -92,7 +97,9 @@ void XMLTemplateListener::SetAttributeValues(AttributeProperty& attribute,
         void* block = type->NewValue(nullptr, type->GetDimension());
         if (!block)
             continue;
+        Undo made([&] { type->DeleteValue(block, type->GetDimension()); });
         type->GetValueFromString(text, block, 0);
+        made.Forget();
         (attribute.*value.set)(block);
     }
 }
@@ -140,7 +147,8 @@ void XMLTemplateListener::StartCommand(const XMLAttributes& attributes) {
         static_cast<unsigned>(notifications.GetEventCode(notification)));
     command->SetNotification(notification);
     GiveComment(*command);
-    member_->AddCommand(command.release());
+    member_->AddCommand(command.get());
+    static_cast<void>(command.release()); // stays until the process ends
 }
 
 } // namespace Kor

@@ -30,8 +30,8 @@ void XMLTemplateListener::StartEnum(const XMLAttributes& attributes) {
     auto created = std::make_unique<Enumeration>(name, base);
     created->SetPackageName(package_);
     GiveComment(*created);
-    enumeration_ = created.get();
-    manager_.AddEnumeration(created.release());
+    manager_.AddEnumeration(created.get());
+    enumeration_ = created.release(); // the manager has it now
     enumeration_->SetFileName(parser_.GetSourceName());
 }
 
@@ -52,8 +52,10 @@ void XMLTemplateListener::StartItem(const XMLAttributes& attributes) {
         return;
     }
     GiveComment(*item);
-    const std::unique_ptr<EnumerationItem> replaced(enumeration_->GetItem(item->GetFullName()));
-    enumeration_->AddItem(item.release());
+    EnumerationItem* replaced = enumeration_->GetItem(item->GetFullName());
+    enumeration_->AddItem(item.get());
+    static_cast<void>(item.release()); // the enumeration has it now
+    delete replaced;
 }
 
 void XMLTemplateListener::StartType(const XMLAttributes& attributes) {
@@ -74,8 +76,8 @@ void XMLTemplateListener::StartType(const XMLAttributes& attributes) {
     created->Redeclare(name, package_, base);
     created->SetDimension(dimension ? ParseInt(dimension) : 1);
     GiveComment(*created);
-    Type* added = created.release();
-    manager_.AddType(added);
+    manager_.AddType(created.get());
+    Type* added = created.release(); // the manager has it now
     added->SetFileName(parser_.GetSourceName());
 }
 

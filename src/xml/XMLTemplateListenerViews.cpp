@@ -48,10 +48,10 @@ bool XMLTemplateListener::IsInsideView(const char* element) {
 }
 
 /// The innermost open group takes the item over.
-void XMLTemplateListener::AddViewItem(ViewItem* item) {
+void XMLTemplateListener::AddViewItem(std::unique_ptr<ViewItem> item) {
     GiveComment(*item);
-    openGroups_.back()->AddViewItemAt(item, -1);
-    viewItem_ = item;
+    openGroups_.back()->AddViewItemAt(item.get(), -1);
+    viewItem_ = item.release();
 }
 
 void XMLTemplateListener::StartGroup(const XMLAttributes& attributes) {
@@ -60,8 +60,9 @@ void XMLTemplateListener::StartGroup(const XMLAttributes& attributes) {
     const char* name = Require(attributes, "name", "<group> requires a 'name' attribute");
     if (!name || !HasValidName("group", name))
         return;
-    auto* group = new Group(name);
-    AddViewItem(group);
+    auto made = std::make_unique<Group>(name);
+    Group* group = made.get();
+    AddViewItem(std::move(made));
     openGroups_.push_back(group);
 }
 
@@ -77,7 +78,7 @@ void XMLTemplateListener::StartViewProperty(const XMLAttributes& attributes) {
         Error(std::string("Unknown property: ") + name);
         return;
     }
-    AddViewItem(new ViewProperty(name, property));
+    AddViewItem(std::make_unique<ViewProperty>(name, property));
 }
 
 void XMLTemplateListener::EndGroup() {
