@@ -6,7 +6,9 @@
 // How memory comes in large pages is the business of the system.
 #include "platform/LargePages.h"
 
-#if defined(__SANITIZE_ADDRESS__)
+// OVI_NO_POOL leaves every block to the heap, where its end and its failure can be seen.
+#if defined(OVI_NO_POOL)
+#elif defined(__SANITIZE_ADDRESS__)
 #define OVI_NO_POOL 1
 #elif defined(__has_feature)
 #if __has_feature(address_sanitizer)
@@ -19,7 +21,7 @@ namespace Kor {
 namespace {
 
 #ifdef OVI_NO_POOL
-constexpr size_t kLargest = 0; // so that the sanitizer sees every block by itself
+constexpr size_t kLargest = 0;
 #else
 constexpr size_t kLargest = 256;
 #endif

@@ -107,4 +107,11 @@ TEST_F(EnumerationItemTypeTest, AnItemLeftToItsUsersMayBeAddedAgain) {
     EXPECT_STREQ(OviType_GetFullName(item), "Lime");
 }
 
+TEST_F(EnumerationItemTypeTest, ARegisteredItemGoesBeforeTheTypeOfItsValue) {
+    OviTemplateManager_AddType(NewItem("Amber")); // in front of INT32, which goes first
+    Ovi_Terminate();
+    Ovi_Initialize();
+    EXPECT_EQ(TypeNamed("Amber"), nullptr);
+}
+
 } // namespace
