@@ -2,9 +2,8 @@
 
 #include <cstddef>
 
-#include "core/PointerList.h"
-
 #include "core/MakeRoom.h"
+#include "core/PointerList.h"
 
 namespace Kor {
 

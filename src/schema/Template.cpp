@@ -38,7 +38,7 @@ Template::~Template() {
     try {
         ShareChildren(manager ? manager->GetRoot() : nullptr);
     } catch (const std::bad_alloc&) {
-        manager = nullptr; // the children stay without a parent: there is nobody to tell
+        // The children stay without a parent: there is nobody to tell.
     }
     DropLinks();
     ReleaseKey(key_);

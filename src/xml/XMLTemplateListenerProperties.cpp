@@ -99,8 +99,8 @@ void XMLTemplateListener::SetAttributeValues(AttributeProperty& attribute,
             continue;
         Undo made([&] { type->DeleteValue(block, type->GetDimension()); });
         type->GetValueFromString(text, block, 0);
-        made.Forget();
         (attribute.*value.set)(block);
+        made.Forget();
     }
 }
 

@@ -304,7 +304,7 @@ std::string Model::Describe() const {
         if (const auto* type = Inner<Kor::Type>(object))
             all += "file " + type->GetFileName() + "\n";
         if (const auto* property = Inner<Kor::Property>(object))
-            all += "full name " + property->GetFullName() + "\n";
+            all += "full name " + std::string(property->GetFullName()) + "\n";
     }
     return all;
 }

@@ -282,7 +282,7 @@ private:
     }
 
     void RenameIn(Template& type) {
-        for (Property* property : std::vector<Property*>(type.GetDeclaredProperties())) {
+        for (Property* property : type.GetDeclaredProperties().ToVector()) {
             for (Command* command : Collect<Command>(
                      property->GetCommandCount(), [&](int i) { return property->GetCommandAt(i); }))
                 Rename(*command);

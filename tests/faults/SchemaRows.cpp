@@ -4,11 +4,14 @@
 
 namespace {
 
-/// Hands the model's block to whoever takes it.
-void* TakeValue(Model& m) {
-    void* taken = m.value;
-    m.value = nullptr;
-    return taken;
+/// Hands the model's block to a property. Without memory nobody has taken it.
+using Setter = void (*)(OviAttributeProperty*, void*);
+using Getter = void* (*)(OviAttributeProperty*);
+
+void HandOver(Model& m, Setter set, Getter get) {
+    set(m.plain, m.value);
+    if (get(m.plain) == m.value)
+        m.value = nullptr;
 }
 
 template <class Handle> long Removed(Model& m, int index, Handle* removed) {
@@ -65,11 +68,12 @@ CallRows SchemaRows() {
         OVI_CALL(OviAttributeProperty_SetType(m.freeAttribute, m.whole)),
         OVI_CALL(OviAttributeProperty_SetType(m.plain, m.number)),
         OVI_CALL(OviAttributeProperty_GetDefaultValue(m.size)),
-        OVI_DO(OviAttributeProperty_SetDefaultValue(m.plain, TakeValue(m))),
+        OVI_DO(HandOver(m, &OviAttributeProperty_SetDefaultValue,
+                        &OviAttributeProperty_GetDefaultValue)),
         OVI_CALL(OviAttributeProperty_GetMinValue(m.size)),
-        OVI_DO(OviAttributeProperty_SetMinValue(m.plain, TakeValue(m))),
+        OVI_DO(HandOver(m, &OviAttributeProperty_SetMinValue, &OviAttributeProperty_GetMinValue)),
         OVI_CALL(OviAttributeProperty_GetMaxValue(m.size)),
-        OVI_DO(OviAttributeProperty_SetMaxValue(m.plain, TakeValue(m))),
+        OVI_DO(HandOver(m, &OviAttributeProperty_SetMaxValue, &OviAttributeProperty_GetMaxValue)),
         OVI_CALL(OviAttributeProperty_GetDefaultValue(
             static_cast<OviAttributeProperty*>(OviTemplate_GetProperty(m.part2, "place")))),
         OVI_CALL(OviAttributeProperty_IsValueValid(m.size, m.value)),
