@@ -1,0 +1,195 @@
+// Loads, saves and unloads input of hostile size, one case a process:
+// ovi_hostile CASE SIZE DIRECTORY
+//
+// Prints a line for each step: its name, the processor time in milliseconds, and by how much memory
+// has grown at most since the library began, in kB. The exit code is 0 when every step gave what it
+// should.
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+#include <fstream>
+#include <functional>
+#include <string>
+
+#include "Input.h"
+#include "ovi/ovi.h"
+
+namespace {
+
+/// The largest memory that the process has had, in kB.
+long PeakMemory() {
+    std::ifstream status("/proc/self/status");
+    std::string word;
+    long kilobytes = 0;
+    while (status >> word) {
+        if (word == "VmHWM:")
+            status >> kilobytes;
+    }
+    return kilobytes;
+}
+
+bool allWell = true;
+long memoryBefore = 0;
+
+void Step(const char* name, bool wanted, const std::function<bool()>& work) {
+    const std::clock_t start = std::clock();
+    const bool done = work();
+    const double milliseconds = 1e3 * static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+    std::printf("%s;%.1f;%ld\n", name, milliseconds, PeakMemory() - memoryBefore);
+    if (done != wanted) {
+        std::fprintf(stderr, "%s gave %s\n", name, done ? "true" : "false");
+        allWell = false;
+    }
+}
+
+void Begin() {
+    Ovi_Initialize();
+    memoryBefore = PeakMemory();
+}
+
+void LoadSchema(const std::string& directory, const std::string& elements) {
+    const std::string path = directory + "/schema.template";
+    {
+        Input input(path);
+        input.Put("<templates>" + elements + "</templates>");
+    }
+    if (!OviTemplateManager_LoadTemplateFile(path.c_str()))
+        allWell = false;
+}
+
+void LoadAndSaveScene(const std::string& directory) {
+    const std::string path = directory + "/input.asset";
+    const std::string saved = directory + "/saved.asset";
+    Step("load", true, [&] { return OviAssetManager_LoadScene(path.c_str()); });
+    Step("save", true, [&] { return OviAssetManager_SaveScene(saved.c_str()); });
+    Step("clear", true, [] { return OviAssetManager_NewScene(); });
+}
+
+std::string Number(long long number) {
+    return std::to_string(number);
+}
+
+// -- cases
+// ------------------------------------------------------------------------------------------
+
+/// A scene file of so many bytes.
+void RunScene(long long bytes, const std::string& directory) {
+    {
+        Input input(directory + "/input.asset");
+        input.Put("<assets>\n");
+        for (long long i = 0; input.GetSize() < bytes; ++i)
+            input.Put("<asset name='asset" + Number(100000000 + i) +
+                      "'><implements template='Part' version='1'/><attribute property='Part.size' "
+                      "binding='|a|path|of|the|host' value='" +
+                      Number(i) +
+                      "'/><attribute property='Part.text' binding='' value='a text of " +
+                      Number(i) + "'/></asset>\n");
+        input.Put("</assets>\n");
+    }
+    Begin();
+    LoadSchema(directory, "<template name='Part'><attribute name='size' type='INT32'/>"
+                          "<attribute name='text' type='STRING'/></template>");
+    LoadAndSaveScene(directory);
+}
+
+/// A scene with an attribute whose value has so many bytes.
+void RunValue(long long bytes, const std::string& directory) {
+    {
+        Input input(directory + "/input.asset");
+        input.Put("<assets><asset name='a'><implements template='Part' version='1'/>"
+                  "<attribute property='Part.text' value='");
+        input.Fill("a long text with &lt; in it, ", bytes);
+        input.Put("'/></asset></assets>");
+    }
+    Begin();
+    LoadSchema(directory,
+               "<template name='Part'><attribute name='text' type='STRING'/></template>");
+    LoadAndSaveScene(directory);
+}
+
+/// An element with so many attributes.
+void RunAttributes(long long count, const std::string& directory) {
+    {
+        Input input(directory + "/input.asset");
+        input.Put("<assets><asset name='a'");
+        for (long long i = 0; i < count; ++i)
+            input.Put(" a" + Number(i) + "='" + Number(i) + "'");
+        input.Put("/></assets>");
+    }
+    Begin();
+    LoadAndSaveScene(directory);
+}
+
+/// A template file with so many templates.
+void RunTemplates(long long count, const std::string& directory) {
+    const std::string path = directory + "/input.template";
+    {
+        Input input(path);
+        input.Put("<templates>\n");
+        for (long long i = 0; i < count; ++i)
+            input.Put("<template name='T" + Number(i) +
+                      "'><attribute name='size' type='INT32'/></template>\n");
+        input.Put("</templates>\n");
+    }
+    Begin();
+    const std::string saved = directory + "/saved.template";
+    Step("load", true, [&] { return OviTemplateManager_LoadTemplateFile(path.c_str()); });
+    Step("save", true,
+         [&] { return OviTemplateManager_SaveTemplateFile(path.c_str(), saved.c_str()); });
+    Step("unload", true, [&] {
+        OviTemplateManager_UnloadTemplateFile(path.c_str());
+        return OviTemplateManager_GetTemplateCount() == 1;
+    });
+}
+
+/// A scene file with so many faults.
+void RunErrors(long long count, const std::string& directory) {
+    {
+        Input input(directory + "/input.asset");
+        input.Put("<assets><asset name='a'>\n");
+        for (long long i = 0; i < count; ++i)
+            input.Put("<attribute property='Unknown.property" + Number(i) + "' value='1'/>\n");
+        input.Put("</asset></assets>");
+    }
+    Begin();
+    const std::string path = directory + "/input.asset";
+    Step("load", true, [&] { return OviAssetManager_LoadScene(path.c_str()); });
+    Step("read the errors", true, [count] {
+        long long found = 0;
+        while (OviErrorManager_GetErrorItemAt(static_cast<int>(found)))
+            ++found;
+        return found == count && OviErrorManager_GetErrorItemCount(1) == count;
+    });
+    Step("clear", true, [] {
+        OviErrorManager_Clear();
+        return OviErrorManager_GetErrorItemCount(1) == 0;
+    });
+}
+
+struct Case {
+    const char* name;
+    void (*run)(long long size, const std::string& directory);
+};
+
+constexpr Case kCases[] = {{"scene", &RunScene},
+                           {"value", &RunValue},
+                           {"attributes", &RunAttributes},
+                           {"templates", &RunTemplates},
+                           {"errors", &RunErrors}};
+
+} // namespace
+
+int main(int argumentCount, char** arguments) {
+    for (const Case& one : kCases) {
+        if (argumentCount == 4 && !std::strcmp(arguments[1], one.name)) {
+            one.run(std::atoll(arguments[2]), arguments[3]);
+            Ovi_Terminate();
+            return allWell ? 0 : 1;
+        }
+    }
+    std::fputs("usage: ovi_hostile scene|value|attributes|templates|errors SIZE DIRECTORY\n",
+               stderr);
+    return 2;
+}
