@@ -60,6 +60,7 @@ std::string FirstDifference(const std::string& a, const std::string& b) {
 struct TableRow {
     long tried = 0;
     const char* outcome = "";
+    bool holds = true;
 };
 
 std::map<std::string, TableRow>& Table() {
@@ -80,11 +81,12 @@ const char* WordsFor(Promise promise) {
 
 void Note(const std::string& name, Promise promise, long tried) {
     const bool isCall = name.find('(') != std::string::npos;
-    TableRow& row =
-        Table()[isCall ? "Each exported function (calls " + std::string(WordsFor(promise)) + ")"
-                       : name];
-    row.tried += tried;
-    row.outcome = ::testing::Test::HasFailure() ? "FAILED" : WordsFor(promise);
+    const bool isForOne = promise == Promise::kAllOrNothing;
+    TableRow& row = Table()[!isCall    ? name
+                            : isForOne ? "All exported functions, on one object"
+                                       : "All exported functions, on many objects"];
+    const bool holds = row.holds && !::testing::Test::HasFailure();
+    row = {row.tried + tried, holds ? WordsFor(promise) : "FAILED", holds};
 }
 
 class Runs {

@@ -1,0 +1,65 @@
+#!/usr/bin/env bash
+# Lets every allocation and every byte of a save fail in turn, and kills hosts while they save.
+#
+# usage: scripts/faults.sh [--kills N] [--write]
+#   --kills N  how many hosts to kill (250)
+#   --write    put the tables into docs/robustness.md
+set -euo pipefail
+# shellcheck source=scripts/lib.sh
+source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
+
+usage() {
+    echo "usage: scripts/faults.sh [--kills N] [--write]" >&2
+    exit 2
+}
+
+kills=250
+write=no
+while (($# > 0)); do
+    case $1 in
+        --kills)
+            [[ ${2:-} =~ ^[1-9][0-9]*$ ]] || usage
+            kills=$2
+            shift 2
+            ;;
+        --write)
+            write=yes
+            shift
+            ;;
+        *) usage ;;
+    esac
+done
+
+say "Setting up"
+"$rootDir/scripts/setup.sh" --test
+
+say "Building into build/test"
+cmake -S "$rootDir" -B "$rootDir/build/test" -G Ninja -DCMAKE_BUILD_TYPE=Release \
+    -DOVICORE_BUILD_BENCHMARKS=OFF
+cmake --build "$rootDir/build/test" --parallel "$jobs" --target ovi_fault_tests ovi_save_loop
+
+workDir=$(mktemp -d)
+trap 'rm -rf "$workDir"' EXIT
+
+say "Letting allocations and writes fail"
+{
+    echo "| Scenario | Allocations that failed | Outcome |"
+    echo "|---|--:|---|"
+} >"$workDir/allocations.md"
+"$rootDir/build/test/tests/ovi_fault_tests" --gtest_brief=1 --table 2>"$workDir/rows.txt"
+grep '^|' "$workDir/rows.txt" >>"$workDir/allocations.md"
+cat "$workDir/allocations.md"
+
+say "Killing $kills hosts while they save"
+{
+    echo "| Kills | The one scene | The other scene | Neither | Temporary files left |"
+    echo "|--:|--:|--:|--:|--:|"
+    python3 "$rootDir/tests/kill/kill.py" "$rootDir/build/test/tests/ovi_save_loop" \
+        --kills "$kills"
+} | tee "$workDir/kills.md"
+
+if [[ $write == yes ]]; then
+    write_between_markers "$rootDir/docs/robustness.md" allocations "$workDir/allocations.md"
+    write_between_markers "$rootDir/docs/robustness.md" kills "$workDir/kills.md"
+    echo "Written into docs/robustness.md"
+fi
