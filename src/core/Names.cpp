@@ -1,10 +1,13 @@
 #include "core/Names.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace Kor {
 
 namespace {
+
+constexpr size_t kWord = 8; // bytes that are compared at once
 
 bool IsNameByte(char c) {
     return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_';
@@ -35,7 +38,10 @@ std::string ToLowerAscii(std::string_view text) {
 
 int CompareIgnoreCase(std::string_view a, std::string_view b) {
     const size_t common = std::min(a.size(), b.size());
-    for (size_t i = 0; i < common; ++i) {
+    size_t i = 0;
+    while (i + kWord <= common && std::memcmp(a.data() + i, b.data() + i, kWord) == 0)
+        i += kWord; // paths, of which many are compared, mostly begin alike
+    for (; i < common; ++i) {
         const auto x = static_cast<unsigned char>(ToLowerAscii(a[i]));
         const auto y = static_cast<unsigned char>(ToLowerAscii(b[i]));
         if (x != y)

@@ -37,6 +37,10 @@ TEST(Names, TheOrderWithoutCaseIsThatOfSmallLetters) {
     EXPECT_GT(CompareIgnoreCase("ab", "A"), 0);
     EXPECT_LT(CompareIgnoreCase("Z", "\xff"), 0); // bytes are unsigned
     EXPECT_LT(CompareIgnoreCase("_", "a"), 0);
+    EXPECT_EQ(CompareIgnoreCase("a/long/path/TO/it", "a/long/path/to/IT"), 0);
+    EXPECT_LT(CompareIgnoreCase("a/long/path/to/A", "A/LONG/path/to/b"), 0);
+    EXPECT_GT(CompareIgnoreCase("a/long/path/to/b", "a/long/path/to/A"), 0);
+    EXPECT_LT(CompareIgnoreCase("12345678", "123456789"), 0);
     EXPECT_LT(CompareIgnoreCase("_", "A"), 0);
 }
 
