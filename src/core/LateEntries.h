@@ -19,7 +19,8 @@ public:
     bool IsEmpty() const { return objects_.empty(); }
     size_t GetCount() const { return objects_.size(); }
     T* GetLast() const { return objects_.back(); }
-    T* GetAt(size_t index) const { return objects_[index]; }
+    auto begin() const { return objects_.begin(); }
+    auto end() const { return objects_.end(); }
 
     /// Throws std::bad_alloc, and then has changed nothing.
     void Add(T* object) {

@@ -22,8 +22,8 @@ protected:
 
     std::vector<std::string> GetKeys() const {
         std::vector<std::string> keys;
-        for (size_t i = 0; i < entries.GetCount(); ++i)
-            keys.emplace_back(entries.GetAt(i)->GetKey());
+        for (const Keyed* object : entries)
+            keys.emplace_back(object->GetKey());
         return keys;
     }
 

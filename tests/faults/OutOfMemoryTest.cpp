@@ -1,6 +1,7 @@
 // What single calls and objects promise when memory runs out.
 
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -76,6 +77,62 @@ TEST(OutOfMemory, RenamedAssetsStayInTheScene) {
             EXPECT_EQ(OviAssetManager_GetAssetCount(), kCount);
             EXPECT_EQ(OviAssetManager_GetAsset(OviNamedObject_GetName(renamed)), renamed);
         });
+}
+
+/// Whether the scene holds exactly these assets, each found by its name, in the order of names.
+void ExpectScene(const std::vector<OviAsset*>& assets) {
+    ASSERT_EQ(OviAssetManager_GetAssetCount(), static_cast<int>(assets.size()));
+    for (OviAsset* asset : assets)
+        EXPECT_EQ(OviAssetManager_GetAsset(OviNamedObject_GetName(asset)), asset);
+    for (int i = 1; i < OviAssetManager_GetAssetCount(); ++i)
+        EXPECT_LT(std::string(OviNamedObject_GetName(OviAssetManager_GetAssetAt(i - 1))),
+                  OviNamedObject_GetName(OviAssetManager_GetAssetAt(i)));
+}
+
+/// Makes assets in no order, so that most wait for their places in it.
+std::vector<OviAsset*> MakeAssetsInNoOrder(int count) {
+    std::vector<OviAsset*> assets;
+    for (int i = 0; i < count; ++i)
+        assets.push_back(
+            OviAssetManager_NewAsset(("a" + std::to_string(1000 + i * 7 % count)).c_str()));
+    return assets;
+}
+
+TEST(OutOfMemory, AssetsThatWaitForTheirPlacesAreRenamedOrStay) {
+    for (const int count : {1, 2, 20, 600}) {
+        for (const char* name : {"a0", "a1003_and_behind_it_a_long_name", "z"}) {
+            std::vector<OviAsset*> assets;
+            RunOutOfMemory([&] { assets = MakeAssetsInNoOrder(count); },
+                           [&] { OviNamedObject_SetName(assets[assets.size() / 2], name); },
+                           [&] { ExpectScene(assets); });
+        }
+    }
+}
+
+TEST(OutOfMemory, AssetsThatWaitForTheirPlacesAreTakenOutAllTheSame) {
+    std::vector<OviAsset*> assets;
+    RunOutOfMemory([&] { assets = MakeAssetsInNoOrder(600); },
+                   [&] {
+                       for (const size_t i : {size_t{0}, size_t{1}, size_t{300}}) {
+                           const int place = std::stoi(OviNamedObject_GetName(assets[i]) + 1);
+                           const int gone = i == 300 ? 2 : static_cast<int>(i);
+                           EXPECT_EQ(OviAssetManager_RemoveAsset(assets[i]), place - 1000 - gone);
+                           OviObject_Delete(assets[i]);
+                       }
+                       OviObject_Delete(assets[2]);
+                       OviObject_Delete(assets.back());
+                   },
+                   [&] {
+                       assets.erase(assets.begin() + 300);
+                       assets.erase(assets.begin(), assets.begin() + 3);
+                       assets.pop_back();
+                       ExpectScene(assets);
+                   });
+}
+
+TEST(OutOfMemory, AssetsThatWaitForTheirPlacesAreDeletedWithTheScene) {
+    RunOutOfMemory([] { MakeAssetsInNoOrder(600); }, [] { OviAssetManager_NewScene(); },
+                   [] { ExpectScene({}); });
 }
 
 TEST(OutOfMemory, DeclarationsAreCopiedWholeOrNotAtAll) {
