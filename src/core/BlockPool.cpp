@@ -29,16 +29,6 @@ constexpr size_t kStep = 16;
 constexpr size_t kPieceSize = 64 * 1024;
 constexpr int kSmallPieces = 16; ///< From then on a shelf grows by large pages.
 
-void* TakePages(size_t size) {
-    void* pages = ::operator new (size, std::align_val_t{kLargePageSize});
-    PreferLargePages(pages, size);
-    return pages;
-}
-
-void GivePages(void* pages) {
-    ::operator delete (pages, std::align_val_t{kLargePageSize});
-}
-
 /// The blocks of one size. Pieces and free blocks are linked through their first bytes.
 struct Shelf {
     struct Link {
@@ -72,7 +62,7 @@ struct Shelf {
             ++pieceCount;
             return;
         }
-        StartPiece(TakePages(kLargePageSize), kLargePageSize, pages);
+        StartPiece(TakeLargePages(kLargePageSize), kLargePageSize, pages);
     }
 
     void StartPiece(void* piece, size_t size, Link*& list) {
@@ -85,7 +75,7 @@ struct Shelf {
     void Empty() {
         while (Link* page = pages) {
             pages = page->next;
-            GivePages(page);
+            GiveLargePages(page);
         }
         while (Link* next = pieces->next) {
             pieces->next = next->next;
@@ -116,7 +106,7 @@ size_t ShelfOf(size_t size) {
 
 void* BlockPool::Take(size_t size) {
     if (size >= kLargePageSize)
-        return TakePages(size);
+        return TakeLargePages(size);
     if (size == 0 || size > kLargest)
         return ::operator new(size);
     return shelves[ShelfOf(size)].Take(ShelfOf(size) * kStep);
@@ -126,7 +116,7 @@ void BlockPool::Give(void* block, size_t size) noexcept {
     if (!block)
         return;
     if (size >= kLargePageSize)
-        GivePages(block);
+        GiveLargePages(block);
     else if (size == 0 || size > kLargest)
         ::operator delete(block);
     else

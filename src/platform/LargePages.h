@@ -4,11 +4,15 @@
 
 namespace Kor {
 
-/// The size and alignment from which memory can be mapped in large pages.
+/// From that size on memory can be mapped in large pages.
 constexpr size_t kLargePageSize = size_t{2} * 1024 * 1024;
 
-/// Asks the system to map that memory in large pages when it is first touched: one fault in place
-/// of 512, and fewer misses when a big scene is walked. Nothing depends on whether it does.
-void PreferLargePages(void* memory, size_t size) noexcept;
+/// Memory of at least that size, in large pages where the system has them: one fault in place of
+/// 512, and fewer misses when a big scene is walked. Nothing depends on whether it does. Throws
+/// std::bad_alloc.
+void* TakeLargePages(size_t size);
+
+/// Gives such memory back.
+void GiveLargePages(void* pages) noexcept;
 
 } // namespace Kor
