@@ -29,6 +29,13 @@ public:
         return *this;
     }
 
+    /// What this list held goes: the other one is empty then.
+    PointerList& operator=(PointerList&& other) noexcept {
+        PointerList moved(std::move(other));
+        swap(moved);
+        return *this;
+    }
+
     size_t size() const { return size_; }
     bool empty() const { return size_ == 0; }
     size_t capacity() const { return capacity_; }

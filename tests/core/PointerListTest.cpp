@@ -112,6 +112,23 @@ TEST_F(PointerListTest, IsMovedInBothOfItsForms) {
     EXPECT_THAT(again.ToVector(), ElementsAre(a, b));
 }
 
+TEST_F(PointerListTest, IsEmptyOnceItWasMovedFrom) {
+    PointerList<int> source;
+    PointerList<int> target;
+    target.push_back(c);
+    for (int* entry : {a, b}) {
+        source.push_back(entry);
+        target = std::move(source);
+        EXPECT_THAT(target.ToVector(), ElementsAre(entry));
+        EXPECT_TRUE(source.empty()); // NOLINT(bugprone-use-after-move)
+    }
+    PointerList<int>& same = target;
+    target = std::move(same);
+    EXPECT_THAT(target.ToVector(), ElementsAre(b));
+    const PointerList<int> fresh(std::move(target));
+    EXPECT_TRUE(target.empty()); // NOLINT(bugprone-use-after-move)
+}
+
 TEST_F(PointerListTest, IsWalkedBackwards) {
     PointerList<int> list;
     for (int* entry : {a, b, c})
