@@ -95,8 +95,8 @@ private:
 
     TypeRef type_;
     mutable std::unique_ptr<Values> values_;
-    mutable unsigned char due_ =
-        0; ///< A bit for each slot with the type's initial value, not made.
+    /// A bit for each slot that has the type's initial value, not made yet.
+    mutable unsigned char due_ = 0;
     bool reference_ = false;
     CompactString autoBind_;
 };
