@@ -49,7 +49,7 @@ TEST_F(LateEntriesTest, SortsKeysThatDifferBehindTheFirstEightCharacters) {
 }
 
 TEST_F(LateEntriesTest, SortsByTheValuesOfBytesWithoutSign) {
-    ExpectSorted({"\xC3\xA4", "z", "a", "\x7F", "\xE6\xBC\xA2"});
+    ExpectSorted({"\xC3\xA4", "z", "a", "\x7F", "\xE6\xBC\xA2", "\xE6z"});
 }
 
 TEST_F(LateEntriesTest, SortsAShorterKeyBeforeALongerOne) {
