@@ -25,7 +25,7 @@ bool Unlist(LOD& lod) {
 LOD::LOD(const LOD& source)
     : NamedObject(source), type_(source.type_), threshold_(source.threshold_),
       maxShapes_(source.maxShapes_), allowedShapes_(source.allowedShapes_),
-      fileName_(source.fileName_) {}
+      fileName_(source.fileName_), packageName_(source.packageName_) {}
 
 LOD::~LOD() {
     Unlist(*this);

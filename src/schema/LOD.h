@@ -67,6 +67,11 @@ public:
     const std::string& GetFileName() const { return fileName_; }
     void SetFileName(std::string_view fileName) { fileName_ = fileName; }
 
+    /// The package of that file. Levels are found by their names alone; but a file whose alternates
+    /// stand for a level has to use its package.
+    const std::string& GetPackageName() const { return packageName_; }
+    void SetPackageName(std::string_view packageName) { packageName_ = packageName; }
+
 private:
     /// No alternate stands for the copy.
     LOD(const LOD& source);
@@ -77,6 +82,7 @@ private:
     int allowedShapes_ = 0;
     std::string allowedShapeNames_; // made when asked for, dropped when the shapes change
     std::string fileName_;
+    std::string packageName_;
     std::unordered_set<GeometryAlternate*> alternates_;
 };
 

@@ -6,6 +6,7 @@
 #include "core/Names.h"
 #include "manager/TemplateManager.h"
 #include "schema/AttributeProperty.h"
+#include "schema/GeometryProperty.h"
 #include "types/Enumeration.h"
 #include "xml/XMLTemplateWriter.h"
 #include "xml/XMLWriter.h"
@@ -68,6 +69,22 @@ std::vector<const Type*> GetNeeded(const Type& type) {
     const std::vector<const Type*> mentioned = GetMentioned(type);
     needed.insert(needed.end(), mentioned.begin(), mentioned.end());
     return needed;
+}
+
+/// Adds the packages of the levels of detail that a template's alternates stand for.
+void CollectLevelPackages(const Type& type, std::set<std::string>& packages) {
+    for (const Type* version : GetVersions(type)) {
+        const auto* definition = ObjectCast<Template>(version);
+        if (!definition)
+            break;
+        for (const Property* property : definition->GetDeclaredProperties()) {
+            const auto* geometry = ObjectCast<GeometryProperty>(property);
+            for (int i = 0; geometry && i < geometry->GetAlternateCount(); ++i) {
+                if (const LOD* level = geometry->GetAlternateAt(i)->GetLOD())
+                    packages.insert(level->GetPackageName());
+            }
+        }
+    }
 }
 
 /// Puts what others need in front and keeps the order otherwise.
@@ -166,6 +183,7 @@ std::set<std::string> XMLTemplateFileWriter::CollectUsedPackages() const {
     for (const Type* type : templates_) {
         for (const Type* needed : GetNeeded(*type))
             packages.insert(needed->GetPackageName());
+        CollectLevelPackages(*type, packages);
     }
     return packages;
 }

@@ -90,6 +90,7 @@ void XMLTemplateListener::StartLOD(const XMLAttributes& attributes) {
         return;
     lod_ = std::make_unique<LOD>(attributes.Find("name"));
     lod_->SetFileName(parser_.GetSourceName());
+    lod_->SetPackageName(package_);
     GiveComment(*lod_);
     const char* type = attributes.Find("type");
     if (type && EqualsIgnoreCase(type, "boundingvolume"))

@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <map>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "ovi/ovi.h"
 
@@ -67,7 +69,7 @@ private:
         for (int i = 0; i < OviTemplate_GetParentCount(type); ++i)
             Line(" parent " + KeyOf(OviTemplate_GetParentAt(type, i)));
         for (int i = 0; i < OviTemplate_GetChildCount(type); ++i)
-            Line(" child " + KeyOf(OviTemplate_GetChildAt(type, i)));
+            TakeChild(OviTemplate_GetChildAt(type, i));
         Line(" properties by name: " + std::to_string(OviTemplate_GetPropertyCount(type)));
         for (int i = 0; i < OviTemplate_GetPropertyCount(type); ++i)
             Line(" named " + NumberOf(OviTemplate_GetPropertyAt(type, i, true)));
@@ -75,7 +77,12 @@ private:
         for (int i = 0; OviProperty* property = OviTemplate_GetPropertyAt(type, i, false); ++i)
             TakeProperty(property);
         for (int i = 0; i < OviTemplate_GetViewCount(type); ++i)
-            TakeViewItem(OviTemplate_GetViewAt(type, i), 1);
+            TakeView(OviTemplate_GetViewAt(type, i));
+    }
+
+    void TakeChild(OviTemplate* child) {
+        if (onlyFile_.empty() || onlyFile_ == OviType_GetFileName(child))
+            Line(" child " + KeyOf(child));
     }
 
     void TakeLOD(OviLOD* lod) {
@@ -134,7 +141,22 @@ private:
         }
     }
 
-    /// A view, a group or a view property, and what stands below it.
+    /// A view with all its groups, however deep a file nests them.
+    void TakeView(OviView* view) {
+        std::vector<std::pair<OviViewItem*, size_t>> open{{view, 1}};
+        while (!open.empty()) {
+            const auto [item, depth] = open.back();
+            open.pop_back();
+            TakeViewItem(item, depth);
+            if (!OviObject_ImplementsClass(item, OVI_CLASS_GROUP))
+                continue;
+            auto* group = static_cast<OviGroup*>(item);
+            for (int i = OviGroup_GetViewItemCount(group); i-- > 0;)
+                open.emplace_back(OviGroup_GetViewItemAt(group, i), depth + 1);
+        }
+    }
+
+    /// A view, a group or a view property.
     void TakeViewItem(OviViewItem* item, size_t depth) {
         std::string line = std::string(depth, ' ') + "item of class " +
                            std::to_string(OviObject_GetClass(item)) + " " +
@@ -144,11 +166,6 @@ private:
                     NumberOf(OviViewProperty_GetProperty(static_cast<OviViewProperty*>(item)));
         Line(line);
         TakeTexts(item);
-        if (!OviObject_ImplementsClass(item, OVI_CLASS_GROUP))
-            return;
-        auto* group = static_cast<OviGroup*>(item);
-        for (int i = 0; i < OviGroup_GetViewItemCount(group); ++i)
-            TakeViewItem(OviGroup_GetViewItemAt(group, i), depth + 1);
     }
 
     void TakeAttribute(OviAttributeProperty* attribute) {
@@ -231,9 +248,10 @@ private:
     static std::string ElementOf(OviType* type, const void* value, int index) {
         if (OviObject_ImplementsClass(type, OVI_CLASS_TEMPLATE))
             return InstanceText(static_cast<OviInstance* const*>(value)[index]);
-        std::string text(4096, '\0');
-        const int length = OviType_GetValueAsString(type, value, index, text.data());
-        return text.substr(0, static_cast<size_t>(length));
+        const int length = OviType_GetValueAsString(type, value, index, nullptr);
+        std::string text(static_cast<size_t>(length), '\0');
+        OviType_GetValueAsString(type, value, index, text.data());
+        return text;
     }
 
     static std::string InstanceText(OviInstance* instance) {

@@ -250,6 +250,22 @@ TEST_F(TemplateFileRoot, UsesThePackagesOfTypesParentsAndReferencesInOrder) {
               "\t<using package='d'/>\n\t<using package='e.f'/>\n");
 }
 
+TEST_F(TemplateFileRoot, UsesThePackagesOfLevelsOfDetail) {
+    WriteFile("in/levels/L.template", "<?xml version='1.0'?><templates package='levels'>"
+                                      "<lod name='High'/></templates>");
+    OviTemplateManager_AddSearchPath(PathOf("in").c_str(), false);
+    EXPECT_EQ(Load("<using package='levels'/><template name='T'><geometry name='g'>"
+                   "<alternate lod='High'/></geometry></template>"),
+              Lines{});
+    const std::string saved = Save();
+    EXPECT_NE(saved.find("\t<using package='levels'/>\n"), std::string::npos) << saved;
+    Restart();
+    OviTemplateManager_AddSearchPath(PathOf("in").c_str(), false);
+    EXPECT_TRUE(LoadText(saved));
+    auto* geometry = static_cast<OviGeometryProperty*>(OviTemplate_GetProperty(Get("p.T"), "g"));
+    EXPECT_EQ(OviGeometryProperty_GetAlternateCount(geometry), 1);
+}
+
 TEST_F(TemplateFileRoot, DoesNotUseItsOwnPackage) {
     Load("<type name='V' type='FLOAT'/><template name='B'/><template name='T'><extends "
          "template='B'/><attribute name='a' type='V'/></template>");
