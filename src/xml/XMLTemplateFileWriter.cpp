@@ -71,7 +71,7 @@ std::vector<const Type*> GetNeeded(const Type& type) {
     return needed;
 }
 
-/// Adds the packages of the levels of detail that a template's alternates stand for.
+/// Adds the packages of the levels of detail of other files that a template's alternates stand for.
 void CollectLevelPackages(const Type& type, std::set<std::string>& packages) {
     for (const Type* version : GetVersions(type)) {
         const auto* definition = ObjectCast<Template>(version);
@@ -80,7 +80,8 @@ void CollectLevelPackages(const Type& type, std::set<std::string>& packages) {
         for (const Property* property : definition->GetDeclaredProperties()) {
             const auto* geometry = ObjectCast<GeometryProperty>(property);
             for (int i = 0; geometry && i < geometry->GetAlternateCount(); ++i) {
-                if (const LOD* level = geometry->GetAlternateAt(i)->GetLOD())
+                const LOD* level = geometry->GetAlternateAt(i)->GetLOD();
+                if (level && !EqualsIgnoreCase(level->GetFileName(), type.GetFileName()))
                     packages.insert(level->GetPackageName());
             }
         }

@@ -69,7 +69,7 @@ private:
         for (int i = 0; i < OviTemplate_GetParentCount(type); ++i)
             Line(" parent " + KeyOf(OviTemplate_GetParentAt(type, i)));
         for (int i = 0; i < OviTemplate_GetChildCount(type); ++i)
-            TakeChild(OviTemplate_GetChildAt(type, i));
+            Line(" child " + KeyOf(OviTemplate_GetChildAt(type, i)));
         Line(" properties by name: " + std::to_string(OviTemplate_GetPropertyCount(type)));
         for (int i = 0; i < OviTemplate_GetPropertyCount(type); ++i)
             Line(" named " + NumberOf(OviTemplate_GetPropertyAt(type, i, true)));
@@ -78,11 +78,6 @@ private:
             TakeProperty(property);
         for (int i = 0; i < OviTemplate_GetViewCount(type); ++i)
             TakeView(OviTemplate_GetViewAt(type, i));
-    }
-
-    void TakeChild(OviTemplate* child) {
-        if (onlyFile_.empty() || onlyFile_ == OviType_GetFileName(child))
-            Line(" child " + KeyOf(child));
     }
 
     void TakeLOD(OviLOD* lod) {

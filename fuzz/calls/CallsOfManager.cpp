@@ -1,0 +1,107 @@
+// Calls of the functions for the registry of the schema, its files and packages.
+
+#include <algorithm>
+
+#include "calls/CallTable.h"
+
+namespace {
+
+constexpr unsigned kAlone = 0;
+constexpr unsigned kReads = Call::kReads;
+
+void GetTypesByFileName(World& world) {
+    const char* path = world.PickTemplatePath();
+    const int capacity = world.PickCount();
+    std::vector<OviType*> types(static_cast<size_t>(std::max(capacity, 0)));
+    const int count = OviTemplateManager_GetTypesByFileName(
+        path, types.empty() ? nullptr : types.data(), capacity);
+    for (int i = 0; i < std::min(count, capacity); ++i)
+        Look(types[static_cast<size_t>(i)]);
+}
+
+void LoadTemplateFile(World& world) {
+    OviTemplateManager_LoadTemplateFile(world.PickTemplatePath());
+}
+
+void UnloadTemplateFile(World& world) {
+    const bool byText = world.GetInput().TakeByte() % 4 == 0;
+    OviTemplateManager_UnloadTemplateFile(byText ? world.PickText() : world.PickTemplatePath());
+}
+
+/// Never to a file that the input names: that could be any.
+void SaveTemplateFile(World& world) {
+    const char* fileName = world.PickTemplatePath();
+    OviTemplateManager_SaveTemplateFile(fileName, world.PickOutputPath());
+}
+
+const char* PickSearchPath(World& world) {
+    static const char* const kPaths[] = {OVI_SOURCE_DIR "/fuzz/packages",
+                                         OVI_SOURCE_DIR "\\FUZZ\\packages\\lib\\",
+                                         OVI_SOURCE_DIR "/fuzz/missing", "\xff"};
+    return kPaths[world.GetInput().TakeByte() % 4];
+}
+
+void AddSearchPath(World& world) {
+    const char* path = PickSearchPath(world);
+    OviTemplateManager_AddSearchPath(path, Argument<bool>::Take(world));
+}
+
+void RemoveSearchPath(World& world) {
+    OviTemplateManager_RemoveSearchPath(PickSearchPath(world));
+}
+
+void EnumeratePackages(World& world) {
+    const bool loadedOnly = Argument<bool>::Take(world);
+    int size = world.GetInput().TakeByte();
+    std::vector<char> buffer(static_cast<size_t>(size));
+    OviTemplateManager_EnumeratePackages(loadedOnly, &size, buffer.empty() ? nullptr : buffer.data());
+}
+
+} // namespace
+
+std::vector<Call> CallsOfManager() {
+    return {
+        OVI_READS(OviTemplateManager_GetTemplate),
+        OVI_READS(OviTemplateManager_GetTemplateVersion),
+        OVI_READS(OviTemplateManager_GetTemplateCount),
+        OVI_READS(OviTemplateManager_GetTemplateAt),
+        OVI_TRANSFERS(OviTemplateManager_CreateTemplate),
+        OVI_CHANGES(OviTemplateManager_CreateTemplateVersion),
+        OVI_TRANSFERS(OviTemplateManager_AddTemplate),
+        OVI_TRANSFERS(OviTemplateManager_RemoveTemplate),
+        OVI_READS(OviTemplateManager_GetRoot),
+        OVI_READS(OviTemplateManager_GetProperty),
+        OVI_READS(OviTemplateManager_GetEnumerationCount),
+        OVI_READS(OviTemplateManager_GetEnumerationAt),
+        OVI_READS(OviTemplateManager_GetEnumeration),
+        OVI_TRANSFERS(OviTemplateManager_AddEnumeration),
+        OVI_TRANSFERS(OviTemplateManager_RemoveEnumeration),
+        OVI_READS(OviTemplateManager_GetType),
+        OVI_READS(OviTemplateManager_GetTypeCount),
+        OVI_READS(OviTemplateManager_GetTypeAt),
+        OVI_SPECIAL(OviTemplateManager_GetTypesByFileName, GetTypesByFileName, kReads),
+        OVI_READS(OviTemplateManager_ResolveType),
+        OVI_TRANSFERS(OviTemplateManager_AddType),
+        OVI_TRANSFERS(OviTemplateManager_RemoveType),
+        OVI_READS(OviTemplateManager_GetLODCount),
+        OVI_READS(OviTemplateManager_GetLODAt),
+        OVI_READS(OviTemplateManager_GetLOD),
+        OVI_SETS(OviTemplateManager_AddLOD),
+        OVI_SETS(OviTemplateManager_RemoveLOD),
+        OVI_READS(OviTemplateManager_GetAnchorTypeCount),
+        OVI_READS(OviTemplateManager_GetAnchorTypeAt),
+        OVI_READS(OviTemplateManager_GetAnchorType),
+        OVI_SETS(OviTemplateManager_AddAnchorType),
+        OVI_SETS(OviTemplateManager_RemoveAnchorType),
+        OVI_SPECIAL(OviTemplateManager_LoadTemplateFile, LoadTemplateFile, kAlone),
+        OVI_SPECIAL(OviTemplateManager_UnloadTemplateFile, UnloadTemplateFile, kAlone),
+        OVI_SPECIAL(OviTemplateManager_SaveTemplateFile, SaveTemplateFile, kAlone),
+        OVI_READS(OviTemplateManager_GetSearchPathCount),
+        OVI_READS(OviTemplateManager_GetSearchPathAt),
+        OVI_SPECIAL(OviTemplateManager_AddSearchPath, AddSearchPath, kAlone),
+        OVI_SPECIAL(OviTemplateManager_RemoveSearchPath, RemoveSearchPath, kAlone),
+        OVI_SPECIAL(OviTemplateManager_EnumeratePackages, EnumeratePackages, kReads),
+        OVI_CHANGES(OviTemplateManager_LoadPackage),
+        OVI_CHANGES(OviTemplateManager_LoadTemplate),
+    };
+}
