@@ -21,7 +21,7 @@ void TakeFromOwner(Object* object) {
     if (auto* item = ObjectCast<EnumerationItem>(object); item && item->GetEnumeration())
         item->GetEnumeration()->RemoveItem(item);
     if (auto* named = ObjectCast<NamedObject>(object))
-        AnchorTypeList::Forget(named);
+        AnchorTypeList::Forget(named); // also where it then stays because it is still needed
 }
 
 /// The children of a template fall back to the root. First of all, since it may need memory.

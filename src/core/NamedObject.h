@@ -20,6 +20,10 @@ public:
     NamedObject() = default;
     /// Takes the name when it passes the name rule; otherwise the name stays empty.
     explicit NamedObject(std::string_view name);
+    ~NamedObject() override {
+        if (endWatcher_)
+            endWatcher_(this);
+    }
 
     int GetClass() const override { return kClassId; }
     bool ImplementsClass(int id) const override {
@@ -50,6 +54,10 @@ public:
     LocalizedTextTable& EditLabels() { return EditTexts().labels; }
     LocalizedTextTable& EditDescriptions() { return EditTexts().descriptions; }
 
+    /// From now on the watcher is called with every named object that dies, whoever deletes it.
+    using EndWatcher = void (*)(NamedObject*);
+    static void WatchEnds(EndWatcher watcher) { endWatcher_ = watcher; }
+
 protected:
     NamedObject(const NamedObject& other);
 
@@ -74,6 +82,8 @@ private:
 
     CompactString name_;
     std::unique_ptr<Texts> texts_;
+
+    static inline EndWatcher endWatcher_ = nullptr;
 };
 
 } // namespace Kor

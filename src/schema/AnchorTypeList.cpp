@@ -14,7 +14,7 @@ using Lists = std::unordered_set<AnchorTypeList*>;
 
 bool everUsed = false;
 
-/// The lists that have each anchor type.
+/// The lists that have each anchor type. Until there is one, nobody asks about objects that die.
 std::unordered_map<const NamedObject*, Lists>& Users() {
     static auto& users = *new std::unordered_map<const NamedObject*, Lists>(); // outlives all lists
     everUsed = true;
@@ -24,7 +24,7 @@ std::unordered_map<const NamedObject*, Lists>& Users() {
 /// The lists that have an object, or null. Asked about every object that dies, also when there is
 /// no memory left to begin with.
 Lists* FindLists(const NamedObject* type) {
-    if (!everUsed)
+    if (!everUsed || Users().empty())
         return nullptr;
     const auto found = Users().find(type);
     return found == Users().end() ? nullptr : &found->second;
@@ -45,6 +45,7 @@ void AnchorTypeList::Enter(const NamedObject* type) {
     });
     lists.insert(this);
     entered.Forget();
+    NamedObject::WatchEnds(&AnchorTypeList::Forget);
 }
 
 void AnchorTypeList::Leave(const NamedObject* type) const {

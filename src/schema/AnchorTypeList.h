@@ -30,7 +30,7 @@ public:
     /// used where none has: the object may be gone.
     static void FollowName(NamedObject* type);
 
-    /// Takes an object that dies out of all lists.
+    /// Takes an object that dies out of all lists. Only the address is used where none has it.
     static void Forget(NamedObject* type);
 
 private:

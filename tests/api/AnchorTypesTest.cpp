@@ -30,6 +30,19 @@ TEST_F(AnchorTypesTest, AnyNamedObjectServesAsAnAnchorTypeAndStaysTheCallers) {
         OviObject_Delete(object);
 }
 
+TEST_F(AnchorTypesTest, AnAnchorTypeThatDiesWithItsOwnerLeavesAllLists) {
+    OviAnchorProperty* anchor = OviAnchorProperty_New("socket", 1);
+    OviAsset* wall = OviAssetManager_NewAsset("Wall");
+    OviTemplateManager_AddAnchorType(wall);
+    OviAnchorProperty_AddAnchorType(anchor, wall);
+    OviAnchorProperty_AddAnchorType(anchor, TypeNamed("INT32"));
+    OviAssetManager_NewScene();
+    EXPECT_EQ(OviTemplateManager_GetAnchorTypeCount(), 0);
+    EXPECT_EQ(OviAnchorProperty_GetAnchorTypeCount(anchor), 1);
+    EXPECT_EQ(OviAnchorProperty_GetAnchorTypeAt(anchor, 0), TypeNamed("INT32"));
+    OviObject_Delete(anchor);
+}
+
 TEST_F(AnchorTypesTest, ARenamedAnchorTypeIsMovedToItsPlace) {
     OviInstance* types[3] = {};
     for (int i = 0; i < 3; ++i) {
