@@ -34,6 +34,17 @@ TEST_F(EnumerationItemTypeTest, AnEnumerationStaysWhileAnItemIsUsedAsAType) {
     EXPECT_EQ(OviTemplateManager_GetEnumeration("Colour"), nullptr);
 }
 
+TEST_F(EnumerationItemTypeTest, AnItemThatIsAPlainTypeGoesWithTheTypeOfItsValue) {
+    for (const char* name : {"Red", "Green"}) // one key in front of the value type's, one behind
+        OviTemplateManager_AddType(OviEnumeration_GetItem(colour_, name));
+    OviNamedObject_SetName(OviTemplateManager_GetType("Green"), "Zebra");
+    Ovi_Terminate();
+    Ovi_Initialize();
+    EXPECT_EQ(OviTemplateManager_GetType("Red"), nullptr);
+    EXPECT_EQ(OviTemplateManager_GetType("Zebra"), nullptr);
+    EXPECT_EQ(OviTemplateManager_GetTypeCount(), 14);
+}
+
 TEST_F(EnumerationItemTypeTest, AnItemUsedInsideItsFileDoesNotKeepTheEnumeration) {
     OviEnumeration* shape =
         Load("Shape", "INT32", {{"Round", "1"}}, "<type name='Outline' type='INT32'/>");
