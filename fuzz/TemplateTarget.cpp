@@ -95,8 +95,8 @@ Reading Read(std::string_view text) {
     const LoadedFile file(text);
     Reading reading;
     reading.saved = Save();
-    reading.isWhole = OviErrorManager_GetErrorItemCount(OVI_LEVEL_ERROR) == 0 &&
-                      !IsPartOfALoadedPackage();
+    reading.isWhole =
+        OviErrorManager_GetErrorItemCount(OVI_LEVEL_ERROR) == 0 && !IsPartOfALoadedPackage();
     reading.model = DescribeModel();
     ExpectSame("looking changes what is saved", reading.saved, Save());
     return reading;

@@ -181,7 +181,8 @@ private:
         } else {
             std::memcpy(&got, ElementAt(value_, index), sizeof got);
         }
-        Expect(got == wanted || (std::isnan(got) && std::isnan(wanted)), "a number is read wrongly");
+        Expect(got == wanted || (std::isnan(got) && std::isnan(wanted)),
+               "a number is read wrongly");
         if (std::isfinite(got)) {
             char text[64];
             std::snprintf(text, sizeof text, "%g", got);
@@ -278,8 +279,8 @@ private:
         std::vector<char> memory(static_cast<size_t>(room + kMaxAlignment));
         char* packed = memory.data() + kMaxAlignment - // aligned for every type
                        reinterpret_cast<std::uintptr_t>(memory.data()) % kMaxAlignment;
-        const int used = OviType_WriteValueToBinary(ToHandle(type_), value_.Get(), count_, packed,
-                                                    room);
+        const int used =
+            OviType_WriteValueToBinary(ToHandle(type_), value_.Get(), count_, packed, room);
         int at = 0;
         if (storage_->GetDimension() == 0) {
             Expect(ReadWord(packed) == count_, "the count is packed wrongly");

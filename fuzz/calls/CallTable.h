@@ -24,9 +24,7 @@ struct Call {
 
 template <class Handle> struct HandleClass;
 #define OVI_HANDLE_CLASS(Handle, id)                                                               \
-    template <> struct HandleClass<Handle> {                                                       \
-        static constexpr int kId = id;                                                             \
-    };
+    template <> struct HandleClass<Handle> { static constexpr int kId = id; };
 OVI_HANDLE_CLASS(OviObject, OVI_CLASS_OBJECT)
 OVI_HANDLE_CLASS(OviErrorItem, OVI_CLASS_ERROR_ITEM)
 OVI_HANDLE_CLASS(OviNamedObject, OVI_CLASS_NAMED_OBJECT)
@@ -121,7 +119,9 @@ void InvokeAndLook(World& world, Result (*function)(Arguments...)) {
 // -- rows -----------------------------------------------------------------------------------------
 
 #define OVI_ROW(function, traits)                                                                  \
-    Call{#function, [](World& world) { InvokeAndLook(world, &function); }, traits}
+    Call {                                                                                         \
+#function, [](World & world) { InvokeAndLook(world, &function); }, traits                  \
+    }
 /// Looks without changing anything.
 #define OVI_READS(function) OVI_ROW(function, Call::kReads | Call::kInCallbacks)
 /// Changes what a callback may change, too.
@@ -132,9 +132,14 @@ void InvokeAndLook(World& world, Result (*function)(Arguments...)) {
 #define OVI_TRANSFERS(function) OVI_ROW(function, Call::kTransfers)
 /// Gives an object that belongs to the host.
 #define OVI_MAKES(function)                                                                        \
-    Call{#function, [](World& world) { world.Own(Invoke(world, &function)); }, 0}
+    Call {                                                                                         \
+#function, [](World & world) { world.Own(Invoke(world, &function)); }, 0                   \
+    }
 /// Needs a function of its own, whose name is the second argument.
-#define OVI_SPECIAL(function, run, traits) Call{#function, &run, traits}
+#define OVI_SPECIAL(function, run, traits)                                                         \
+    Call {                                                                                         \
+#function, &run, traits                                                                    \
+    }
 
 // The tables, in the order of the public headers. The bytes of an input name places in them: a new
 // row goes to the end of the last table, so that the committed inputs keep their meaning.

@@ -54,7 +54,8 @@ void EnumeratePackages(World& world) {
     const bool loadedOnly = Argument<bool>::Take(world);
     int size = world.GetInput().TakeByte();
     std::vector<char> buffer(static_cast<size_t>(size));
-    OviTemplateManager_EnumeratePackages(loadedOnly, &size, buffer.empty() ? nullptr : buffer.data());
+    OviTemplateManager_EnumeratePackages(loadedOnly, &size,
+                                         buffer.empty() ? nullptr : buffer.data());
 }
 
 } // namespace

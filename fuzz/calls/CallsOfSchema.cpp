@@ -27,10 +27,16 @@ void AddProperty(World& world) {
         world.Disown(property);
 }
 
+/// A property that the template only shares with a lower version stays that one's.
 void RemoveProperty(World& world) {
     auto* owner = Argument<OviTemplate*>::Take(world);
     auto* removed = Argument<OviProperty*>::Take(world);
-    if (OviTemplate_RemoveProperty(owner, removed) >= 0)
+    const auto* definition = ObjectCast<Template>(reinterpret_cast<Object*>(owner));
+    const auto* property = ObjectCast<Property>(reinterpret_cast<Object*>(removed));
+    const bool isItsOwn =
+        definition && property &&
+        (property->GetOwner() == definition || property->GetKeeper() == definition);
+    if (OviTemplate_RemoveProperty(owner, removed) >= 0 && isItsOwn)
         world.Own(removed);
 }
 

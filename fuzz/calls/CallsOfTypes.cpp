@@ -19,7 +19,8 @@ OviType* ToHandle(Type* type) {
     return reinterpret_cast<OviType*>(static_cast<Object*>(type));
 }
 
-// -- values, whose blocks the type that is called must have made -----------------------------------
+// -- values, whose blocks the type that is called must have made
+// -----------------------------------
 
 void NewValue(World& world) {
     if (Type* type = world.Pick<Type>())
@@ -106,8 +107,7 @@ void SetItemValue(World& world) {
         return;
     }
     const ValueBlock value(world, *item->GetValueCarrier());
-    OviEnumerationItem_SetValue(reinterpret_cast<OviEnumerationItem*>(ToHandle(item)),
-                                value.Get());
+    OviEnumerationItem_SetValue(reinterpret_cast<OviEnumerationItem*>(ToHandle(item)), value.Get());
 }
 
 void NewCustomType(World& world) {

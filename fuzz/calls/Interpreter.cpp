@@ -9,8 +9,8 @@
 const std::vector<Call>& AllCalls() {
     static const std::vector<Call> kCalls = [] {
         std::vector<Call> all;
-        for (auto* table : {&CallsOfObjects, &CallsOfTypes, &CallsOfSchema, &CallsOfManager,
-                            &CallsOfInstances}) {
+        for (auto* table :
+             {&CallsOfObjects, &CallsOfTypes, &CallsOfSchema, &CallsOfManager, &CallsOfInstances}) {
             const std::vector<Call> calls = table();
             all.insert(all.end(), calls.begin(), calls.end());
         }

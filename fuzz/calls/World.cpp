@@ -75,10 +75,10 @@ const char* World::NameOfAnObject() {
 
 const char* World::PickText() {
     static const char* const kTexts[] = {
-        "",     "A",       "x",        "T",      "T.n",  "N",      "Object",   "Object#1",
-        "T#2",  "T#2.i32", "a.b.C",    ".",      "x.",   ".x",     "T.missing", "p",
-        "a b",  "'<&>\"",  "\xff\xfe", "\x80",   "en",   "en_GB",  "-",        "1",
-        "true", "0.5",     "lib",      "Asset1", "Odd",  "lib.sub", "High",    "studio.base",
+        "",     "A",       "x",        "T",      "T.n", "N",       "Object",    "Object#1",
+        "T#2",  "T#2.i32", "a.b.C",    ".",      "x.",  ".x",      "T.missing", "p",
+        "a b",  "'<&>\"",  "\xff\xfe", "\x80",   "en",  "en_GB",   "-",         "1",
+        "true", "0.5",     "lib",      "Asset1", "Odd", "lib.sub", "High",      "studio.base",
     };
     constexpr size_t kLong = 3000;
     const std::uint8_t choice = input_.TakeByte();
@@ -183,7 +183,8 @@ bool World::MayDelete(Object& object) {
     return true;
 }
 
-/// Instances go first, since they refer to the others; types last.
+/// Instances go first, since they refer to the others; then the properties of templates, which may
+/// have each other's templates as types; types last.
 void World::End() {
     Forget();
     std::vector<Object*> left = TakeWhatNobodyOwns();
@@ -199,9 +200,25 @@ void World::End() {
     do
         Ovi_Terminate();
     while (TemplateManager::Exists()); // there may have been several starts
-    for (Object* object : left)
-        OviObject_Delete(reinterpret_cast<OviObject*>(object));
+    const auto types = std::find_if(left.begin(), left.end(), [](const Object* object) {
+        return ObjectCast<Type>(object) != nullptr;
+    });
+    std::for_each(left.begin(), types, &Delete);
+    std::for_each(types, left.end(), &Unlink);
+    std::for_each(types, left.end(), &Delete);
     host_.clear();
+}
+
+void World::Delete(Object* object) {
+    OviObject_Delete(reinterpret_cast<OviObject*>(object));
+}
+
+/// Takes away what a type refers to, so that no type is deleted while another one needs it.
+void World::Unlink(Object* object) {
+    OviType_SetBaseType(reinterpret_cast<OviType*>(object), nullptr);
+    const auto* definition = ObjectCast<Template>(object);
+    while (definition && !definition->GetDeclaredProperties().empty())
+        Delete(definition->GetDeclaredProperties().back());
 }
 
 /// The host's objects, and those that the library never deletes by intent.

@@ -84,6 +84,8 @@ public:
 
 private:
     static bool IsOwned(const Kor::Object& object);
+    static void Delete(Kor::Object* object);
+    static void Unlink(Kor::Object* object);
     std::string& NextText();
     const char* NameOfAnObject();
     std::vector<Kor::Object*> TakeWhatNobodyOwns();

@@ -106,15 +106,15 @@ void SceneLook::AskPropertyInstance(OviPropertyInstance* member) {
 }
 
 void SceneLook::AskAttribute(OviAttributeInstance* attribute) {
-    auto* property =
-        static_cast<OviAttributeProperty*>(OviPropertyInstance_GetProperty(attribute));
+    auto* property = static_cast<OviAttributeProperty*>(OviPropertyInstance_GetProperty(attribute));
     OviType* type = OviAttributeProperty_GetType(property);
     void* value = OviAttributeInstance_GetValue(attribute);
     const int dimension = OviAttributeInstance_GetDimension(attribute);
     Touch(OviAttributeInstance_GetBinding(attribute));
     OviAttributeProperty_IsValueValid(property, dimension == 0 ? nullptr : value);
     OviType_GetValueSize(type, value, dimension);
-    Expect(OviType_CompareValues(type, value, value, dimension) == 0, "a value differs from itself");
+    Expect(OviType_CompareValues(type, value, value, dimension) == 0,
+           "a value differs from itself");
 }
 
 void SceneLook::AskGeometry(OviGeometryInstance* geometry) {
