@@ -17,8 +17,10 @@ AttributeProperty::AttributeProperty(const AttributeProperty& source)
     Type* type = source.GetType();
     if (!type)
         return;
-    if (type->IsLeftToUsers())
+    if (type->IsLeftToUsers()) {
         type = static_cast<Type*>(type->Clone().release());
+        type->LeaveToUsers(); // also where it is no custom type
+    }
     SetType(type);
     due_ = kAllDue;
 }

@@ -303,6 +303,17 @@ TEST_F(AttributePropertyTest, ACloneWithoutATypeHasNoValues) {
     OviObject_Delete(clone);
 }
 
+TEST_F(AttributePropertyTest, ACloneHasATypeOfItsOwnWhereThatWasDeletedWhileInUse) {
+    OviType* type = TypeNamed("INT32");
+    OviObject_Delete(type); // goes with the last property that uses it
+    OviAttributeProperty* clone = CloneOf(number);
+    OviType* own = OviAttributeProperty_GetType(clone);
+    EXPECT_NE(own, type);
+    EXPECT_STREQ(OviType_GetFullName(own), "INT32");
+    EXPECT_EQ(ReadInt(OviAttributeProperty_GetDefaultValue(clone)), 0);
+    OviObject_Delete(clone); // and its type with it
+}
+
 TEST_F(AttributePropertyTest, ACloneHasACustomTypeOfItsOwn) {
     OviType* custom = OviCustomType_New("pkg.Custom", 2);
     OviType_SetBaseType(custom, TypeNamed("INT32"));
