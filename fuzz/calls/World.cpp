@@ -183,37 +183,36 @@ bool World::MayDelete(Object& object) {
     return true;
 }
 
-/// Instances go first, since they refer to the others; then the properties of templates, which may
-/// have each other's templates as types; types last.
+/// What refers to others goes first: instances, then properties with their values; types, which may
+/// need each other, go last.
 void World::End() {
     Forget();
     std::vector<Object*> left = TakeWhatNobodyOwns();
-    const auto rank = [](const Object* object) {
-        if (ObjectCast<PropertyInstance>(object))
-            return 0;
-        if (ObjectCast<Instance>(object))
-            return 1;
-        return ObjectCast<Type>(object) ? 3 : 2;
-    };
-    std::stable_sort(left.begin(), left.end(),
-                     [&rank](const Object* a, const Object* b) { return rank(a) < rank(b); });
     do
         Ovi_Terminate();
     while (TemplateManager::Exists()); // there may have been several starts
-    const auto types = std::find_if(left.begin(), left.end(), [](const Object* object) {
-        return ObjectCast<Type>(object) != nullptr;
+    const auto end = [&left](auto isNext) {
+        const auto rest = std::stable_partition(left.begin(), left.end(), isNext);
+        std::for_each(left.begin(), rest, &Delete);
+        left.erase(left.begin(), rest);
+    };
+    end([](const Object* object) { return ObjectCast<PropertyInstance>(object) != nullptr; });
+    end([](const Object* object) { return ObjectCast<Instance>(object) != nullptr; });
+    end([](const Object* object) {
+        return ObjectCast<Property>(object) && !ObjectCast<GeometryAlternate>(object);
     });
-    std::for_each(left.begin(), types, &Delete);
-    std::for_each(types, left.end(), &Unlink);
-    std::for_each(types, left.end(), &Delete);
+    for (Object* object : left)
+        Unlink(object);
+    end([](const Object* object) { return !ObjectCast<Type>(object); });
+    end([](const Object*) { return true; });
     host_.clear();
 }
 
 void World::Delete(Object* object) {
-    OviObject_Delete(reinterpret_cast<OviObject*>(object));
+    OviObject_Delete(reinterpret_cast<OviObject*>(Traced(object)));
 }
 
-/// Takes away what a type refers to, so that no type is deleted while another one needs it.
+/// Takes away what a type refers to, so that none is deleted while another one needs it.
 void World::Unlink(Object* object) {
     OviType_SetBaseType(reinterpret_cast<OviType*>(object), nullptr);
     const auto* definition = ObjectCast<Template>(object);

@@ -3,8 +3,11 @@
 #include "api/Barrier.h"
 #include "core/ErrorItem.h"
 #include "core/Lockable.h"
+#include "instances/Instance.h"
+#include "manager/RetiredSchema.h"
 #include "manager/TemplateManager.h"
 #include "schema/AnchorTypeList.h"
+#include "schema/AttributeProperty.h"
 #include "schema/Property.h"
 #include "schema/ViewItem.h"
 
@@ -31,6 +34,27 @@ void LeaveChildren(Object* object) {
         definition->ShareChildren(TemplateManager::Get()->GetRoot());
 }
 
+void DropValues(Property* property) {
+    if (auto* attribute = ObjectCast<AttributeProperty>(property))
+        attribute->DropValues();
+}
+
+/// Values of template types leave their instances behind, which no host need know of: these let go
+/// of a template or a property that is to be deleted, which may need memory, too.
+void TakeFromAbandonedInstances(Object* object) {
+    auto* member = ObjectCast<Property>(object);
+    DropValues(member);
+    const auto* definition = ObjectCast<Template>(object);
+    if (definition) {
+        for (Property* property : definition->GetDeclaredProperties()) {
+            if (property->GetOwner() == definition || property->GetKeeper() == definition)
+                DropValues(property);
+        }
+    }
+    if ((definition && definition->IsUsedByInstances()) || (member && member->IsInUse()))
+        Instance::StripAbandoned();
+}
+
 /// Whether a type has users, with the last of which it then goes. Templates let go of theirs.
 bool IsStillNeeded(Object* object) {
     auto* type = ObjectCast<Type>(object);
@@ -52,9 +76,11 @@ void OviObject_Delete(OviObject* object) {
         if (ObjectCast<ErrorItem>(&target))
             return; // every one that a host can reach is the error manager's
         LeaveChildren(&target);
+        TakeFromAbandonedInstances(&target);
         TakeFromOwner(&target);
         if (!IsStillNeeded(&target))
             delete &target;
+        RetiredSchema::Release();
     });
 }
 

@@ -80,7 +80,7 @@ bool IsTooLarge(std::string_view number, bool hexadecimal) {
     const auto parsed = std::from_chars(exponent.data(), exponent.data() + exponent.size(), steps);
     if (parsed.ec != std::errc())
         return !negative;
-    return scale + (negative ? -steps : steps) > 0;
+    return negative ? scale > steps : steps > -scale; // a sum could overflow
 }
 
 /// Reads a number without its sign; false when there is none.

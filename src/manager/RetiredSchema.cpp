@@ -1,5 +1,6 @@
 #include "manager/RetiredSchema.h"
 
+#include <algorithm>
 #include <new>
 #include <utility>
 
@@ -20,11 +21,8 @@ RetiredSchema* waiting = nullptr;
 /// go of these before the first property is deleted.
 void DropValues(const Template& definition) {
     for (Property* property : definition.GetDeclaredProperties()) {
-        if (auto* attribute = ObjectCast<AttributeProperty>(property)) {
-            attribute->SetDefaultValue(nullptr);
-            attribute->SetMinValue(nullptr);
-            attribute->SetMaxValue(nullptr);
-        }
+        if (auto* attribute = ObjectCast<AttributeProperty>(property))
+            attribute->DropValues();
     }
 }
 
@@ -46,6 +44,12 @@ void Append(std::vector<Type*>& all, const std::vector<Type*>& more) {
     all.insert(all.end(), more.begin(), more.end());
 }
 
+/// Instances inside of values that are still there are those of properties that the host holds.
+bool IsUsedByInstances(const std::vector<Template*>& templates) {
+    return std::any_of(templates.begin(), templates.end(),
+                       [](const Template* definition) { return definition->IsUsedByInstances(); });
+}
+
 } // namespace
 
 void RetiredSchema::TakeOver(ObjectRegistry<Template> templates,
@@ -65,8 +69,7 @@ void RetiredSchema::TakeOver(ObjectRegistry<Template> templates,
 
 void RetiredSchema::Retire(std::unique_ptr<RetiredSchema> schema) noexcept {
     Wait(std::move(schema));
-    if (Instance::CountFreeStanding() == 0)
-        Release();
+    Release();
 }
 
 void RetiredSchema::Wait(std::unique_ptr<RetiredSchema> schema) noexcept {
@@ -75,6 +78,8 @@ void RetiredSchema::Wait(std::unique_ptr<RetiredSchema> schema) noexcept {
 }
 
 void RetiredSchema::Release() noexcept {
+    if (Instance::CountFreeStanding() > 0)
+        return;
     RetiredSchema* next = std::exchange(waiting, nullptr);
     while (next) {
         std::unique_ptr<RetiredSchema> schema(next);
@@ -84,11 +89,11 @@ void RetiredSchema::Release() noexcept {
     }
 }
 
-/// False without memory: all is still there then, perhaps with fewer links.
+/// False where it is still needed, or without memory: all is still there then, perhaps with fewer
+/// links.
 bool RetiredSchema::TryToDelete() noexcept {
     try {
-        Delete();
-        return true;
+        return Delete();
     } catch (const std::bad_alloc&) {
         return false;
     }
@@ -116,7 +121,7 @@ std::vector<Type*> RetiredSchema::Collect() const {
 
 /// First all links are taken away, then everything is deleted. Types whose values or properties the
 /// host still holds go with the last of those.
-void RetiredSchema::Delete() {
+bool RetiredSchema::Delete() {
     const std::vector<Type*> all = Collect();
     std::vector<Template*> templates;
     for (Type* type : all) {
@@ -127,6 +132,8 @@ void RetiredSchema::Delete() {
     for (const Template* definition : templates)
         DropValues(*definition);
     Instance::StripAbandoned();
+    if (IsUsedByInstances(templates))
+        return false;
     Template::SortForClearing(templates);
     for (Template* type : templates)
         type->Clear(nullptr);
@@ -137,6 +144,7 @@ void RetiredSchema::Delete() {
     const std::vector<Type*> leaving = group.Select(false);
     LeaveToUsers(kept); // nothing from here on needs memory
     TypeGroup::Delete(leaving);
+    return true;
 }
 
 } // namespace Kor

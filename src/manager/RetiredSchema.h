@@ -11,8 +11,9 @@
 namespace Kor {
 
 /// The schema objects of a template manager that is gone. They are deleted at once, unless
-/// instances that the host holds still refer to them: then with the last of those. Where memory
-/// runs out on the way they wait for the next occasion, since nobody could be told.
+/// instances that the host holds, or values of properties that it holds, still refer to them: then
+/// with the last of those. Where memory runs out on the way they wait for the next occasion, since
+/// nobody could be told.
 class RetiredSchema {
 public:
     RetiredSchema() = default;
@@ -26,13 +27,13 @@ public:
     /// Deletes the objects, now or later.
     static void Retire(std::unique_ptr<RetiredSchema> schema) noexcept;
 
-    /// Called when no free-standing instance is left.
+    /// Called when something may have been the last that needed a schema.
     static void Release() noexcept;
 
 private:
     static void Wait(std::unique_ptr<RetiredSchema> schema) noexcept;
     bool TryToDelete() noexcept;
-    void Delete();
+    bool Delete();
     std::vector<Type*> Collect() const;
 
     ObjectRegistry<Template> templates_;

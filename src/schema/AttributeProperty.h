@@ -52,6 +52,13 @@ public:
     void SetMinValue(void* value) { Store(kMinimum, value); }
     void SetMaxValue(void* value) { Store(kMaximum, value); }
 
+    /// Frees all three.
+    void DropValues() {
+        SetDefaultValue(nullptr);
+        SetMinValue(nullptr);
+        SetMaxValue(nullptr);
+    }
+
     /// Whether the value lies within the bounds by the type's rules; false without a type.
     bool IsValueValid(const void* value) const;
 

@@ -22,6 +22,49 @@ protected:
     OviTemplate* mesh = nullptr;
 };
 
+TEST_F(TemplateValuesTest, InstancesThatValuesLeftBehindLetGoOfATemplateThatIsDeleted) {
+    OviAttributeProperty* member = NewAttribute("member", 1, mesh);
+    void* value = OviType_NewValue(mesh, nullptr, 1);
+    OviInstance* element = ElementOf(value);
+    OviAttributeProperty_SetDefaultValue(member, value);
+    OviObject_Delete(member); // leaves the instance to whoever knows it
+    EXPECT_EQ(OviInstance_GetTemplateCount(element), 1);
+    OviObject_Delete(mesh);
+    EXPECT_EQ(OviInstance_GetTemplateCount(element), 0);
+    OviObject_Delete(element);
+}
+
+TEST_F(TemplateValuesTest, InstancesInsideValuesThatOutliveTheLibraryKeepTheirSchema) {
+    OviTemplate_AddProperty(mesh, NewAttribute("size"), -1);
+    OviTemplate* box = Make("Box");
+    OviTemplate_AddParent(box, mesh);
+    OviAttributeProperty* survivor = NewAttribute("survivor", 1, box);
+    void* value = OviType_NewValue(box, nullptr, 1);
+    OviInstance* element = ElementOf(value);
+    OviAttributeProperty_SetDefaultValue(survivor, value);
+    Ovi_Terminate();
+    OviPropertyInstance* size = OviInstance_GetPropertyInstance(element, "Mesh.size", false);
+    EXPECT_STREQ(OviProperty_GetFullName(OviPropertyInstance_GetProperty(size)), "Mesh.size");
+    OviObject_Delete(survivor); // and the schema with it
+    EXPECT_EQ(OviInstance_GetPropertyInstance(element, "Mesh.size", false), nullptr);
+    OviObject_Delete(element);
+    Ovi_Initialize();
+}
+
+TEST_F(TemplateValuesTest, TheDefaultsOfATemplateThatIsDeletedLetGoOfIt) {
+    OviAttributeProperty* member = NewAttribute("next", 1, nullptr);
+    OviAttributeProperty_SetReference(member, true);
+    OviTemplate_AddProperty(mesh, member, -1);
+    OviAttributeProperty_SetType(member, mesh);
+    void* value = OviType_NewValue(mesh, nullptr, 1);
+    OviInstance* element = ElementOf(value);
+    OviAttributeProperty_SetDefaultValue(member, value);
+    OviObject_Delete(mesh);
+    EXPECT_EQ(OviInstance_GetTemplateCount(element), 0);
+    EXPECT_EQ(OviInstance_GetPropertyInstance(element, "Mesh.next", false), nullptr);
+    OviObject_Delete(element);
+}
+
 TEST_F(TemplateValuesTest, ANewValueHoldsNamelessInstancesOfTheTemplate) {
     StartRecording();
     void* value = OviType_NewValue(mesh, nullptr, 2);

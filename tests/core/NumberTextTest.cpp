@@ -173,6 +173,9 @@ TEST(NumberText, ReadsWhatIsNoNumberAsZero) {
 TEST(NumberText, ReadsDoublesOutOfRangeAsTheNearest) {
     EXPECT_EQ(ParseDouble("1e400"), HUGE_VAL);
     EXPECT_EQ(ParseDouble("-1e99999999999999999999999"), -HUGE_VAL);
+    EXPECT_EQ(ParseDouble("1000e9223372036854775807"),
+              HUGE_VAL); // the steps and the digits overflow
+    EXPECT_EQ(ParseDouble(".0001e-9223372036854775807"), 0);
     EXPECT_EQ(ParseDouble("1e-400"), 0);
     EXPECT_TRUE(std::signbit(ParseDouble("-1e-400")));
     EXPECT_EQ(ParseDouble("4.9e-324"), std::numeric_limits<double>::denorm_min());
