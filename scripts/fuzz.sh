@@ -95,19 +95,20 @@ table() {
     for target in "${targets[@]}"; do row "$target"; done
 }
 
-# Merges what was found into the committed inputs, and keeps the smallest where they are too many.
+# Keeps the fewest inputs that reach every edge; where these are too many, the longest, which reach
+# most.
 minimize() {
     local merged=$buildDir/merged/$1 kept=0 bytes=0 size path
     say "Minimising the inputs of $1"
     rm -rf "$merged" && mkdir -p "$merged" "fuzz/corpus/$1" "$buildDir/corpus/$1"
-    "$(program "$1")" "${limits[@]}" -merge=1 -max_len="$(max_length "$1")" "$merged" \
+    "$(program "$1")" "${limits[@]}" -merge=1 -use_counters=0 -max_len="$(max_length "$1")" "$merged" \
         "fuzz/corpus/$1" "$buildDir/corpus/$1" >"$buildDir/merge-$1.log" 2>&1
     rm -f "fuzz/corpus/$1"/*
     while read -r size path; do
         ((kept < maxFiles && bytes + size <= maxBytes)) || break
         cp "$path" "fuzz/corpus/$1/"
         kept=$((kept + 1)) bytes=$((bytes + size))
-    done < <(find "$merged" -type f -printf '%s %p\n' | sort -k1,1n -k2)
+    done < <(find "$merged" -type f -printf '%s %p\n' | sort -k1,1nr -k2)
     echo "$kept inputs, $bytes bytes"
 }
 
