@@ -37,6 +37,20 @@ TEST_F(AssetManagerTest, KeepsAssetsInNameOrderAndAnnouncesTheirPlaces) {
               (Lines{"0x1005 m 0", "0x1005 b 0", "0x1005 z 2", "0x1005 Z 0", "0x1005 ba 2"}));
 }
 
+TEST_F(AssetManagerTest, AnnouncesPlacesAmongAssetsThatWereMadeBeforeAnybodyListened) {
+    for (int i = 0; i < 100; ++i)
+        OviAssetManager_NewAsset(("n" + std::to_string(100 + i * 7 % 100)).c_str());
+    StartRecording();
+    OviAssetManager_NewAsset("n142_");
+    OviAsset* removed = OviAssetManager_GetAsset("n150");
+    OviAssetManager_RemoveAsset(removed);
+    OviObject_Delete(removed);
+    EXPECT_EQ(Events(), (Lines{"0x1005 n142_ 43", "0x1006 n150 51"}));
+    const Lines names = Names();
+    EXPECT_TRUE(std::is_sorted(names.begin(), names.end()));
+    EXPECT_EQ(names.size(), 100U);
+}
+
 TEST_F(AssetManagerTest, FindsAssetsByTheirExactNames) {
     OviAsset* asset = OviAssetManager_NewAsset("Thing");
     EXPECT_EQ(OviAssetManager_GetAsset("Thing"), asset);

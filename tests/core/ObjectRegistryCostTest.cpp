@@ -51,6 +51,15 @@ TEST_F(ObjectRegistryCost, FindsAnObjectAmongManyWithoutTheirOrder) {
     EXPECT_LE(CountReads([&] { EXPECT_NE(registry.Get("key12346"), nullptr); }), 2);
 }
 
+TEST_F(ObjectRegistryCost, FindsWithoutTheOrderAfterAnObjectTookAnothersPlace) {
+    Fill(5000);
+    EXPECT_NE(registry.Get("key12345"), nullptr); // makes the index
+    Counted* other = New("key12345");
+    EXPECT_LT(registry.Insert(other), 0);
+    EXPECT_LE(CountReads([&] { EXPECT_EQ(registry.Get("key12345"), other); }), 2);
+    EXPECT_LE(CountReads([&] { EXPECT_NE(registry.Get("key12346"), nullptr); }), 2);
+}
+
 TEST_F(ObjectRegistryCost, PlacesManyObjectsOfOneKeyInAFewSteps) {
     Fill(100);
     EXPECT_NE(registry.Get("key10007"), nullptr); // makes the index

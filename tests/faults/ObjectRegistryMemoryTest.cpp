@@ -125,17 +125,93 @@ TEST_F(ObjectRegistryMemory, AddsOneAtATimeOrNotAtAll) {
     ExpectAllBut({});
 }
 
-TEST_F(ObjectRegistryMemory, FindsByBisectionWithoutAnIndexOfKeys) {
-    EXPECT_EQ(registry.GetAt(3), At(3)); // gives all their places
-    ObjectRegistry<Keyed> other;
-    other.MakeRoom();
-    for (const auto& object : objects)
-        other.Insert(object.get());
-    RunOut();
-    EXPECT_EQ(other.Get("key103"), At(3));
-    EXPECT_EQ(other.Get("key103_"), nullptr);
-    Allocations::Disarm();
-    EXPECT_EQ(other.Get("key103"), At(3));
+TEST_F(ObjectRegistryMemory, FindsByBisectionWhereTheIndexOfKeysIsNotMade) {
+    for (const auto mode : {Allocations::kOnce, Allocations::kFromThenOn}) {
+        for (long allocation = 1; allocation < 5; ++allocation) {
+            ObjectRegistry<Keyed> other;
+            for (const auto& object : objects)
+                other.Insert(object.get());
+            Allocations::Arm(allocation, mode);
+            EXPECT_EQ(other.Get("key103"), At(3));
+            EXPECT_EQ(other.Get("key298"), At(198));
+            EXPECT_EQ(other.Get("key103_"), nullptr);
+            Allocations::Disarm();
+            EXPECT_EQ(other.Get("key104"), At(4));
+        }
+    }
 }
+
+/// The counts are those at which chunks, or lists of them, are just full.
+class RoomInARegistry : public ::testing::TestWithParam<int> {
+protected:
+    RoomInARegistry() {
+        for (int i = 0; i < GetParam(); ++i) {
+            objects.push_back(std::make_unique<Keyed>("key" + std::to_string(10000 + i)));
+            registry.Insert(objects.back().get());
+        }
+    }
+
+    /// Keys before all, in the middle of each quarter, and behind all.
+    static std::vector<std::string> GetPlaces() {
+        std::vector<std::string> keys = {"a", "z"};
+        for (int quarter = 0; quarter <= 4; ++quarter)
+            keys.push_back("key" + std::to_string(10000 + quarter * GetParam() / 4) + "_");
+        return keys;
+    }
+
+    std::vector<std::unique_ptr<Keyed>> objects;
+    ObjectRegistry<Keyed> registry;
+};
+
+TEST_P(RoomInARegistry, IsEnoughWhereverTheObjectComes) {
+    for (const std::string& key : GetPlaces()) {
+        ObjectRegistry<Keyed> fresh;
+        for (const auto& object : objects)
+            fresh.Insert(object.get());
+        Keyed added(key);
+        fresh.MakeRoom();
+        Allocations::Arm(1, Allocations::kFromThenOn);
+        fresh.Place(&added);
+        Allocations::Disarm();
+        EXPECT_FALSE(Allocations::HasFailed()) << key;
+        EXPECT_EQ(fresh.GetAt(fresh.Find(key)), &added);
+    }
+}
+
+TEST_P(RoomInARegistry, IsEnoughForTheKeyItWasMadeFor) {
+    for (const std::string& key : GetPlaces()) {
+        ObjectRegistry<Keyed> fresh;
+        for (const auto& object : objects)
+            fresh.Insert(object.get());
+        Keyed added(key);
+        fresh.MakeRoomFor(key);
+        Allocations::Arm(1, Allocations::kFromThenOn);
+        EXPECT_GE(fresh.Insert(&added), 0);
+        Allocations::Disarm();
+        EXPECT_FALSE(Allocations::HasFailed()) << key;
+        EXPECT_EQ(fresh.GetAt(fresh.Find(key)), &added);
+    }
+}
+
+TEST_P(RoomInARegistry, IsEnoughAlsoWhenAnotherOneLeavesBefore) {
+    for (const std::string& key : GetPlaces()) {
+        Keyed* moved = objects[objects.size() / 2].get();
+        const std::string before = moved->key;
+        std::string after = key;
+        registry.MakeRoom();
+        Allocations::Arm(1, Allocations::kFromThenOn);
+        EXPECT_TRUE(registry.RemoveExactly(moved));
+        moved->key.swap(after);
+        registry.Place(moved);
+        Allocations::Disarm();
+        EXPECT_FALSE(Allocations::HasFailed()) << key;
+        EXPECT_EQ(registry.GetAt(registry.Find(key)), moved);
+        EXPECT_TRUE(registry.RemoveExactly(moved));
+        moved->key = before;
+        registry.Place(moved);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Counts, RoomInARegistry, ::testing::Values(1, 2, 4, 256, 512, 1024, 2048));
 
 } // namespace
