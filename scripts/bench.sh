@@ -5,11 +5,13 @@
 # that other programs and the disk do not count.
 #
 # usage: scripts/bench.sh [--assets N] [--runs N] [--only FIGURE] [--instructions] [--write]
+#                         [--build DIR]
 #   --assets N      the size of the scene (100000); 5000 with 3 runs takes about a minute. Growth is
 #                   measured between a tenth of it and ten times it
 #   --runs N        how many runs make a median (5)
 #   --only FIGURE   measures only figures whose titles contain that text or whose benchmark begins so
 #   --instructions  also count the instructions of loading and saving (needs valgrind)
+#   --build DIR     measure what is built there already, in place of building into build/bench
 #   --write         put the results into docs/benchmarks.md
 set -euo pipefail
 # shellcheck source=scripts/lib.sh
@@ -20,8 +22,10 @@ runs=5
 instructions=false
 write=false
 only=
+buildDir=
 usage() {
-    echo "usage: scripts/bench.sh [--assets N] [--runs N] [--only FIGURE] [--instructions] [--write]" >&2
+    echo "usage: scripts/bench.sh [--assets N] [--runs N] [--only FIGURE] [--instructions] [--write]" \
+        "[--build DIR]" >&2
     exit 2
 }
 while (($# > 0)); do
@@ -34,6 +38,11 @@ while (($# > 0)); do
         --only)
             [[ -n ${2:-} ]] || usage
             only=$2
+            shift
+            ;;
+        --build)
+            [[ -n ${2:-} ]] || usage
+            buildDir=$2
             shift
             ;;
         --instructions) instructions=true ;;
@@ -53,10 +62,13 @@ if $instructions; then
     command -v valgrind >/dev/null || fail "--instructions needs the Debian package valgrind"
 fi
 
-say "Building into build/bench"
-build_all bench -DCMAKE_BUILD_TYPE=Release -DOVICORE_BUILD_TESTS=OFF -DOVICORE_BUILD_TOOLS=OFF \
-    -DOVICORE_BUILD_EXAMPLES=OFF -DOVICORE_BUILD_BENCHMARKS=ON
-bench=$rootDir/build/bench/bench/ovi_bench
+if [[ -z $buildDir ]]; then
+    say "Building into build/bench"
+    build_all bench -DCMAKE_BUILD_TYPE=Release -DOVICORE_BUILD_TESTS=OFF \
+        -DOVICORE_BUILD_TOOLS=OFF -DOVICORE_BUILD_EXAMPLES=OFF -DOVICORE_BUILD_BENCHMARKS=ON
+    buildDir=$rootDir/build/bench
+fi
+bench=$buildDir/bench/ovi_bench
 [[ -x $bench ]] || fail "the benchmarks were not built"
 
 workDir=$(mktemp -d)
@@ -66,12 +78,12 @@ samples=$workDir/samples.tsv
 say "Making scenes of $assets assets, a tenth and ten times that, and schemas"
 small=$((assets / 10)) large=$((assets * 10))
 for size in "$small" "$assets" "$large"; do
-    "$rootDir/build/bench/bench/ovi_make_scene" "$workDir/$size.asset" "$size"
+    "$buildDir/bench/ovi_make_scene" "$workDir/$size.asset" "$size"
     echo "$size assets: $(stat --format=%s "$workDir/$size.asset") bytes"
 done
 scene=$workDir/$assets.asset
 for size in 100 1000; do
-    "$rootDir/build/bench/bench/ovi_make_schema" "$workDir/schema$size" "$size"
+    "$buildDir/bench/ovi_make_schema" "$workDir/schema$size" "$size"
 done
 
 # Runs one benchmark once and adds a line to the samples: figure, side, nanoseconds, peak, and
@@ -216,7 +228,7 @@ count_instructions() {
 
 print_instructions() {
     local countedAssets=10000 countedFiles=100 load save schema
-    "$rootDir/build/bench/bench/ovi_make_scene" "$workDir/counted.asset" "$countedAssets"
+    "$buildDir/bench/ovi_make_scene" "$workDir/counted.asset" "$countedAssets"
     load=$(count_instructions load/ovi OviAssetManager_LoadScene)
     save=$(count_instructions save/ovi OviAssetManager_SaveScene)
     schema=$(count_instructions schema/ovi OviTemplateManager_LoadTemplateFile)

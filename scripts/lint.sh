@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Checks the format of every source file and runs clang-tidy over the library and the tool.
-# Any finding is an error.
+# Checks the format of every source file, runs clang-tidy over the library and the tool, and has
+# clang++ parse everything else that is compiled, with the warnings of the build. Any finding is an
+# error.
 #
 # usage: scripts/lint.sh [--format-only | FILE...]     with files, only these go through clang-tidy
 set -euo pipefail
@@ -35,6 +36,19 @@ say "Running clang-tidy over ${#units[@]} files"
 # Its count of suppressed warnings in system headers tells nothing.
 printf '%s\0' "${units[@]}" | xargs -0 -n 1 -P "$jobs" clang-tidy -p build/clang --quiet \
     2> >(grep -vE '^[0-9]+ warnings? (generated|treated)' >&2) || result=1
+
+# Without precompiled headers, so that a missing include is found too.
+if (($# == 0)); then
+    say "Parsing the tests, benchmarks and examples with clang++"
+    python3 - build/clang/compile_commands.json "$rootDir" <<'EOF' |
+import json, sys
+entries = json.load(open(sys.argv[1], encoding="utf-8"))
+others = {e["file"]: e["command"] for e in entries
+          if not e["file"].startswith((sys.argv[2] + "/src/", sys.argv[2] + "/tools/"))}
+sys.stdout.write("".join(command + " -fsyntax-only\0" for command in others.values()))
+EOF
+        xargs -0 -n 1 -P "$jobs" sh -c || result=1
+fi
 
 if ((result == 0)); then
     echo "No findings."
