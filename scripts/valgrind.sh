@@ -26,13 +26,18 @@ table=$workDir/table.md
 printf '| Program | Tests | Errors | Memory lost | Memory left by intent |\n' >"$table"
 printf '|---|--:|--:|--:|--:|\n' >>"$table"
 
+# The program of failing allocations replaces operator new itself: valgrind must leave that alone.
+get_synonyms() {
+    [[ $1 == ovi_fault_tests ]] && echo somalloc=nouserintercepts || true
+}
+
 # Runs one program; its tests must pass and memcheck must find nothing.
 check() {
     local program=$1 log=$workDir/$1.log result=0
     say "Checking $program"
     valgrind --leak-check=full --show-leak-kinds=definite,possible \
         --errors-for-leak-kinds=definite,possible --num-callers=40 --error-exitcode=99 \
-        --suppressions="$rootDir/scripts/valgrind.supp" --log-file="$log" \
+        --soname-synonyms="$(get_synonyms "$program")" --suppressions="$rootDir/scripts/valgrind.supp" --log-file="$log" \
         "$rootDir/build/valgrind/tests/$program" --gtest_brief=1 | tee "$workDir/$program.out" ||
         result=$?
     cat "$log"

@@ -101,7 +101,7 @@ public:
     }
 
     bool Write(std::string_view bytes) override {
-        while (!failed_ && !bytes.empty()) {
+        while (file_.IsOpen() && !failed_ && !bytes.empty()) {
             const ssize_t taken = write(file_.Get(), bytes.data(), bytes.size());
             if (taken > 0)
                 bytes.remove_prefix(static_cast<size_t>(taken));

@@ -20,6 +20,8 @@ namespace {
 struct NamedCode {
     const char* name;
     int code;
+
+    friend void PrintTo(const NamedCode& named, std::ostream* out) { *out << named.name; }
 };
 
 class EventNameTest : public ::testing::TestWithParam<NamedCode> {
