@@ -30,6 +30,9 @@ struct Pooled {
 
 /// For vectors whose elements live in the pool.
 template <class T> struct PoolAllocator {
+    // The names and conversions that allocators have, and blocks of pointers among others.
+    // NOLINTBEGIN(readability-identifier-naming,google-explicit-constructor)
+    // NOLINTBEGIN(bugprone-sizeof-expression)
     using value_type = T;
 
     PoolAllocator() = default;
@@ -37,6 +40,8 @@ template <class T> struct PoolAllocator {
 
     T* allocate(size_t count) { return static_cast<T*>(BlockPool::Take(count * sizeof(T))); }
     void deallocate(T* block, size_t count) noexcept { BlockPool::Give(block, count * sizeof(T)); }
+    // NOLINTEND(bugprone-sizeof-expression)
+    // NOLINTEND(readability-identifier-naming,google-explicit-constructor)
 
     template <class U> bool operator==(const PoolAllocator<U>&) const { return true; }
     template <class U> bool operator!=(const PoolAllocator<U>&) const { return false; }

@@ -36,6 +36,7 @@ public:
         return *this;
     }
 
+    // NOLINTBEGIN(readability-identifier-naming): the names that containers of the standard have
     size_t size() const { return size_; }
     bool empty() const { return size_ == 0; }
     size_t capacity() const { return capacity_; }
@@ -97,6 +98,7 @@ public:
         std::swap(size_, other.size_);
         std::swap(capacity_, other.capacity_);
     }
+    // NOLINTEND(readability-identifier-naming)
 
     /// A copy to walk over while this list may change.
     std::vector<T*> ToVector() const { return {begin(), end()}; }

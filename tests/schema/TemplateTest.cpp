@@ -80,7 +80,8 @@ TEST_F(TemplateTest, RedefinitionsAreLinkedByVersion) {
     EXPECT_EQ(newest.GetPrevious(), &between);
     EXPECT_EQ(between.GetPrevious(), &first);
     EXPECT_EQ(mesh.GetProperty("x", false), &between);
-    EXPECT_EQ(mesh.GetDeclaredProperties().ToVector(), (std::vector<Property*>{&first, &newest, &between}));
+    EXPECT_EQ(mesh.GetDeclaredProperties().ToVector(),
+              (std::vector<Property*>{&first, &newest, &between}));
 }
 
 TEST_F(TemplateTest, ARefusedPropertyIsToldFromAnOverwrittenFirstOne) {
