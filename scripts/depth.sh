@@ -10,13 +10,7 @@ source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
 [[ $# -eq 0 || $* == --write ]] || { echo "usage: scripts/depth.sh [--write]" >&2; exit 2; }
 
-say "Setting up"
-"$rootDir/scripts/setup.sh" --test
-
-say "Building into build/test"
-cmake -S "$rootDir" -B "$rootDir/build/test" -G Ninja -DCMAKE_BUILD_TYPE=Release \
-    -DOVICORE_BUILD_BENCHMARKS=OFF
-cmake --build "$rootDir/build/test" --parallel "$jobs" --target ovi_depth
+build_test_programs ovi_depth
 
 say "Running with a stack of 1 MiB"
 workDir=$(mktemp -d)

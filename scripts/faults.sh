@@ -30,13 +30,7 @@ while (($# > 0)); do
     esac
 done
 
-say "Setting up"
-"$rootDir/scripts/setup.sh" --test
-
-say "Building into build/test"
-cmake -S "$rootDir" -B "$rootDir/build/test" -G Ninja -DCMAKE_BUILD_TYPE=Release \
-    -DOVICORE_BUILD_BENCHMARKS=OFF
-cmake --build "$rootDir/build/test" --parallel "$jobs" --target ovi_fault_tests ovi_save_loop
+build_test_programs ovi_fault_tests ovi_save_loop
 
 workDir=$(mktemp -d)
 trap 'rm -rf "$workDir"' EXIT
@@ -46,7 +40,8 @@ say "Letting allocations and writes fail"
     echo "| Scenario | Allocations that failed | Outcome |"
     echo "|---|--:|---|"
 } >"$workDir/allocations.md"
-"$rootDir/build/test/tests/ovi_fault_tests" --gtest_brief=1 --table 2>"$workDir/rows.txt"
+"$rootDir/build/test/tests/ovi_fault_tests" --gtest_brief=1 --table 2>"$workDir/rows.txt" ||
+    fail "$(cat "$workDir/rows.txt")"
 grep '^|' "$workDir/rows.txt" >>"$workDir/allocations.md"
 cat "$workDir/allocations.md"
 

@@ -31,13 +31,7 @@ while (($# > 0)); do
     esac
 done
 
-say "Setting up"
-"$rootDir/scripts/setup.sh" --test
-
-say "Building into build/test"
-cmake -S "$rootDir" -B "$rootDir/build/test" -G Ninja -DCMAKE_BUILD_TYPE=Release \
-    -DOVICORE_BUILD_BENCHMARKS=OFF
-cmake --build "$rootDir/build/test" --parallel "$jobs" --target ovi_hostile
+build_test_programs ovi_hostile
 
 say "Loading at $scale % of the sizes"
 table=$(mktemp)

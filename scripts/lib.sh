@@ -26,6 +26,16 @@ build_preset() {
     (cd "$rootDir" && cmake --preset "$1" && cmake --build --preset "$1" --parallel "$jobs")
 }
 
+# Installs what tests need and builds the named programs of them into build/test.
+build_test_programs() {
+    say "Setting up"
+    "$rootDir/scripts/setup.sh" --test
+    say "Building into build/test"
+    cmake -S "$rootDir" -B "$rootDir/build/test" -G Ninja -DCMAKE_BUILD_TYPE=Release \
+        -DOVICORE_BUILD_BENCHMARKS=OFF
+    cmake --build "$rootDir/build/test" --parallel "$jobs" --target "$@"
+}
+
 # Runs all tests of build/<name>, writes the totals to build/<name>/totals.txt in the form
 # "N passed, N failed", and fails when a test failed or none ran.
 run_tests() {

@@ -37,7 +37,8 @@ check() {
     say "Checking $program"
     valgrind --leak-check=full --show-leak-kinds=definite,possible \
         --errors-for-leak-kinds=definite,possible --num-callers=40 --error-exitcode=99 \
-        --soname-synonyms="$(get_synonyms "$program")" --suppressions="$rootDir/scripts/valgrind.supp" --log-file="$log" \
+        --soname-synonyms="$(get_synonyms "$program")" \
+        --suppressions="$rootDir/scripts/valgrind.supp" --log-file="$log" \
         "$rootDir/build/valgrind/tests/$program" --gtest_brief=1 | tee "$workDir/$program.out" ||
         result=$?
     cat "$log"

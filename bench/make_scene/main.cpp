@@ -10,7 +10,8 @@
 int main(int argumentCount, char** arguments) {
     constexpr int kDefaultCount = 100000;
     const int count = argumentCount > 2 ? Kor::ParseInt(arguments[2]) : kDefaultCount;
-    if (argumentCount < 2 || argumentCount > 3 || count < 1) {
+    const bool asksForHelp = argumentCount > 1 && arguments[1][0] == '-';
+    if (argumentCount < 2 || argumentCount > 3 || asksForHelp || count < 1) {
         std::fprintf(stderr, "usage: ovi_make_scene OUTPUT [ASSETS]\n");
         return 2;
     }

@@ -56,7 +56,8 @@ bool WriteSchemaFile(const std::filesystem::path& directory, int number) {
 
 int main(int argumentCount, char** arguments) {
     const int files = argumentCount > 2 ? std::atoi(arguments[2]) : 1000;
-    if (argumentCount < 2 || argumentCount > 3 || files < 1) {
+    const bool asksForHelp = argumentCount > 1 && arguments[1][0] == '-';
+    if (argumentCount < 2 || argumentCount > 3 || asksForHelp || files < 1) {
         std::cerr << "usage: ovi_make_schema DIRECTORY [FILES]\n";
         return 2;
     }

@@ -131,13 +131,13 @@ TEST_F(PointerListTest, IsEmptyOnceItWasMovedFrom) {
         source.push_back(entry);
         target = std::move(source);
         EXPECT_THAT(target.ToVector(), ElementsAre(entry));
-        EXPECT_TRUE(source.empty()); // NOLINT(bugprone-use-after-move)
+        EXPECT_TRUE(source.empty()); // as promised. NOLINT(bugprone-use-after-move)
     }
     PointerList<int>& same = target;
     target = std::move(same);
     EXPECT_THAT(target.ToVector(), ElementsAre(b));
     const PointerList<int> fresh(std::move(target));
-    EXPECT_TRUE(target.empty()); // NOLINT(bugprone-use-after-move)
+    EXPECT_TRUE(target.empty()); // as promised. NOLINT(bugprone-use-after-move)
 }
 
 TEST_F(PointerListTest, IsWalkedBackwards) {
