@@ -105,6 +105,7 @@ public:
 struct Reading {
     std::string saved;
     std::string asked;
+    bool isComparable; ///< Files say all that the scene depends on.
 };
 
 Reading Read(std::string_view text) {
@@ -112,6 +113,7 @@ Reading Read(std::string_view text) {
     const SceneLook look;
     Reading reading;
     look.Visit(&ReplaceWhatFilesCannotHold);
+    reading.isComparable = !look.DependsOnTheOrderOfTemplates();
     reading.saved = Save();
     look.AskAll();
     look.Visit(&ReplaceWhatFilesCannotHold);
@@ -121,6 +123,8 @@ Reading Read(std::string_view text) {
 
 void Run(std::string_view text) {
     const Reading first = Read(text);
+    if (!first.isComparable)
+        return;
     ExpectSame("saved scene, loaded and saved again", first.saved, Read(first.saved).saved);
     ExpectSame("scene saved after it was asked, loaded and saved again", first.asked,
                Read(first.asked).saved);

@@ -36,6 +36,8 @@ buildDir=$rootDir/build/fuzz
 findings=$buildDir/findings
 maxFiles=300      # of a committed corpus
 maxBytes=370000   # of a committed corpus
+# Weighing the inputs by how rare their code is takes half of the time here, where each reaches much.
+options=(-entropic=0)
 # A host's limits: a call that takes longer or needs more memory is a finding, too.
 limits=(-timeout=30 -rss_limit_mb=4096 -malloc_limit_mb=4096)
 
@@ -62,7 +64,7 @@ replay() {
 fuzz() {
     local target=$1 result=0
     mkdir -p "$buildDir/corpus/$target" "$findings/$target"
-    "$(program "$target")" "${limits[@]}" -max_total_time="$seconds" -print_final_stats=1 \
+    "$(program "$target")" "${limits[@]}" "${options[@]}" -max_total_time="$seconds" -print_final_stats=1 \
         -max_len="$(max_length "$target")" -dict="fuzz/$target.dict" \
         -artifact_prefix="$findings/$target/" \
         "$buildDir/corpus/$target" "fuzz/corpus/$target" >"$buildDir/fuzz-$target.log" 2>&1 || result=$?

@@ -1,7 +1,9 @@
 #include "support/SceneLook.h"
 
 #include <cstring>
+#include <map>
 #include <string>
+#include <string_view>
 
 #include "instances/AssetManager.h"
 #include "instances/AttributeInstance.h"
@@ -47,6 +49,19 @@ void SceneLook::Visit(void (*visit)(AttributeInstance&)) const {
         if (auto* attribute = ObjectCast<AttributeInstance>(member))
             visit(*attribute);
     }
+}
+
+bool SceneLook::DependsOnTheOrderOfTemplates() const {
+    for (const Instance* instance : instances_) {
+        std::map<std::string_view, const Property*> properties;
+        for (int i = 0; i < instance->GetTemplateCount(); ++i) {
+            for (const Property* property : instance->GetTemplateAt(i)->GetInstanceProperties()) {
+                if (properties.emplace(property->GetFullName(), property).first->second != property)
+                    return true;
+            }
+        }
+    }
+    return false;
 }
 
 void SceneLook::AskName(OviNamedObject* object) {

@@ -22,6 +22,11 @@ public:
     /// Calls something for each attribute instance of theirs.
     void Visit(void (*visit)(Kor::AttributeInstance&)) const;
 
+    /// Whether an instance implements templates that have properties of the same full name, such as
+    /// two versions of one template: it then has that of the template it got first, which files do
+    /// not tell, since they name templates in the order of their keys.
+    bool DependsOnTheOrderOfTemplates() const;
+
     /// The same for single objects.
     static void AskName(OviNamedObject* object);
     static void AskInstance(OviInstance* instance);
