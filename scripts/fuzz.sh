@@ -3,9 +3,11 @@
 # time, two at once, with the address, leak and undefined-behaviour sanitizers. A finding fails and
 # is named with the file that repeats it.
 #
-# usage: scripts/fuzz.sh [--seconds N] [--target NAME]... [--replay] [--minimize] [--write]
+# usage: scripts/fuzz.sh [--seconds N] [--target NAME]... [--seed N] [--replay] [--minimize]
+#                        [--write]
 #   --seconds   how long each target is fuzzed (default: 60)
 #   --target    only this one: template, scene, value or calls; may be given several times
+#   --seed      begin the random numbers here, so that runs resemble each other (default: anywhere)
 #   --replay    only run the committed inputs
 #   --minimize  afterwards replace fuzz/corpus by the fewest inputs that reach the same code
 #   --write     put the table of what was run into docs/robustness.md
@@ -17,6 +19,7 @@ cd "$rootDir"
 allTargets=(template scene value calls)
 targets=()
 seconds=60
+seed=0 # libFuzzer then takes one from the clock
 replayOnly=false
 minimize=false
 write=false
@@ -24,6 +27,7 @@ while (($# > 0)); do
     case $1 in
         --seconds) seconds=$2 && shift 2 ;;
         --target) targets+=("$2") && shift 2 ;;
+        --seed) seed=$2 && shift 2 ;;
         --replay) replayOnly=true && shift ;;
         --minimize) minimize=true && shift ;;
         --write) write=true && shift ;;
@@ -60,18 +64,30 @@ replay() {
     find "fuzz/corpus/$1" -type f | wc -l | sed 's/$/ inputs replayed/'
 }
 
+# The inputs as text, so that a finding of another machine can be repeated from its output alone.
+show_findings() {
+    local path
+    for path in "$findings/$1"/*; do
+        [[ -f $path ]] || continue
+        echo "base64 --decode >$(basename "$path") <<END"
+        base64 "$path"
+        echo "END"
+    done >&2
+}
+
 # What was found before is kept in the build directory and goes on from there.
 fuzz() {
     local target=$1 result=0
     mkdir -p "$buildDir/corpus/$target" "$findings/$target"
-    "$(program "$target")" "${limits[@]}" "${options[@]}" -max_total_time="$seconds" -print_final_stats=1 \
-        -max_len="$(max_length "$target")" -dict="fuzz/$target.dict" \
-        -artifact_prefix="$findings/$target/" \
+    "$(program "$target")" "${limits[@]}" "${options[@]}" -seed="$seed" \
+        -max_total_time="$seconds" -max_len="$(max_length "$target")" -dict="fuzz/$target.dict" \
+        -print_final_stats=1 -artifact_prefix="$findings/$target/" \
         "$buildDir/corpus/$target" "fuzz/corpus/$target" >"$buildDir/fuzz-$target.log" 2>&1 || result=$?
     if ((result != 0)); then
         grep -aE 'FINDING|ERROR|runtime error|Test unit written' "$buildDir/fuzz-$target.log" >&2 || true
         echo "FAILED: fuzzing $target; see $buildDir/fuzz-$target.log, and repeat it with" \
             "$(program "$target") <the file written>" >&2
+        show_findings "$target"
     fi
     return "$result"
 }
