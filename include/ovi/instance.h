@@ -10,7 +10,9 @@ OVI_API OviInstance* OviInstance_New(const char* name);
 
 /** Implements a template (borrowed), with property instances for all its properties, inherited ones
  *  included. The place, or the complement of the place of the same key that was overwritten. Sends
- *  OVI_EVENT_TEMPLATE_ADDED. */
+ *  OVI_EVENT_TEMPLATE_ADDED. Of properties with one full name, as two versions of a template have
+ *  them, the instance takes the first; a scene file names templates in the order of their keys, so
+ *  that after loading it is the first in that order. */
 OVI_API int OviInstance_AddTemplate(OviInstance* instance, OviTemplate* added);
 
 /** The highest implemented version of the template of that full name that is not newer than the
