@@ -51,8 +51,11 @@ OVI_API bool OviTemplate_IsDescendantOf(OviTemplate* self, OviTemplate* other);
  */
 OVI_API int OviTemplate_AddProperty(OviTemplate* self, OviProperty* property, int position);
 
-/** Takes the property out, and its name out of the lookup, and gives the place it had in the
- *  declaration order, or -1. The property then belongs to the caller. */
+/**
+ * Takes the property out, and its name out of the lookup, and gives the place it had in the
+ * declaration order, or -1. The property then belongs to the caller, unless it is another
+ * template's: one that this version shares with a lower one stays that version's.
+ */
 OVI_API int OviTemplate_RemoveProperty(OviTemplate* self, OviProperty* property);
 
 /** Number of own properties by name; inherited and redefined ones do not count. */

@@ -219,6 +219,18 @@ TEST_F(VersionsInFilesTest, APropertyIsListedInItsVersionAndAllLaterOnes) {
     EXPECT_EQ(OviProperty_GetTemplate(OviTemplate_GetProperty(third, "a")), third);
 }
 
+TEST_F(VersionsInFilesTest, APropertyTakenOutOfALaterVersionStaysThatOfTheLowerOne) {
+    Load(Attribute("z", 3) + Attribute("y", 2));
+    OviTemplate* second = OviTemplateManager_GetTemplateVersion("Foo", 2);
+    OviTemplate* third = OviTemplateManager_GetTemplateVersion("Foo", 3);
+    OviProperty* shared = OviTemplate_GetProperty(second, "y");
+    EXPECT_EQ(OviTemplate_RemoveProperty(third, shared), 1);
+    EXPECT_EQ(PropertiesByName(third), Names{"Foo.z"});
+    OviObject_Delete(third);
+    EXPECT_EQ(OviTemplate_GetProperty(second, "y"), shared);
+    EXPECT_EQ(OviProperty_GetTemplate(shared), second);
+}
+
 TEST_F(VersionsInFilesTest, APropertyStopsAtTheFirstLaterVersionThatRedefinesIt) {
     Load(Attribute("x", 3) + Attribute("y", 4) + Attribute("x", 1));
     OviProperty* first =
