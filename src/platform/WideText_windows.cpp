@@ -49,9 +49,11 @@ std::string FromWide(const std::wstring& text, unsigned codePage) {
 std::wstring ToWidePath(const std::string& path) {
     constexpr size_t kSafeLength = MAX_PATH - 32; // a directory's limit, with room for a name
     const std::wstring wide = ToWide(path);
-    if (wide.size() < kSafeLength || wide.compare(0, 4, L"\\\\?\\") == 0)
+    if (wide.compare(0, 4, L"\\\\?\\") == 0)
         return wide;
-    const std::wstring absolute = MakeAbsolute(wide);
+    const std::wstring absolute = MakeAbsolute(wide); // the limit is one of the whole path
+    if (absolute.size() < kSafeLength)
+        return wide;
     if (absolute.compare(0, 2, L"\\\\") == 0)
         return L"\\\\?\\UNC\\" + absolute.substr(2);
     return L"\\\\?\\" + absolute;

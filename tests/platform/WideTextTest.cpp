@@ -45,6 +45,21 @@ TEST(WideText, MakesLongPathsAbsoluteInTheFormWithoutALimit) {
     EXPECT_EQ(ToWidePath("\\\\?\\C:\\" + name + name + name), L"\\\\?\\C:\\" + wide + wide + wide);
 }
 
+// The limit is one of the whole path, to which the current directory belongs.
+TEST(WideText, MakesShortPathsBelowALongCurrentDirectoryAbsolute) {
+    const fs::path before = fs::current_path();
+    const std::string name(100, 'x');
+    const fs::path directory = fs::u8path(OVI_TEST_OUTPUT_DIR) / "WideText" / name;
+    fs::create_directories(directory);
+    fs::current_path(directory);
+    const std::wstring path = ToWidePath(name + "/" + name);
+    fs::current_path(before);
+    const std::wstring wide(100, L'x');
+    const std::wstring absolute = fs::absolute(directory).make_preferred().wstring();
+    EXPECT_EQ(path, L"\\\\?\\" + absolute + L"\\" + wide + L"\\" + wide);
+    EXPECT_EQ(ToWidePath("file"), L"file");
+}
+
 TEST(WideText, LetsFilesBeWrittenReadAndListedAtLongPaths) {
     const std::string name(100, 'x');
     std::string directory = OVI_TEST_OUTPUT_DIR "/WideText";
