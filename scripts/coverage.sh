@@ -24,6 +24,9 @@ while (($# > 0)); do
     shift 2
 done
 
+say "Setting up"
+"$rootDir/scripts/setup.sh" --ci
+
 say "Building with counters into build/coverage"
 build_preset coverage
 # Counts of an earlier run would be added to those of this one.

@@ -130,6 +130,9 @@ minimize() {
     echo "$kept inputs, $bytes bytes"
 }
 
+say "Setting up"
+"$rootDir/scripts/setup.sh" --ci
+
 say "Building the fuzzers into build/fuzz"
 cmake --preset fuzz
 cmake --build --preset fuzz --parallel "$jobs" --target "${targets[@]/#/ovi_fuzz_}"

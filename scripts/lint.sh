@@ -9,6 +9,9 @@ set -euo pipefail
 source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 cd "$rootDir"
 
+say "Setting up"
+"$rootDir/scripts/setup.sh" --ci
+
 say "Checking the format"
 mapfile -t sources < <(git ls-files '*.h' '*.c' '*.cpp')
 result=0

@@ -4,8 +4,6 @@
 # For Linux an archive and Debian packages, for Windows an archive.
 #
 # usage: scripts/package.sh [linux|windows|all]     (the default is all)
-#
-# "all" leaves Windows out, and says so, when the cross compiler is missing.
 set -euo pipefail
 # shellcheck source=scripts/lib.sh
 source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
@@ -132,6 +130,7 @@ package_linux() {
 
 # ----------------------------------------------------------------------------------------- Windows
 package_windows() {
+    "$rootDir/scripts/setup.sh" --windows
     need x86_64-w64-mingw32-g++-posix g++-mingw-w64-x86-64-posix
     need llvm-dlltool llvm
     say "Packing for Windows into build/packages"
@@ -146,7 +145,8 @@ package_windows() {
 }
 
 case ${1:-all} in
-    linux | windows | all) ;;
+    linux | windows) systems=("$1") ;;
+    all) systems=(linux windows) ;;
     *)
         echo "usage: scripts/package.sh [linux|windows|all]" >&2
         exit 2
@@ -154,19 +154,9 @@ case ${1:-all} in
 esac
 say "Setting up"
 "$rootDir/scripts/setup.sh" --package
-
-case ${1:-all} in
-    linux) package_linux ;;
-    windows) package_windows ;;
-    all)
-        package_linux
-        if command -v x86_64-w64-mingw32-g++-posix >/dev/null; then
-            package_windows
-        else
-            echo "Windows: skipped; Debian package: g++-mingw-w64-x86-64-posix"
-        fi
-        ;;
-esac
+for system in "${systems[@]}"; do
+    "package_$system"
+done
 
 say "Packages"
 find "$packageDir" -maxdepth 1 -type f -printf '%9s  %f\n' | sort -k2

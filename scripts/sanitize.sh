@@ -7,6 +7,9 @@ set -euo pipefail
 # shellcheck source=scripts/lib.sh
 source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
+say "Setting up"
+"$rootDir/scripts/setup.sh" --test
+
 say "Building with sanitizers into build/asan"
 build_preset asan
 

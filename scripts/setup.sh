@@ -1,21 +1,22 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that building and testing need; only those that are missing.
 #
-# usage: scripts/setup.sh [--build|--test|--bench|--package|--ci]
+# usage: scripts/setup.sh [--build|--test|--bench|--package|--windows|--ci]
 #   --build    compiler, build system, and what the command line tool uses (the default)
 #   --test     also what the tests need
 #   --bench    what building and the benchmarks need
 #   --package  what building and packing for Linux need
-#   --ci       also what linting, sanitizing, measuring coverage, the benchmarks, packing and the
-#              build for Windows need
+#   --windows  what building for Windows and testing there need
+#   --ci       all of these, and what linting, fuzzing and measuring coverage need
 set -euo pipefail
 
 buildPackages=(g++ cmake ninja-build libcli11-dev nlohmann-json3-dev graphviz)
 testPackages=(libgtest-dev libgmock-dev python3 binutils pkgconf)
 benchPackages=(libbenchmark-dev libpugixml-dev libexpat1-dev valgrind)
 packagePackages=(binutils dpkg-dev file pkgconf unzip)
-ciPackages=("${benchPackages[@]}" "${packagePackages[@]}" git clang clang-format clang-tidy
-    libclang-rt-14-dev gcovr abigail-tools g++-mingw-w64-x86-64-posix llvm googletest wine64)
+windowsPackages=(g++-mingw-w64-x86-64-posix llvm googletest wine64)
+ciPackages=("${benchPackages[@]}" "${packagePackages[@]}" "${windowsPackages[@]}" git clang
+    clang-format clang-tidy libclang-rt-14-dev gcovr abigail-tools)
 
 packages=("${buildPackages[@]}")
 case ${1:---build} in
@@ -23,9 +24,10 @@ case ${1:---build} in
     --test) packages+=("${testPackages[@]}") ;;
     --bench) packages+=("${benchPackages[@]}") ;;
     --package) packages+=("${packagePackages[@]}") ;;
+    --windows) packages+=("${testPackages[@]}" "${windowsPackages[@]}") ;;
     --ci) packages+=("${testPackages[@]}" "${ciPackages[@]}") ;;
     *)
-        echo "usage: scripts/setup.sh [--build|--test|--bench|--package|--ci]" >&2
+        echo "usage: scripts/setup.sh [--build|--test|--bench|--package|--windows|--ci]" >&2
         exit 2
         ;;
 esac

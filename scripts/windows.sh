@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Builds for 64-bit Windows into build/windows, runs every test there with Wine, and compares with
-# the build for Linux in build/release: what the tool and the example host print and write is the
-# same. The last line is "N passed, N failed"; the exit code is 0 only when nothing failed.
+# Sets up, builds for 64-bit Windows into build/windows, runs the tests there with Wine, and compares
+# with the build for Linux in build/release: what the tool and the example host print and write is
+# the same. The last line is "N passed, N failed"; the exit code is 0 only when nothing failed.
 #
 # usage: scripts/windows.sh [ctest option...]
 set -euo pipefail
@@ -24,8 +24,10 @@ run_tests_with_wine() {
     return "$result"
 }
 
+say "Setting up"
+"$rootDir/scripts/setup.sh" --windows
 for tool in x86_64-w64-mingw32-g++-posix llvm-dlltool; do
-    command -v "$tool" >/dev/null || fail "$tool is missing; scripts/setup.sh --ci installs it"
+    command -v "$tool" >/dev/null || fail "$tool is missing"
 done
 
 rm -f "$buildDir/totals.txt"
