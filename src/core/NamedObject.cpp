@@ -31,10 +31,6 @@ NamedObject::NamedObject(std::string_view name) {
         StoreName(name);
 }
 
-NamedObject::NamedObject(const NamedObject& other) : Object(other), name_(other.name_) {
-    CopyTexts(other);
-}
-
 bool NamedObject::SetName(const char* name) {
     if (!IsValidName(TextOf(name)))
         return false;
@@ -48,30 +44,23 @@ void NamedObject::WriteToXML(XMLWriter& writer) const {
 }
 
 const char* NamedObject::GetComment() const {
-    return texts_ ? texts_->comment.CStr() : "";
+    const NameAndTexts::Texts* texts = nameAndTexts_.GetTexts();
+    return texts ? texts->comment.CStr() : "";
 }
 
 void NamedObject::SetComment(std::string_view comment) {
-    if (texts_ || !comment.empty())
-        EditTexts().comment.Assign(comment);
+    if (nameAndTexts_.GetTexts() || !comment.empty())
+        nameAndTexts_.EditTexts().comment.Assign(comment);
 }
 
 const LocalizedTextTable& NamedObject::GetLabels() const {
-    return texts_ ? texts_->labels : NoTexts();
+    const NameAndTexts::Texts* texts = nameAndTexts_.GetTexts();
+    return texts ? texts->labels : NoTexts();
 }
 
 const LocalizedTextTable& NamedObject::GetDescriptions() const {
-    return texts_ ? texts_->descriptions : NoTexts();
-}
-
-void NamedObject::CopyTexts(const NamedObject& other) {
-    texts_ = other.texts_ ? std::make_unique<Texts>(*other.texts_) : nullptr;
-}
-
-NamedObject::Texts& NamedObject::EditTexts() {
-    if (!texts_)
-        texts_ = std::make_unique<Texts>();
-    return *texts_;
+    const NameAndTexts::Texts* texts = nameAndTexts_.GetTexts();
+    return texts ? texts->descriptions : NoTexts();
 }
 
 } // namespace Kor

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <memory>
 #include <string_view>
 #include <utility>
 
 #include "core/CompactString.h"
 #include "core/LocalizedTextTable.h"
+#include "core/NameAndTexts.h"
 #include "core/Object.h"
 
 namespace Kor {
@@ -31,9 +31,9 @@ public:
     }
 
     /// The text by which sorted lists and lookups identify the object; here the name.
-    virtual std::string_view GetKey() const { return name_.View(); }
+    virtual std::string_view GetKey() const { return GetNameView(); }
 
-    virtual const char* GetName() const { return name_.CStr(); }
+    virtual const char* GetName() const { return nameAndTexts_.GetName().CStr(); }
 
     /// Takes the name and returns true when it passes the name rule; else changes nothing.
     virtual bool SetName(const char* name);
@@ -41,7 +41,7 @@ public:
     /// Writes the labels and then the descriptions as child elements of the open element.
     virtual void WriteToXML(XMLWriter& writer) const;
 
-    std::string_view GetNameView() const { return name_.View(); }
+    std::string_view GetNameView() const { return nameAndTexts_.GetName().View(); }
 
     const char* GetComment() const;
     void SetComment(std::string_view comment);
@@ -51,37 +51,27 @@ public:
     const LocalizedTextTable& GetDescriptions() const;
 
     /// The tables to change.
-    LocalizedTextTable& EditLabels() { return EditTexts().labels; }
-    LocalizedTextTable& EditDescriptions() { return EditTexts().descriptions; }
+    LocalizedTextTable& EditLabels() { return nameAndTexts_.EditTexts().labels; }
+    LocalizedTextTable& EditDescriptions() { return nameAndTexts_.EditTexts().descriptions; }
 
     /// From now on the watcher is called with every named object that dies, whoever deletes it.
     using EndWatcher = void (*)(NamedObject*);
     static void WatchEnds(EndWatcher watcher) { endWatcher_ = watcher; }
 
 protected:
-    NamedObject(const NamedObject& other);
+    NamedObject(const NamedObject& other) = default;
 
     /// Stores a name that has been checked.
-    void StoreName(std::string_view name) { name_.Assign(name); }
+    void StoreName(std::string_view name) { nameAndTexts_.EditName().Assign(name); }
 
     /// Exchanges the name for one that has been checked; never fails.
-    void SwapName(CompactString& name) { std::swap(name_, name); }
+    void SwapName(CompactString& name) { std::swap(nameAndTexts_.EditName(), name); }
 
     /// Takes over another object's labels, descriptions and comment.
-    void CopyTexts(const NamedObject& other);
+    void CopyTexts(const NamedObject& other) { nameAndTexts_.CopyTexts(other.nameAndTexts_); }
 
 private:
-    /// What most objects never have, and therefore do not carry.
-    struct Texts {
-        LocalizedTextTable labels;
-        LocalizedTextTable descriptions;
-        CompactString comment;
-    };
-
-    Texts& EditTexts();
-
-    CompactString name_;
-    std::unique_ptr<Texts> texts_;
+    NameAndTexts nameAndTexts_;
 
     static inline EndWatcher endWatcher_ = nullptr;
 };

@@ -33,8 +33,11 @@ void StoredValue::Make(Type& type, const void* initial, int count) {
         return;
     const size_t size = storage->GetInlineSize(count);
     if (size > 0 && size < kRoom) {
-        storage->MakeElements(room_, initial, count);
-        room_[size] = '\0'; // an enumeration compares value blocks with names
+        // Elsewhere first, since making them may fail. The zero behind them is for enumerations,
+        // which compare value blocks with names.
+        alignas(8) char made[kRoom] = {};
+        storage->MakeElements(made, initial, count);
+        std::memcpy(room_, made, kRoom);
         Adopt(storage, room_, count);
     } else {
         Adopt(storage, storage->NewValue(initial, count), count);
@@ -44,27 +47,29 @@ void StoredValue::Make(Type& type, const void* initial, int count) {
 void StoredValue::Copy(const StoredValue& other) {
     Type* storage = other.type_.Get();
     Clear();
-    if (other.IsInside() && storage->GetClass() != kStringTypeClass) {
+    if (other.isInside_ && storage->GetClass() != kStringTypeClass) {
         std::memcpy(room_, other.room_, kRoom);
         Adopt(storage, room_, other.count_);
     } else if (storage) {
-        Adopt(storage, storage->CopyValue(other.block_, other.count_), other.count_);
+        Adopt(storage, storage->CopyValue(other.Get(), other.count_), other.count_);
     }
 }
 
 void StoredValue::Adopt(Type* storage, void* block, int count) {
     if (!block && count < 1 && storage->GetClass() != kTemplateClass)
         block = emptyBlock;
-    block_ = block;
+    isInside_ = block == room_;
+    if (!isInside_)
+        block_ = block;
     count_ = count;
     if (block)
         type_.Reset(storage);
 }
 
 void StoredValue::GrowReferences(Type& type, int count) {
-    if (block_ && type_->GetClass() != kTemplateClass)
+    if (*this && type_->GetClass() != kTemplateClass)
         Clear();
-    const int old = block_ ? count_ : 0;
+    const int old = block_ ? count_ : 0; // references always stand outside
     if (block_ && count <= old)
         return;
     const size_t size = static_cast<size_t>(std::max(count, 1)) * sizeof(void*);
@@ -79,21 +84,21 @@ void StoredValue::GrowReferences(Type& type, int count) {
 
 void StoredValue::Take(StoredValue& other) {
     Clear();
-    if (other.IsInside())
-        std::memcpy(room_, other.room_, kRoom);
-    block_ = other.IsInside() ? room_ : other.block_;
+    std::memcpy(room_, other.room_, kRoom); // a pointer to a block outside included
+    isInside_ = std::exchange(other.isInside_, false);
     count_ = other.count_;
     type_ = std::move(other.type_);
     other.block_ = nullptr;
 }
 
 void StoredValue::Clear() {
-    if (!block_)
+    if (!*this)
         return;
-    if (IsInside())
-        type_->EndElements(block_, count_);
+    if (isInside_)
+        type_->EndElements(room_, count_);
     else if (block_ != emptyBlock)
         type_->DeleteValue(block_, count_);
+    isInside_ = false;
     block_ = nullptr;
     type_.Reset(nullptr);
 }

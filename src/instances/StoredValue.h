@@ -16,9 +16,9 @@ public:
     StoredValue& operator=(const StoredValue&) = delete;
 
     /// The block, or null. It moves with its owner.
-    void* Get() const { return block_; }
+    void* Get() const { return isInside_ ? const_cast<char*>(room_) : block_; }
     int GetCount() const { return count_; }
-    explicit operator bool() const { return block_ != nullptr; }
+    explicit operator bool() const { return Get() != nullptr; }
 
     /// The storage type that made the block; null without one.
     Type* GetType() const { return type_.Get(); }
@@ -48,12 +48,14 @@ private:
 
     static Type* FindStorage(const Type& type);
     void Adopt(Type* storage, void* block, int count);
-    bool IsInside() const { return block_ == room_; }
 
-    void* block_ = nullptr;
     TypeRef type_;
-    alignas(8) char room_[kRoom];
+    union {
+        alignas(8) char room_[kRoom]; ///< the block itself, when it is inside
+        void* block_ = nullptr;
+    };
     int count_ = 0;
+    bool isInside_ = false;
 };
 
 } // namespace Kor
