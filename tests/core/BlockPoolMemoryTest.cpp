@@ -9,7 +9,7 @@
 
 #include "core/BlockPool.h"
 
-#ifndef __SANITIZE_ADDRESS__ // with which every block comes from the heap
+#if !defined(__SANITIZE_ADDRESS__) && !defined(OVI_NO_POOL) // else every block comes from the heap
 
 namespace {
 
