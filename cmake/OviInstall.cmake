@@ -61,5 +61,6 @@ if(PROJECT_IS_TOP_LEVEL)
         ${PROJECT_SOURCE_DIR}/docs/architecture.md
         ${PROJECT_SOURCE_DIR}/docs/install.md
         ${PROJECT_SOURCE_DIR}/docs/ovi.md
+        ${PROJECT_SOURCE_DIR}/docs/robustness.md
         DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/ovicore COMPONENT Tools)
 endif()

@@ -1,4 +1,4 @@
-"""What the manual shows is what the program prints."""
+"""What the manual shows is what the program prints, and the commands of the README work."""
 
 import re
 import shlex
@@ -20,6 +20,15 @@ class Manual(TestCase):
                     self.assertGreater(len(printed), len(shown))
                     printed = printed[: len(shown)]
                 self.assertEqual(shown, printed)
+
+    def test_the_commands_of_the_readme_find_nothing(self):
+        text = (SOURCE_DIR / "README.md").read_text(encoding="utf-8").replace("\\\n", " ")
+        commands = re.findall(r"^build/demo/tools/ovi ([^\n]*)$", text, re.MULTILINE)
+        self.assertGreaterEqual(len(commands), 2)
+        for arguments in commands:
+            with self.subTest(command="ovi " + arguments):
+                result = ovi(*shlex.split(arguments))
+                self.assertEqual(0, result.code, result.out + result.err)
 
 
 if __name__ == "__main__":

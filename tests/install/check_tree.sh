@@ -42,7 +42,7 @@ check_contents() {
     for name in faulty scenes schema host.c README.md; do
         expect_same_files "samples" "$samples/$name" "$sourceDir/examples/$name"
     done
-    for name in install.md ovi.md architecture.md; do
+    for name in install.md ovi.md architecture.md robustness.md; do
         expect_same_files "documents" "$documents/$name" "$sourceDir/docs/$name"
     done
     expect_same_files "documents" "$documents/CHANGELOG.md" "$sourceDir/CHANGELOG.md"
@@ -79,10 +79,11 @@ dynamic_entry() {
 }
 
 check_library() {
-    local major=${version%%.*} libDir=$tree/lib
+    local major=${version%%.*} libDir=$tree/lib name
     if [[ $system == windows ]]; then
-        [[ -e $tree/bin/OviCore.dll && -e $libDir/libOviCore.dll.a && -e $libDir/OviCore.lib ]] ||
-            fail "the DLL or one of its import libraries is missing"
+        for name in bin/OviCore.dll lib/libOviCore.dll.a lib/OviCore.lib lib/OviCore.def; do
+            [[ -s $tree/$name ]] || fail "$name is missing"
+        done
         return
     fi
     [[ $(dynamic_entry SONAME "$libDir/libOviCore.so") == "libOviCore.so.$major" ]] ||
