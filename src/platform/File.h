@@ -23,6 +23,7 @@ public:
 /// A file that replaces its predecessor only when its new text is complete: the bytes go to a
 /// temporary file beside it, which takes its place in Commit. Without a successful Commit the old
 /// file stays as it was. A symbolic link keeps pointing to its file; a device is written directly.
+/// A write that is refused says so; the signals that Linux sends beside it never reach the host.
 class OutputFile : public ByteSink {
 public:
     /// Null when the path cannot be written.

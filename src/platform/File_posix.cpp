@@ -10,7 +10,9 @@
 
 #include <cerrno>
 #include <climits>
+#include <csignal>
 #include <cstdio>
+#include <ctime>
 #include <utility>
 
 namespace Kor {
@@ -66,6 +68,40 @@ private:
     Descriptor file_;
 };
 
+/// Where a file may not grow, or nobody reads a pipe any more, the system sends a signal beside the
+/// error, which would end the host. While this lives, such signals are held back.
+class HeldSignals {
+public:
+    HeldSignals() {
+        sigemptyset(&signals_);
+        sigaddset(&signals_, SIGXFSZ);
+        sigaddset(&signals_, SIGPIPE);
+        sigpending(&waiting_);
+        pthread_sigmask(SIG_BLOCK, &signals_, &previous_);
+    }
+    ~HeldSignals() { pthread_sigmask(SIG_SETMASK, &previous_, nullptr); }
+    HeldSignals(const HeldSignals&) = delete;
+    HeldSignals& operator=(const HeldSignals&) = delete;
+
+    /// Takes back the signal that came with an error; one that waited for the host before stays.
+    void TakeBackSignalOf(int error) const {
+        const int signal = error == EFBIG ? SIGXFSZ : SIGPIPE;
+        if ((error != EFBIG && error != EPIPE) || sigismember(&waiting_, signal) == 1)
+            return;
+        sigset_t own;
+        sigemptyset(&own);
+        sigaddset(&own, signal);
+        const timespec noTime{};
+        while (sigtimedwait(&own, nullptr, &noTime) < 0 && errno == EINTR) {
+        }
+    }
+
+private:
+    sigset_t signals_{};
+    sigset_t waiting_{}; ///< for the host, before the write
+    sigset_t previous_{};
+};
+
 class PosixOutputFile : public OutputFile {
 public:
     explicit PosixOutputFile(std::string target) : target_(std::move(target)) {}
@@ -101,12 +137,16 @@ public:
     }
 
     bool Write(std::string_view bytes) override {
+        const HeldSignals signals;
         while (file_.IsOpen() && !failed_ && !bytes.empty()) {
             const ssize_t taken = write(file_.Get(), bytes.data(), bytes.size());
-            if (taken > 0)
+            if (taken > 0) {
                 bytes.remove_prefix(static_cast<size_t>(taken));
-            else
-                failed_ = taken == 0 || errno != EINTR;
+                continue;
+            }
+            const int error = taken == 0 ? 0 : errno;
+            failed_ = error != EINTR;
+            signals.TakeBackSignalOf(error);
         }
         return !failed_ && file_.IsOpen();
     }

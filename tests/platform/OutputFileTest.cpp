@@ -1,6 +1,8 @@
 #include "platform/FileTest.h"
 
 #ifndef _WIN32
+#include <csignal>
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -139,6 +141,56 @@ TEST_F(OutputFileTest, LeavesTheOldFileWhenAWriteFailed) {
     EXPECT_EQ(CountFiles(), 1);
 }
 
+TEST_F(OutputFileTest, FailsWhenNobodyReadsThePipeAnyMore) {
+    ASSERT_EQ(mkfifo(At("pipe").c_str(), 0600), 0);
+    const int reader = open(At("pipe").c_str(), O_RDONLY | O_NONBLOCK);
+    ASSERT_GE(reader, 0);
+    const auto file = OutputFile::Create(At("pipe").c_str());
+    ASSERT_TRUE(file);
+    close(reader);
+    EXPECT_FALSE(file->Write("text")) << "and the process goes on";
+    EXPECT_FALSE(file->Commit());
+}
+
+/// The signals that a host blocks, or those that wait for it until it lets them in.
+sigset_t GetSignals(int (*ask)(sigset_t*)) {
+    sigset_t signals;
+    ask(&signals);
+    return signals;
+}
+int GetBlocked(sigset_t* signals) {
+    return pthread_sigmask(SIG_BLOCK, nullptr, signals);
+}
+
+TEST_F(OutputFileTest, LeavesTheHostsSignalsAsTheyWere) {
+    const FileSizeLimit limit(0);
+    ASSERT_FALSE(WriteAll(At("file"), "text"));
+    const sigset_t blocked = GetSignals(&GetBlocked);
+    EXPECT_EQ(sigismember(&blocked, SIGXFSZ), 0);
+    EXPECT_EQ(sigismember(&blocked, SIGPIPE), 0);
+}
+
+TEST_F(OutputFileTest, LeavesASignalThatWaitedForTheHost) {
+    sigset_t mine;
+    sigset_t previous;
+    sigemptyset(&mine);
+    sigaddset(&mine, SIGXFSZ);
+    pthread_sigmask(SIG_BLOCK, &mine, &previous);
+    const FileSizeLimit limit(0);
+    EXPECT_FALSE(WriteAll(At("file"), "text"));
+    const sigset_t none = GetSignals(&sigpending);
+    EXPECT_EQ(sigismember(&none, SIGXFSZ), 0) << "the write's own signal is gone";
+
+    raise(SIGXFSZ);
+    EXPECT_FALSE(WriteAll(At("file"), "text"));
+    const sigset_t waiting = GetSignals(&sigpending);
+    EXPECT_EQ(sigismember(&waiting, SIGXFSZ), 1);
+
+    const timespec noTime{};
+    EXPECT_EQ(sigtimedwait(&mine, nullptr, &noTime), SIGXFSZ);
+    pthread_sigmask(SIG_SETMASK, &previous, nullptr);
+}
+
 TEST_F(OutputFileTest, KeepsThePermissionsOfTheOldFile) {
     Put("file", "old");
     fs::permissions(root_ / "file", fs::perms(0640));
@@ -207,6 +259,10 @@ OVI_NOT_ON_WINDOWS(OutputFileTest, WritesToPipesDirectly,
                    "pipes have no place in the file system; FileWindowsTest writes to a device")
 OVI_NOT_ON_WINDOWS(OutputFileTest, LeavesTheOldFileWhenAWriteFailed,
                    "a process cannot limit its files")
+OVI_NOT_ON_WINDOWS(OutputFileTest, FailsWhenNobodyReadsThePipeAnyMore,
+                   "pipes have no place in the file system")
+OVI_NOT_ON_WINDOWS(OutputFileTest, LeavesTheHostsSignalsAsTheyWere, "there are no such signals")
+OVI_NOT_ON_WINDOWS(OutputFileTest, LeavesASignalThatWaitedForTheHost, "there are no such signals")
 OVI_NOT_ON_WINDOWS(OutputFileTest, KeepsThePermissionsOfTheOldFile, "there are no permission bits")
 OVI_NOT_ON_WINDOWS(OutputFileTest, GivesANewFileTheUsualPermissions, "there are no permission bits")
 OVI_NOT_ON_WINDOWS(OutputFileTest, RefusesAFileThatMayNotBeWritten,
