@@ -36,14 +36,20 @@ workDir=$(mktemp -d)
 trap 'rm -rf "$workDir"' EXIT
 
 say "Letting allocations and writes fail"
-{
-    echo "| Scenario | Allocations that failed | Outcome |"
-    echo "|---|--:|---|"
-} >"$workDir/allocations.md"
 "$rootDir/build/test/tests/ovi_fault_tests" --gtest_brief=1 --table 2>"$workDir/rows.txt" ||
     fail "$(cat "$workDir/rows.txt")"
-grep '^|' "$workDir/rows.txt" >>"$workDir/allocations.md"
-cat "$workDir/allocations.md"
+
+# Writes a table: its title row, and the rows that the program printed behind the table's name.
+table() {
+    local name=$1 title=$2
+    {
+        echo "$title"
+        echo "|---|--:|---|"
+        sed -n "s/^$name //p" "$workDir/rows.txt"
+    } | tee "$workDir/$name.md"
+}
+table allocations "| Scenario | Allocations that failed | Outcome |"
+table writes "| Fault | Saves that failed | Outcome |"
 
 say "Killing $kills hosts while they save"
 {
@@ -54,7 +60,8 @@ say "Killing $kills hosts while they save"
 } | tee "$workDir/kills.md"
 
 if [[ $write == yes ]]; then
-    write_between_markers "$rootDir/docs/robustness.md" allocations "$workDir/allocations.md"
-    write_between_markers "$rootDir/docs/robustness.md" kills "$workDir/kills.md"
+    for table in allocations writes kills; do
+        write_between_markers "$rootDir/docs/robustness.md" "$table" "$workDir/$table.md"
+    done
     echo "Written into docs/robustness.md"
 fi

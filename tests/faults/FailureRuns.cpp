@@ -1,13 +1,13 @@
 #include "faults/FailureRuns.h"
 
 #include <algorithm>
-#include <map>
 #include <set>
 #include <sstream>
 
 #include <gtest/gtest.h>
 
 #include "faults/Allocations.h"
+#include "faults/FaultTables.h"
 #include "faults/ModelCheck.h"
 
 namespace {
@@ -56,18 +56,6 @@ std::string FirstDifference(const std::string& a, const std::string& b) {
     }
 }
 
-/// What is known of a row of the table.
-struct TableRow {
-    long tried = 0;
-    const char* outcome = "";
-    bool holds = true;
-};
-
-std::map<std::string, TableRow>& Table() {
-    static std::map<std::string, TableRow> table;
-    return table;
-}
-
 const char* WordsFor(Promise promise) {
     switch (promise) {
     case Promise::kAllOrNothing:
@@ -79,14 +67,12 @@ const char* WordsFor(Promise promise) {
     }
 }
 
-void Note(const std::string& name, Promise promise, long tried) {
-    const bool isCall = name.find('(') != std::string::npos;
-    const bool isForOne = promise == Promise::kAllOrNothing;
-    TableRow& row = Table()[!isCall    ? name
-                            : isForOne ? "All exported functions, on one object"
-                                       : "All exported functions, on many objects"];
-    const bool holds = row.holds && !::testing::Test::HasFailure();
-    row = {row.tried + tried, holds ? WordsFor(promise) : "FAILED", holds};
+/// Calls have two rows for all of them.
+std::string RowOf(const std::string& name, Promise promise) {
+    if (name.find('(') == std::string::npos)
+        return name;
+    return promise == Promise::kAllOrNothing ? "All exported functions, on one object"
+                                             : "All exported functions, on many objects";
 }
 
 class Runs {
@@ -181,13 +167,6 @@ long RunWithFailures(const char* name, Promise promise, const Step& step,
     long tried = runs.Run(Allocations::kOnce);
     if (!::testing::Test::HasFailure())
         tried += runs.Run(Allocations::kFromThenOn);
-    Note(name, promise, tried);
+    FaultTables::Note(FaultTables::kAllocations, RowOf(name, promise), tried, WordsFor(promise));
     return tried;
-}
-
-std::string GetFailureTable() {
-    std::string table;
-    for (const auto& [name, row] : Table())
-        table += "| " + name + " | " + std::to_string(row.tried) + " | " + row.outcome + " |\n";
-    return table;
 }

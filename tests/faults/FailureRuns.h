@@ -25,6 +25,3 @@ using Step = std::function<long(Model&)>;
 /// to.
 long RunWithFailures(const char* name, Promise promise, const Step& step,
                      const std::function<void(Model&)>& afterwards = nullptr);
-
-/// The numbers so far, as the rows of a table: one for each step, those that are calls in one.
-std::string GetFailureTable();

@@ -4,9 +4,11 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <utility>
 
 #include <gtest/gtest.h>
 
+#include "faults/FaultTables.h"
 #include "faults/Model.h"
 #include "support/FileSizeLimit.h"
 
@@ -54,8 +56,13 @@ protected:
         EXPECT_EQ(OviErrorItem_GetSourceName(item), path_);
     }
 
+    static void Note(const char* fault, long tried,
+                     const char* outcome = "the old file is whole; reported, and false") {
+        FaultTables::Note(FaultTables::kWrites, fault, tried, outcome);
+    }
+
     /// Lets the file grow by one byte more each time, until it is whole.
-    void FailAtEveryByte(Save save) {
+    void FailAtEveryByte(const char* fault, Save save) {
         const Model model;
         ASSERT_TRUE(save(path_));
         const std::string fresh = ReadFile(path_);
@@ -69,6 +76,7 @@ protected:
         const FileSizeLimit limit(fresh.size());
         EXPECT_TRUE(save(path_));
         EXPECT_TRUE(ReadFile(path_) == fresh);
+        Note(fault, static_cast<long>(fresh.size()));
     }
 
     std::string path_;
@@ -76,12 +84,12 @@ protected:
 
 TEST_F(FileFault, LeavesTheOldSceneAtWhicheverByteWritingFails) {
     Begin(Model::Path("scenebytes/scene.asset"));
-    FailAtEveryByte(&SaveScene);
+    FailAtEveryByte("A scene that may grow to 0, 1, 2, ... bytes", &SaveScene);
 }
 
 TEST_F(FileFault, LeavesTheOldTemplateFileAtWhicheverByteWritingFails) {
     Begin(Model::Path("schemabytes/schema.template"));
-    FailAtEveryByte(&SaveSchema);
+    FailAtEveryByte("A template file that may grow to 0, 1, 2, ... bytes", &SaveSchema);
 }
 
 /// A file system with room for a few pages, while it lives.
@@ -111,10 +119,31 @@ TEST_F(FileFault, LeavesTheOldSceneOnADiskThatFillsUp) {
     for (int i = 0; i < 1000; ++i)
         OviAssetManager_NewAsset(nullptr);
     ExpectFailure(&SaveScene);
+    Note("A scene larger than what is left of a disk", 1);
     OviAssetManager_NewScene();
     OviErrorManager_Clear();
     EXPECT_TRUE(SaveScene(path_)) << "what there is room for is still saved";
     EXPECT_EQ(OviErrorManager_GetErrorItemCount(OVI_LEVEL_ERROR), 0);
+}
+
+/// The device takes the place of the file, and stays.
+TEST_F(FileFault, ReportsADeviceThatIsFull) {
+    if (!fs::is_character_file("/dev/full"))
+        GTEST_SKIP() << "this system has no such device";
+    const Model model;
+    for (const auto& [file, save] : {std::pair<const char*, Save>{"full/scene.asset", &SaveScene},
+                                     {"full/schema.template", &SaveSchema}}) {
+        const std::string path = Model::Path(file);
+        fs::create_directories(fs::path(path).parent_path());
+        fs::create_symlink("/dev/full", path);
+        OviErrorManager_Clear();
+        EXPECT_FALSE(save(path));
+        EXPECT_EQ(OviErrorManager_GetErrorItemCount(OVI_LEVEL_ERROR), 1);
+        EXPECT_STREQ(OviErrorItem_GetMessage(OviErrorManager_GetErrorItemAt(0)),
+                     "Unable to open file for writing");
+        EXPECT_TRUE(fs::is_symlink(path) && fs::is_character_file(path));
+        Note("/dev/full in the place of the file", 1, "reported, and false");
+    }
 }
 
 } // namespace

@@ -4,11 +4,14 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <set>
+#include <string>
 
 #include <gtest/gtest.h>
 
 #include "faults/Allocations.h"
 #include "faults/FailureRuns.h"
+#include "faults/FaultTables.h"
 
 namespace {
 
@@ -24,6 +27,25 @@ const char* Path(const char* name) {
     return path.c_str();
 }
 
+/// Runs a body again and again, which lets something be done by the function that it is given:
+/// another allocation fails there each time, until none does. Gives how many failed.
+template <class Body> long FailInTurn(Allocations::Mode mode, const Body& body) {
+    bool failed = true;
+    long n = 0;
+    while (failed && n < 100000) {
+        ++n;
+        SCOPED_TRACE("allocation " + std::to_string(n));
+        body([&](const auto& work) {
+            Allocations::Arm(n, mode);
+            work();
+            Allocations::Disarm();
+            failed = Allocations::HasFailed();
+        });
+    }
+    EXPECT_FALSE(failed) << "still not enough memory";
+    return n - 1;
+}
+
 TEST(AllocationFailure, LeavesASchemaThatCanBeLoadedAgain) {
     const char* path = Path("next.template");
     RunWithFailures(
@@ -35,14 +57,40 @@ TEST(AllocationFailure, LeavesASchemaThatCanBeLoadedAgain) {
         });
 }
 
-TEST(AllocationFailure, LeavesASchemaInUseThatCanBeDefinedAnew) {
+bool ReloadSchema() {
     const char* path = Model::SchemaFile().c_str();
-    const auto reload = [path](Model&) -> long {
-        OviTemplateManager_UnloadTemplateFile(path);
-        return OviTemplateManager_LoadTemplateFile(path);
-    };
-    RunWithFailures("Define a schema in use anew", Promise::kWhole, reload,
-                    [&](Model& model) { EXPECT_EQ(reload(model), 1); });
+    OviTemplateManager_UnloadTemplateFile(path);
+    return OviTemplateManager_LoadTemplateFile(path);
+}
+
+TEST(AllocationFailure, LeavesASchemaInUseThatCanBeDefinedAnew) {
+    RunWithFailures(
+        "Define a schema in use anew", Promise::kWhole,
+        [](Model&) -> long { return ReloadSchema(); }, [](Model&) { EXPECT_TRUE(ReloadSchema()); });
+}
+
+/// The scene as a file.
+std::string SaveTheScene() {
+    const std::string path = Path("kept.asset");
+    EXPECT_TRUE(OviAssetManager_SaveScene(path.c_str()));
+    return ReadFile(path);
+}
+
+TEST(AllocationFailure, LosesNoValueOfASceneWhoseSchemaIsDefinedAnew) {
+    const std::string wanted = [] {
+        const Model model;
+        return SaveTheScene();
+    }();
+    long tried = 0;
+    for (const auto mode : {Allocations::kOnce, Allocations::kFromThenOn}) {
+        tried += FailInTurn(mode, [&wanted](const auto& fail) {
+            const Model model;
+            fail([] { ReloadSchema(); });
+            EXPECT_EQ(SaveTheScene(), wanted);
+        });
+    }
+    FaultTables::Note(FaultTables::kAllocations, "Define a schema in use anew, the scene", tried,
+                      "the scene is what it was");
 }
 
 TEST(AllocationFailure, LeavesWhatWasBuiltBefore) {
@@ -65,26 +113,62 @@ TEST(AllocationFailure, LeavesWhatWasBuiltBefore) {
     });
 }
 
+using Edit = void (*)(Model&);
+
+/// What a user does to a scene and its schema, one after the other.
+constexpr Edit kEdits[] = {
+    [](Model& m) { OviNamedObject_SetName(m.chair, "armchair_of_the_very_first_model"); },
+    [](Model& m) { OviInstance_UpdateTemplate(m.screw, m.part); },
+    [](Model& m) { OviInstance_AddTemplate(m.screw, m.whole); },
+    [](Model& m) { OviAttributeInstance_SetValue(m.sizeOfScrew, m.value); },
+    [](Model& m) { OviAttributeInstance_SetDimension(m.textsOfScrew, 3); },
+    [](Model& m) { OviInstance_RemoveTemplate(m.chair, m.whole); },
+    [](Model& m) { OviTemplate_AddProperty(m.whole, m.freeAttribute, 0); },
+    [](Model& m) { OviAttributeProperty_SetType(m.freeAttribute, m.part); },
+    [](Model&) { OviTemplateManager_CreateTemplateVersion("main.Whole", 3); },
+    [](Model&) { OviTemplateManager_CreateTemplateVersion("main.Whole", 2); },
+    [](Model& m) { OviNamedObject_SetName(m.base, "Ground_of_all_that_there_is"); },
+    [](Model& m) { OviTemplateManager_AddTemplate(m.freeTemplate); },
+    [](Model& m) { OviTemplate_AddParent(m.freeTemplate, m.whole); },
+    [](Model& m) { OviTemplate_RemoveParent(m.freeTemplate, m.whole); },
+    [](Model& m) { OviTemplate_AddView(m.part2, m.freeView); },
+    [](Model& m) { OviGroup_AddViewItemAt(m.freeView, m.freeGroup, 0); },
+};
+
+/// All edits, without one of them when it is given.
+void DoEdits(Model& model, const Edit* leftOut = nullptr) {
+    for (const Edit& edit : kEdits) {
+        if (&edit != leftOut)
+            edit(model);
+    }
+}
+
 TEST(AllocationFailure, LeavesAWholeModelWhileItIsEdited) {
     RunWithFailures("Edit a scene and its schema", Promise::kWhole, [](Model& model) -> long {
-        OviNamedObject_SetName(model.chair, "armchair_of_the_very_first_model");
-        OviInstance_UpdateTemplate(model.screw, model.part);
-        OviInstance_AddTemplate(model.screw, model.whole);
-        OviAttributeInstance_SetValue(model.sizeOfScrew, model.value);
-        OviAttributeInstance_SetDimension(model.textsOfScrew, 3);
-        OviInstance_RemoveTemplate(model.chair, model.whole);
-        OviTemplate_AddProperty(model.whole, model.freeAttribute, 0);
-        OviAttributeProperty_SetType(model.freeAttribute, model.part);
-        OviTemplateManager_CreateTemplateVersion("main.Whole", 3);
-        OviTemplateManager_CreateTemplateVersion("main.Whole", 2);
-        OviNamedObject_SetName(model.base, "Ground_of_all_that_there_is");
-        OviTemplateManager_AddTemplate(model.freeTemplate);
-        OviTemplate_AddParent(model.freeTemplate, model.whole);
-        OviTemplate_RemoveParent(model.freeTemplate, model.whole);
-        OviTemplate_AddView(model.part2, model.freeView);
-        OviGroup_AddViewItemAt(model.freeView, model.freeGroup, 0);
+        DoEdits(model);
         return 0;
     });
+}
+
+/// Where one allocation fails, the model is what it is without one of the edits.
+TEST(AllocationFailure, LeavesOutTheOneEditThatFails) {
+    std::set<std::string> wanted;
+    const auto describe = [](const Edit* leftOut) {
+        Model model;
+        DoEdits(model, leftOut);
+        return model.Describe();
+    };
+    wanted.insert(describe(nullptr));
+    for (const Edit& edit : kEdits)
+        wanted.insert(describe(&edit));
+    EXPECT_GT(wanted.size(), std::size(kEdits) / 2) << "most edits change something";
+    const long tried = FailInTurn(Allocations::kOnce, [&wanted](const auto& fail) {
+        Model model;
+        fail([&model] { DoEdits(model); });
+        EXPECT_EQ(wanted.count(model.Describe()), 1u);
+    });
+    FaultTables::Note(FaultTables::kAllocations, "Edit a scene and its schema, one failure", tried,
+                      "one edit at worst is not done, and all others are");
 }
 
 TEST(AllocationFailure, LeavesTheChildrenOfADeletedTemplate) {
@@ -165,46 +249,38 @@ TEST(AllocationFailure, LeavesTheValuesThatArePacked) {
     });
 }
 
-// -- the library itself
-// -----------------------------------------------------------------------------
+// -- the library itself ---------------------------------------------------------------------------
 
 /// Runs a step of the library's life until no allocation fails, and expects a fresh library then.
-template <class Body> void LiveWithFailures(const Body& body) {
+template <class Body> void LiveWithFailures(const char* row, const Body& body) {
+    long tried = 0;
     for (const auto mode : {Allocations::kOnce, Allocations::kFromThenOn}) {
-        bool failed = true;
-        for (long n = 1; failed && n < 100000; ++n) {
-            SCOPED_TRACE(n);
-            failed = body(n, mode);
+        tried += FailInTurn(mode, [&body](const auto& fail) {
+            body(fail);
             Ovi_Initialize();
             EXPECT_EQ(OviTemplateManager_GetTemplateCount(), 1);
             EXPECT_EQ(OviTemplateManager_GetTypeCount(), 14);
             EXPECT_EQ(OviAssetManager_GetAssetCount(), 0);
             Ovi_Terminate();
-        }
+        });
     }
+    FaultTables::Note(FaultTables::kAllocations, row, tried, "a fresh library then begins");
 }
 
 TEST(AllocationFailure, LetsTheLibraryBeginAgain) {
-    LiveWithFailures([](long n, Allocations::Mode mode) {
-        Allocations::Arm(n, mode);
-        Ovi_Initialize();
-        Allocations::Disarm();
-        const bool failed = Allocations::HasFailed();
+    LiveWithFailures("Begin the library", [](const auto& fail) {
+        fail(&Ovi_Initialize);
         Ovi_Terminate();
-        return failed;
     });
 }
 
 TEST(AllocationFailure, LetsTheLibraryEnd) {
-    LiveWithFailures([](long n, Allocations::Mode mode) {
+    LiveWithFailures("End the library", [](const auto& fail) {
         Ovi_Initialize();
         OviTemplateManager_AddSearchPath(Path("library"), false);
         OviTemplateManager_LoadTemplateFile(Model::SchemaFile().c_str());
         OviAssetManager_LoadScene(Model::SceneFile().c_str());
-        Allocations::Arm(n, mode);
-        Ovi_Terminate();
-        Allocations::Disarm();
-        return Allocations::HasFailed();
+        fail(&Ovi_Terminate);
     });
 }
 

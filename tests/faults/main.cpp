@@ -1,10 +1,9 @@
-// The tests of failing allocations: ovi_fault_tests [gtest's options] [--table]
-// With --table the numbers of failed allocations go to the standard error stream, as rows of a
-// table.
+// The tests of failing allocations and writes: ovi_fault_tests [gtest's options] [--table]
+// With --table what was tried goes to the standard error stream, as rows of tables.
 
 #include <gtest/gtest.h>
 
-#include "faults/FailureRuns.h"
+#include "faults/FaultTables.h"
 #include "faults/Model.h"
 
 #include <unistd.h>
@@ -22,6 +21,6 @@ int main(int argumentCount, char** arguments) {
     const int result = RUN_ALL_TESTS();
     std::filesystem::remove_all(directory);
     if (wantsTable)
-        std::fputs(GetFailureTable().c_str(), stderr);
+        std::fputs(FaultTables::GetText().c_str(), stderr);
     return result;
 }
