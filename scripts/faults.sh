@@ -8,27 +8,8 @@ set -euo pipefail
 # shellcheck source=scripts/lib.sh
 source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
-usage() {
-    echo "usage: scripts/faults.sh [--kills N] [--write]" >&2
-    exit 2
-}
-
-kills=250
-write=no
-while (($# > 0)); do
-    case $1 in
-        --kills)
-            [[ ${2:-} =~ ^[1-9][0-9]*$ ]] || usage
-            kills=$2
-            shift 2
-            ;;
-        --write)
-            write=yes
-            shift
-            ;;
-        *) usage ;;
-    esac
-done
+read_options --kills 250 "$@"
+kills=$number
 
 build_test_programs ovi_fault_tests ovi_save_loop
 

@@ -25,13 +25,20 @@ minimize=false
 write=false
 while (($# > 0)); do
     case $1 in
-        --seconds) seconds=$2 && shift 2 ;;
-        --target) targets+=("$2") && shift 2 ;;
-        --seed) seed=$2 && shift 2 ;;
+        --seconds | --seed)
+            [[ ${2:-} =~ ^[0-9]+$ ]] || usage
+            declare "${1#--}=$2"
+            shift 2
+            ;;
+        --target)
+            [[ " ${allTargets[*]} " == *" ${2:-} "* ]] || usage
+            targets+=("$2")
+            shift 2
+            ;;
         --replay) replayOnly=true && shift ;;
         --minimize) minimize=true && shift ;;
         --write) write=true && shift ;;
-        *) fail "unknown option $1" ;;
+        *) usage ;;
     esac
 done
 ((${#targets[@]} > 0)) || targets=("${allTargets[@]}")

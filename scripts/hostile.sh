@@ -9,27 +9,8 @@ set -euo pipefail
 # shellcheck source=scripts/lib.sh
 source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
-usage() {
-    echo "usage: scripts/hostile.sh [--scale PERCENT] [--write]" >&2
-    exit 2
-}
-
-scale=100
-write=no
-while (($# > 0)); do
-    case $1 in
-        --scale)
-            [[ ${2:-} =~ ^[1-9][0-9]*$ ]] || usage
-            scale=$2
-            shift 2
-            ;;
-        --write)
-            write=yes
-            shift
-            ;;
-        *) usage ;;
-    esac
-done
+read_options --scale 100 "$@"
+scale=$number
 
 build_test_programs ovi_hostile
 

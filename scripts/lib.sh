@@ -3,6 +3,7 @@
 
 rootDir=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 jobs=${OVI_JOBS:-$(nproc)}
+scriptFile=$(realpath "$0") # of the script that reads this
 
 say() {
     printf '\n== %s\n' "$*"
@@ -11,6 +12,34 @@ say() {
 fail() {
     printf 'FAILED: %s\n' "$*" >&2
     exit 1
+}
+
+# Ends the script with what its first comment says about its options.
+usage() {
+    sed -n '/^# usage:/,/^[^#]/s/^# //p' "$scriptFile" >&2
+    exit 2
+}
+
+# For scripts that take one option with a number, which has a default, and "--write": leaves them in
+# `number` and `write`.
+read_options() {
+    local option=$1
+    number=$2 write=no
+    shift 2
+    while (($# > 0)); do
+        case $1 in
+            "$option")
+                [[ ${2:-} =~ ^[1-9][0-9]*$ ]] || usage
+                number=$2
+                shift 2
+                ;;
+            --write)
+                write=yes
+                shift
+                ;;
+            *) usage ;;
+        esac
+    done
 }
 
 # Configures build/<name> with the given cmake options and builds everything in it.

@@ -8,7 +8,7 @@ set -euo pipefail
 # shellcheck source=scripts/lib.sh
 source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
-[[ $# -eq 0 || $* == --write ]] || { echo "usage: scripts/valgrind.sh [--write]" >&2; exit 2; }
+[[ $# -eq 0 || $* == --write ]] || usage
 
 say "Setting up"
 "$rootDir/scripts/setup.sh" --ci
