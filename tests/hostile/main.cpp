@@ -33,15 +33,20 @@ long PeakMemory() {
 bool allWell = true;
 long memoryBefore = 0;
 
-void Step(const char* name, bool wanted, const std::function<bool()>& work) {
+void Expect(bool holds, const char* what) {
+    if (holds)
+        return;
+    std::fprintf(stderr, "%s\n", what);
+    allWell = false;
+}
+
+/// Work that gives whether it was done.
+void Step(const char* name, const std::function<bool()>& work) {
     const std::clock_t start = std::clock();
     const bool done = work();
     const double milliseconds = 1e3 * static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
     std::printf("%s;%.1f;%ld\n", name, milliseconds, PeakMemory() - memoryBefore);
-    if (done != wanted) {
-        std::fprintf(stderr, "%s gave %s\n", name, done ? "true" : "false");
-        allWell = false;
-    }
+    Expect(done, (std::string(name) + " was not done").c_str());
 }
 
 void Begin() {
@@ -55,58 +60,69 @@ void LoadSchema(const std::string& directory, const std::string& elements) {
         Input input(path);
         input.Put("<templates>" + elements + "</templates>");
     }
-    if (!OviTemplateManager_LoadTemplateFile(path.c_str()))
-        allWell = false;
+    Expect(OviTemplateManager_LoadTemplateFile(path.c_str()), "the schema does not load");
 }
 
-void LoadAndSaveScene(const std::string& directory) {
+/// `isThere` says whether all that the file holds is in the scene.
+void LoadAndSaveScene(const std::string& directory, const std::function<bool()>& isThere) {
     const std::string path = directory + "/input.asset";
     const std::string saved = directory + "/saved.asset";
-    Step("load", true, [&] { return OviAssetManager_LoadScene(path.c_str()); });
-    Step("save", true, [&] { return OviAssetManager_SaveScene(saved.c_str()); });
-    Step("clear", true, [] { return OviAssetManager_NewScene(); });
+    Step("load", [&] { return OviAssetManager_LoadScene(path.c_str()); });
+    Step("save", [&] { return OviAssetManager_SaveScene(saved.c_str()); });
+    Expect(isThere(), "the scene is not what the file says");
+    Step("clear", [] { return OviAssetManager_NewScene(); });
 }
 
 std::string Number(long long number) {
     return std::to_string(number);
 }
 
-// -- cases
-// ------------------------------------------------------------------------------------------
+// -- cases ----------------------------------------------------------------------------------------
 
 /// A scene file of so many bytes.
 void RunScene(long long bytes, const std::string& directory) {
+    int count = 0;
     {
         Input input(directory + "/input.asset");
         input.Put("<assets>\n");
-        for (long long i = 0; input.GetSize() < bytes; ++i)
-            input.Put("<asset name='asset" + Number(100000000 + i) +
+        for (; input.GetSize() < bytes; ++count)
+            input.Put("<asset name='asset" + Number(100000000 + count) +
                       "'><implements template='Part' version='1'/><attribute property='Part.size' "
                       "binding='|a|path|of|the|host' value='" +
-                      Number(i) +
+                      Number(count) +
                       "'/><attribute property='Part.text' binding='' value='a text of " +
-                      Number(i) + "'/></asset>\n");
+                      Number(count) + "'/></asset>\n");
         input.Put("</assets>\n");
     }
     Begin();
     LoadSchema(directory, "<template name='Part'><attribute name='size' type='INT32'/>"
                           "<attribute name='text' type='STRING'/></template>");
-    LoadAndSaveScene(directory);
+    LoadAndSaveScene(directory, [count] { return OviAssetManager_GetAssetCount() == count; });
+}
+
+/// Of the text of the only asset.
+size_t GetTextLength() {
+    OviPropertyInstance* held =
+        OviInstance_GetPropertyInstance(OviAssetManager_GetAsset("a"), "Part.text", false);
+    const void* value = OviAttributeInstance_GetValue(static_cast<OviAttributeInstance*>(held));
+    return value ? std::strlen(*static_cast<const char* const*>(value)) : 0;
 }
 
 /// A scene with an attribute whose value has so many bytes.
 void RunValue(long long bytes, const std::string& directory) {
+    const std::string text = "a long text with &lt; in it, "; // three characters less when read
     {
         Input input(directory + "/input.asset");
         input.Put("<assets><asset name='a'><implements template='Part' version='1'/>"
                   "<attribute property='Part.text' value='");
-        input.Fill("a long text with &lt; in it, ", bytes);
+        input.Fill(text, bytes);
         input.Put("'/></asset></assets>");
     }
     Begin();
     LoadSchema(directory,
                "<template name='Part'><attribute name='text' type='STRING'/></template>");
-    LoadAndSaveScene(directory);
+    const size_t pieces = (static_cast<size_t>(bytes) + text.size() - 1) / text.size();
+    LoadAndSaveScene(directory, [=] { return GetTextLength() == pieces * (text.size() - 3); });
 }
 
 /// An element with so many attributes.
@@ -119,7 +135,7 @@ void RunAttributes(long long count, const std::string& directory) {
         input.Put("/></assets>");
     }
     Begin();
-    LoadAndSaveScene(directory);
+    LoadAndSaveScene(directory, [] { return OviAssetManager_GetAsset("a") != nullptr; });
 }
 
 /// A template file with so many templates.
@@ -135,10 +151,10 @@ void RunTemplates(long long count, const std::string& directory) {
     }
     Begin();
     const std::string saved = directory + "/saved.template";
-    Step("load", true, [&] { return OviTemplateManager_LoadTemplateFile(path.c_str()); });
-    Step("save", true,
-         [&] { return OviTemplateManager_SaveTemplateFile(path.c_str(), saved.c_str()); });
-    Step("unload", true, [&] {
+    Step("load", [&] { return OviTemplateManager_LoadTemplateFile(path.c_str()); });
+    Step("save", [&] { return OviTemplateManager_SaveTemplateFile(path.c_str(), saved.c_str()); });
+    Expect(OviTemplateManager_GetTemplateCount() == count + 1, "templates are missing");
+    Step("unload", [&] {
         OviTemplateManager_UnloadTemplateFile(path.c_str());
         return OviTemplateManager_GetTemplateCount() == 1;
     });
@@ -155,14 +171,14 @@ void RunErrors(long long count, const std::string& directory) {
     }
     Begin();
     const std::string path = directory + "/input.asset";
-    Step("load", true, [&] { return OviAssetManager_LoadScene(path.c_str()); });
-    Step("read the errors", true, [count] {
+    Step("load", [&] { return OviAssetManager_LoadScene(path.c_str()); });
+    Step("read the errors", [count] {
         long long found = 0;
         while (OviErrorManager_GetErrorItemAt(static_cast<int>(found)))
             ++found;
         return found == count && OviErrorManager_GetErrorItemCount(1) == count;
     });
-    Step("clear", true, [] {
+    Step("clear", [] {
         OviErrorManager_Clear();
         return OviErrorManager_GetErrorItemCount(1) == 0;
     });

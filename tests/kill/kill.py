@@ -65,6 +65,8 @@ def main():
             leftover += len(temporary)
             for name in temporary:
                 os.remove(os.path.join(directory, name))
+    if leftover == 0:
+        sys.exit("no kill came while a file was being written")
     print(f"| {arguments.kills} | {found['one']} | {found['other']} | 0 | {leftover} |")
 
 
