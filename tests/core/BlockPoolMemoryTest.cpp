@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdlib>
 #include <new>
+#include <set>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -15,16 +16,21 @@ namespace {
 
 long heapBlocks = 0;
 long heapCalls = 0;
+bool heapIsEmpty = false;
 
-} // namespace
-
-void* operator new(std::size_t size) {
-    void* memory = std::malloc(size == 0 ? 1 : size);
+/// What the heap gave, or failed to give.
+void* Count(void* memory) {
     if (!memory)
         throw std::bad_alloc();
     ++heapBlocks;
     ++heapCalls;
     return memory;
+}
+
+} // namespace
+
+void* operator new(std::size_t size) {
+    return Count(heapIsEmpty ? nullptr : std::malloc(size == 0 ? 1 : size));
 }
 void operator delete(void* memory) noexcept {
     heapBlocks -= memory ? 1 : 0;
@@ -33,6 +39,19 @@ void operator delete(void* memory) noexcept {
 void operator delete(void* memory, std::size_t) noexcept {
     operator delete(memory);
 }
+
+#ifndef _WIN32 // where large pages are like all others
+void* operator new(std::size_t size, std::align_val_t alignment) {
+    const auto step = static_cast<std::size_t>(alignment);
+    return Count(heapIsEmpty ? nullptr : std::aligned_alloc(step, (size + step - 1) / step * step));
+}
+void operator delete(void* memory, std::align_val_t) noexcept {
+    operator delete(memory);
+}
+void operator delete(void* memory, std::size_t, std::align_val_t) noexcept {
+    operator delete(memory);
+}
+#endif
 
 namespace {
 
@@ -59,6 +78,41 @@ TEST(BlockPoolMemory, AllButOnePieceIsGivenBackOnceNoBlockIsInUse) {
         for (void* block : blocks)
             BlockPool::Give(block, kSize);
         EXPECT_EQ(heapBlocks, before);
+    }
+}
+
+/// Takes blocks until the heap has no more, which is no earlier than where they begin to fail.
+bool TakeUntilTheHeapIsEmpty(std::vector<void*>& blocks, size_t size) {
+    heapIsEmpty = true;
+    bool failed = false;
+    try {
+        while (blocks.size() < blocks.capacity())
+            blocks.push_back(BlockPool::Take(size));
+    } catch (const std::bad_alloc&) {
+        failed = true;
+    }
+    heapIsEmpty = false;
+    return failed;
+}
+
+TEST(BlockPoolMemory, NothingIsLostWhereTheHeapHasNoMore) {
+    constexpr size_t kSize = 224;
+    BlockPool::Give(BlockPool::Take(kSize), kSize);                        // the piece that stays
+    for (const size_t before : {size_t{10}, size_t{1000}, size_t{8000}}) { // and large pages
+        const long heapBefore = heapBlocks;
+        {
+            std::vector<void*> blocks;
+            blocks.reserve(20000);
+            while (blocks.size() < before)
+                blocks.push_back(BlockPool::Take(kSize));
+            EXPECT_TRUE(TakeUntilTheHeapIsEmpty(blocks, kSize));
+            blocks.push_back(BlockPool::Take(kSize));
+            const std::set<void*> different(blocks.begin(), blocks.end());
+            EXPECT_EQ(different.size(), blocks.size());
+            for (void* block : blocks)
+                BlockPool::Give(block, kSize);
+        }
+        EXPECT_EQ(heapBlocks, heapBefore);
     }
 }
 
