@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <exception>
+#include <new>
 #include <string_view>
 
 #include "calls/CallTable.h"
@@ -27,7 +27,7 @@ void LoadSchema(std::string_view text) {
     Kor::MemorySource source(text);
     try {
         Kor::TemplateManager::Get()->LoadTemplateStream(Files::Get().GetPath().c_str(), source);
-    } catch (const std::exception&) {
+    } catch (const std::bad_alloc&) {
         return; // a file that asks for more memory than there is
     }
 }
