@@ -76,6 +76,8 @@ check_debian() {
     expect_field "$runtime" Depends '(^|, )libc6 \(>= .*libstdc\+\+6 \(>= '
     expect_field libovicore-dev Depends "^$runtime \(= $version\)$"
     expect_field ovicore Depends "(^|, )$runtime \(= $version\)(, |$)"
+    grep -qw ldconfig <<<"$(dpkg-deb --info "$(debian_file "$runtime")" postinst)" ||
+        fail "$runtime does not make itself known to the loader"
     # Programs linked with the library depend on its package through this file.
     shlibs=$(dpkg-deb --info "$(debian_file "$runtime")" shlibs)
     [[ $shlibs == "libOviCore ${version%%.*} $runtime (>= $version)" ]] || fail "$runtime: shlibs is '$shlibs'"

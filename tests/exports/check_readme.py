@@ -2,6 +2,8 @@
 """Builds and runs the example of the README, and checks that its links lead somewhere.
 
 usage: check_readme.py SOURCE_DIR LIBRARY_DIR C_COMPILER [OPTION...]
+
+OVI_EMULATOR names what runs the example where it is built for another system than this one.
 """
 
 import os
@@ -29,6 +31,7 @@ def main():
     if len(sys.argv) < 4:
         sys.exit(__doc__)
     source, library, compiler = Path(sys.argv[1]), sys.argv[2], sys.argv[3:]
+    emulator = os.environ.get("OVI_EMULATOR", "").split()
     text = (source / "README.md").read_text(encoding="utf-8")
 
     with tempfile.TemporaryDirectory() as name:
@@ -38,9 +41,9 @@ def main():
         subprocess.run(
             compiler + ["-std=c99", "-pedantic-errors", "-Wall", "-Wextra", "-Werror",
                         f"-I{source}/include", "host.c", f"-L{library}", "-lOviCore",
-                        f"-Wl,-rpath,{library}", "-o", "host"],
+                        f"-Wl,-rpath,{library}", "-o", "host.exe"],
             cwd=folder, check=True)
-        subprocess.run([str(folder / "host")], cwd=folder, check=True, env=os.environ)
+        subprocess.run([*emulator, str(folder / "host.exe")], cwd=folder, check=True)
         scene = (folder / "room.asset").read_text()
         for expected in ("name='stool'", "template='furniture.Chair'",
                          "property='Chair.height' binding='' value='0.5'"):
