@@ -101,13 +101,14 @@ fuzz() {
 
 # One row of the table, from the log of the run.
 row() {
-    local log=$buildDir/fuzz-$1.log executions speed edges total features
+    local log=$buildDir/fuzz-$1.log executions took speed edges total features
     executions=$(sed -n 's/^stat::number_of_executed_units: *//p' "$log")
+    took=$(sed -nE 's/^Done [0-9]+ runs in ([0-9]+) second.*/\1/p' "$log")
     speed=$(sed -n 's/^stat::average_exec_per_sec: *//p' "$log")
     total=$(sed -nE 's/^INFO: Loaded 1 modules +\(([0-9]+) inline.*/\1/p' "$log")
     edges=$(grep -aoE 'cov: [0-9]+' "$log" | tail -n 1 | grep -oE '[0-9]+')
     features=$(grep -aoE 'ft: [0-9]+' "$log" | tail -n 1 | grep -oE '[0-9]+')
-    printf '| %s | %s | %s | %s | %s of %s | %s | %s |\n' "$1" "$executions" "$seconds" "$speed" \
+    printf '| %s | %s | %s | %s | %s of %s | %s | %s |\n' "$1" "$executions" "$took" "$speed" \
         "$edges" "$total" "$features" "$(find "fuzz/corpus/$1" -type f | wc -l)"
 }
 
