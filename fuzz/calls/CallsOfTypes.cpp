@@ -19,8 +19,7 @@ OviType* ToHandle(Type* type) {
     return reinterpret_cast<OviType*>(static_cast<Object*>(type));
 }
 
-// -- values, whose blocks the type that is called must have made
-// -----------------------------------
+// -- values: the type that is called must have made their blocks ----------------------------------
 
 void NewValue(World& world) {
     if (Type* type = world.Pick<Type>())

@@ -120,8 +120,7 @@ private:
             [this](std::string_view key) { return manager_.GetAnchorType(key); });
     }
 
-    // -- templates
-    // ----------------------------------------------------------------------------------
+    // -- templates --------------------------------------------------------------------------------
 
     void CheckTemplate(const Template& type) {
         Expect(type.GetKey() == type.GetFullName() + "#" + std::to_string(type.GetVersion()),
@@ -198,8 +197,7 @@ private:
         }
     }
 
-    // -- scene
-    // --------------------------------------------------------------------------------------
+    // -- scene ------------------------------------------------------------------------------------
 
     void CheckAssets() {
         const AssetManager& scene = *AssetManager::Get();
