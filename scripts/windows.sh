@@ -24,13 +24,13 @@ run_tests_with_wine() {
     return "$result"
 }
 
+rm -f "$buildDir/totals.txt"
 say "Setting up"
 "$rootDir/scripts/setup.sh" --windows
 for tool in x86_64-w64-mingw32-g++-posix llvm-dlltool; do
     command -v "$tool" >/dev/null || fail "$tool is missing"
 done
 
-rm -f "$buildDir/totals.txt"
 say "Building for Windows into build/windows"
 build_preset windows
 

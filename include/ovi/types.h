@@ -13,6 +13,10 @@
  * - Texts handed in are NUL-terminated 8-bit text and are copied; a null text reads as "". Texts
  *   handed out belong to the library and stay valid until the text they show changes or its object
  *   dies; those from tables (labels, descriptions, search paths) until the table changes.
+ * - Paths are 8-bit text and are kept as they were given. Windows takes a path as UTF-8 where it is
+ *   valid UTF-8, otherwise in the system's code page; Linux takes a backslash as "/", and looks for
+ *   what does not exist as written (of a file to be saved, its directory) without regard to ASCII
+ *   case.
  * - A null handle, a handle of another class or an index out of range never crashes: the result is
  *   null for a pointer, false for a bool, 0 for a count or a number, -1 for an index result, "" for
  *   a text that is always there. Nothing is changed then. What a handle points to must be alive.
