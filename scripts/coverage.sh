@@ -25,7 +25,7 @@ while (($# > 0)); do
 done
 
 say "Setting up"
-"$rootDir/scripts/setup.sh" --ci
+"$rootDir/scripts/setup.sh" --coverage
 
 say "Building with counters into build/coverage"
 build_preset coverage

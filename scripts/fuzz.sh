@@ -139,7 +139,7 @@ minimize() {
 }
 
 say "Setting up"
-"$rootDir/scripts/setup.sh" --ci
+"$rootDir/scripts/setup.sh" --fuzz
 
 say "Building the fuzzers into build/fuzz"
 cmake --preset fuzz

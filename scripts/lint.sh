@@ -10,7 +10,7 @@ source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 cd "$rootDir"
 
 say "Setting up"
-"$rootDir/scripts/setup.sh" --ci
+"$rootDir/scripts/setup.sh" --lint
 
 say "Checking the format"
 mapfile -t sources < <(git ls-files '*.h' '*.c' '*.cpp')

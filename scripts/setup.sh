@@ -1,36 +1,43 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that building and testing need; only those that are missing.
 #
-# usage: scripts/setup.sh [--build|--test|--bench|--package|--windows|--ci]
-#   --build    compiler, build system, and what the command line tool uses (the default)
-#   --test     also what the tests need
-#   --bench    what building and the benchmarks need
-#   --package  what building and packing for Linux need
-#   --windows  what building for Windows and testing there need
-#   --ci       all of these, and what linting, fuzzing and measuring coverage need
+# usage: scripts/setup.sh [--build | --test | --ci | --SCRIPT]
+#   --build   compiler, build system, and what the command line tool uses (the default)
+#   --test    also what the tests need
+#   --ci      all that any script here needs
+#   --SCRIPT  what the script of that name needs: bench, coverage, fuzz, lint, package, valgrind or
+#             windows
 set -euo pipefail
 
 buildPackages=(g++ cmake ninja-build libcli11-dev nlohmann-json3-dev graphviz)
 testPackages=(libgtest-dev libgmock-dev python3 binutils pkgconf)
 benchPackages=(libbenchmark-dev libpugixml-dev libexpat1-dev valgrind)
+fuzzPackages=(clang libclang-rt-14-dev llvm)
+lintPackages=(git clang clang-format clang-tidy)
 packagePackages=(binutils dpkg-dev file pkgconf unzip)
 windowsPackages=(g++-mingw-w64-x86-64-posix llvm googletest wine64)
-ciPackages=("${benchPackages[@]}" "${packagePackages[@]}" "${windowsPackages[@]}" git clang
-    clang-format clang-tidy libclang-rt-14-dev gcovr abigail-tools)
 
 packages=("${buildPackages[@]}")
 case ${1:---build} in
     --build) ;;
     --test) packages+=("${testPackages[@]}") ;;
     --bench) packages+=("${benchPackages[@]}") ;;
+    --coverage) packages+=("${testPackages[@]}" gcovr) ;;
+    --fuzz) packages+=("${fuzzPackages[@]}") ;;
+    --lint) packages+=("${testPackages[@]}" "${benchPackages[@]}" "${lintPackages[@]}") ;;
     --package) packages+=("${packagePackages[@]}") ;;
+    --valgrind) packages+=("${testPackages[@]}" valgrind) ;;
     --windows) packages+=("${testPackages[@]}" "${windowsPackages[@]}") ;;
-    --ci) packages+=("${testPackages[@]}" "${ciPackages[@]}") ;;
+    --ci)
+        packages+=("${testPackages[@]}" "${benchPackages[@]}" "${fuzzPackages[@]}"
+            "${lintPackages[@]}" "${packagePackages[@]}" "${windowsPackages[@]}" gcovr abigail-tools)
+        ;;
     *)
-        echo "usage: scripts/setup.sh [--build|--test|--bench|--package|--windows|--ci]" >&2
+        echo "usage: scripts/setup.sh [--build | --test | --ci | --SCRIPT]" >&2
         exit 2
         ;;
 esac
+mapfile -t packages < <(printf '%s\n' "${packages[@]}" | sort -u)
 
 if ! command -v apt-get >/dev/null; then
     echo "This is no Debian system. Please install what these Debian packages hold, in the way of" >&2

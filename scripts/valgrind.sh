@@ -11,7 +11,7 @@ source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 [[ $# -eq 0 || $* == --write ]] || usage
 
 say "Setting up"
-"$rootDir/scripts/setup.sh" --ci
+"$rootDir/scripts/setup.sh" --valgrind
 
 say "Building into build/valgrind"
 programs=(ovi_core_tests ovi_api_tests ovi_fault_tests)
