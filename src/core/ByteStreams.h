@@ -15,6 +15,9 @@ public:
 
     /// Reads up to `capacity` bytes; 0 at the end or after a failure.
     virtual size_t Read(char* buffer, size_t capacity) = 0;
+
+    /// Whether what looked like the end was a failure.
+    virtual bool HasFailed() const { return false; }
 };
 
 /// Where a writer puts its bytes, in blocks.

@@ -61,11 +61,15 @@ public:
         do
             taken = read(file_.Get(), buffer, capacity);
         while (taken < 0 && errno == EINTR);
+        failed_ = failed_ || taken < 0;
         return taken > 0 ? static_cast<size_t>(taken) : 0;
     }
 
+    bool HasFailed() const override { return failed_; }
+
 private:
     Descriptor file_;
+    bool failed_ = false;
 };
 
 /// Where a file may not grow, or nobody reads a pipe any more, the system sends a signal beside the

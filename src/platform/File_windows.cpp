@@ -56,11 +56,18 @@ public:
     size_t Read(char* buffer, size_t capacity) override {
         const auto wanted = static_cast<DWORD>(std::min(capacity, kMaxTransfer));
         DWORD taken = 0;
-        return ReadFile(file_.Get(), buffer, wanted, &taken, nullptr) ? taken : 0;
+        if (ReadFile(file_.Get(), buffer, wanted, &taken, nullptr))
+            return taken;
+        // A pipe ends where its writer goes away.
+        failed_ = failed_ || GetLastError() != ERROR_BROKEN_PIPE;
+        return 0;
     }
+
+    bool HasFailed() const override { return failed_; }
 
 private:
     Handle file_;
+    bool failed_ = false;
 };
 
 /// Gives the new file the access rights of the old one, as far as the system allows.

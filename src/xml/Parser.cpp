@@ -90,6 +90,10 @@ bool Parser::ReadBlock() {
     return taken > 0;
 }
 
+bool Parser::HasSourceFailed() const {
+    return source_->HasFailed();
+}
+
 void Parser::MoveTokenToFront() {
     CountLinesBefore(tokenBegin_);
     Rebase(buffer_.get());

@@ -58,6 +58,9 @@ protected:
     /// Adds a block behind the token, which may move; false at the end of the source.
     bool ReadBlock();
 
+    /// Whether the source failed where it seemed to end.
+    bool HasSourceFailed() const;
+
     /// The line in which the current token begins.
     int GetTokenLine() const;
 

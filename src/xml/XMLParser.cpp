@@ -137,6 +137,11 @@ bool XMLParser::ReadContent() {
         if (!HandleTag())
             return false;
     }
+    // Half a file looks like a whole one, and would replace it when it is saved.
+    if (!paused_ && HasSourceFailed()) {
+        Report(kError, "Unable to read the file to its end");
+        return false;
+    }
     return true;
 }
 

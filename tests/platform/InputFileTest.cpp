@@ -67,8 +67,24 @@ TEST_F(InputFileTest, PrefersThePathAsWritten) {
     EXPECT_EQ(ReadAll(At("fILE")), "3") << "the first in byte order";
 }
 
+TEST_F(InputFileTest, TellsAFailureFromTheEnd) {
+    char buffer[8];
+    Put("file", "x");
+    const auto file = InputFile::Open(At("file").c_str());
+    while (file->Read(buffer, sizeof buffer) > 0)
+        EXPECT_FALSE(file->HasFailed());
+    EXPECT_FALSE(file->HasFailed());
+    // Nothing of a process's memory is at address 0.
+    const auto broken = InputFile::Open("/proc/self/mem");
+    if (!broken)
+        GTEST_SKIP() << "this system has no such file";
+    EXPECT_EQ(broken->Read(buffer, sizeof buffer), 0u);
+    EXPECT_TRUE(broken->HasFailed());
+}
+
 #else
 
+OVI_NOT_ON_WINDOWS(InputFileTest, TellsAFailureFromTheEnd, "no file fails on demand")
 OVI_NOT_ON_WINDOWS(InputFileTest, PrefersThePathAsWritten, "names that differ in case are one file")
 
 #endif

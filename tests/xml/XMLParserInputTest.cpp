@@ -72,6 +72,44 @@ TEST(XMLParserInput, IsReadByTheRulesWhereverItIsCutShort) {
     }
 }
 
+/// A file on a disk or in a network that gives some bytes, and fails then.
+class BrokenSource : public ByteSource {
+public:
+    explicit BrokenSource(std::string_view text) : text_(text) {}
+
+    size_t Read(char* buffer, size_t capacity) override {
+        const size_t taken = text_.Read(buffer, capacity);
+        failed_ = taken == 0;
+        return taken;
+    }
+    bool HasFailed() const override { return failed_; }
+
+private:
+    MemorySource text_;
+    bool failed_ = false;
+};
+
+TEST(XMLParserInput, IsRefusedWhereItsSourceFails) {
+    for (size_t size = 0; size <= kSample.size(); ++size) {
+        XMLParser parser;
+        EventRecorder recorder;
+        parser.SetXMLListener(&recorder);
+        parser.SetErrorListener(&recorder);
+        BrokenSource source(std::string_view(kSample).substr(0, size));
+        EXPECT_FALSE(parser.Parse("test.xml", source)) << "behind byte " << size;
+        EXPECT_FALSE(recorder.GetEvents().empty());
+    }
+}
+
+TEST(XMLParserInput, IsReportedWhereItsSourceFailsBetweenElements) {
+    XMLParser parser;
+    EventRecorder faults;
+    parser.SetErrorListener(&faults);
+    BrokenSource source("<?xml version='1.0'?>\n<assets>\n<asset/>\n");
+    EXPECT_FALSE(parser.Parse("test.xml", source));
+    EXPECT_EQ(faults.GetEvents(), Events{"line 4: Unable to read the file to its end"});
+}
+
 TEST(XMLParserInput, IsReadByTheRulesWhicheverByteIsLost) {
     for (size_t at = 0; at < kSample.size(); ++at) {
         std::string text = kSample;
