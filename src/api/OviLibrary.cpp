@@ -1,6 +1,7 @@
 #include "ovi/library.h"
 
 #include "api/Barrier.h"
+#include "core/BlockPool.h"
 #include "core/ErrorManager.h"
 #include "instances/AssetManager.h"
 #include "manager/TemplateManager.h"
@@ -21,6 +22,7 @@ void Ovi_Terminate(void) {
     WithManager<TemplateManager>([](TemplateManager& manager) { manager.Terminate(); });
     WithManager<NotificationManager>([](NotificationManager& manager) { manager.Terminate(); });
     WithManager<ErrorManager>([](ErrorManager& manager) { manager.Terminate(); });
+    BlockPool::GiveSpareBack();
 }
 
 const char* Ovi_GetVersion(void) {

@@ -87,6 +87,13 @@ struct Shelf {
         end = fresh - kStep + kPieceSize;
     }
 
+    void GiveSpareBack() {
+        if (used > 0 || !pieces)
+            return;
+        ::operator delete(pieces);
+        *this = Shelf();
+    }
+
     Link* free = nullptr;
     Link* pieces = nullptr;
     Link* pages = nullptr; ///< Pieces in the size of a large page.
@@ -121,6 +128,11 @@ void BlockPool::Give(void* block, size_t size) noexcept {
         ::operator delete(block);
     else
         shelves[ShelfOf(size)].Give(block);
+}
+
+void BlockPool::GiveSpareBack() noexcept {
+    for (Shelf& shelf : shelves)
+        shelf.GiveSpareBack();
 }
 
 } // namespace Kor

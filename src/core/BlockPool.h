@@ -17,6 +17,10 @@ public:
 
     /// Gives a block back; the size is that which was asked for.
     static void Give(void* block, size_t size) noexcept;
+
+    /// Gives the pieces back, too, that were kept for blocks to come. For the end of the library: a
+    /// host that loads it again and again would otherwise lose them each time.
+    static void GiveSpareBack() noexcept;
 };
 
 /// The base of classes whose objects live in the pool, those of derived classes included.

@@ -116,6 +116,22 @@ TEST(BlockPoolMemory, NothingIsLostWhereTheHeapHasNoMore) {
     }
 }
 
+TEST(BlockPoolMemory, TheSparePieceIsGivenBackWhenAskedUnlessABlockIsInUse) {
+    constexpr size_t kSize = 224;
+    BlockPool::GiveSpareBack();
+    const long before = heapBlocks;
+    void* block = BlockPool::Take(kSize);
+    BlockPool::GiveSpareBack();
+    EXPECT_EQ(heapBlocks, before + 1);
+    BlockPool::Give(block, kSize);
+    EXPECT_EQ(heapBlocks, before + 1);
+    BlockPool::GiveSpareBack();
+    BlockPool::GiveSpareBack();
+    EXPECT_EQ(heapBlocks, before);
+    BlockPool::Give(BlockPool::Take(kSize), kSize); // a shelf begins anew
+    EXPECT_EQ(heapBlocks, before + 1);
+}
+
 } // namespace
 
 #endif
