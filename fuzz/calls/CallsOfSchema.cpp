@@ -1,5 +1,7 @@
 // Calls of the functions for templates, properties, geometry and views.
 
+#include <algorithm>
+
 #include "calls/CallTable.h"
 #include "calls/ValueBlock.h"
 #include "schema/AttributeProperty.h"
@@ -16,14 +18,21 @@ template <class Handle> Handle* To(Object* object) {
     return reinterpret_cast<Handle*>(object);
 }
 
-/// The template owns the property when it took it and the versions are equal.
+bool Declares(const Template& definition, const Property& property) {
+    const auto& declared = definition.GetDeclaredProperties();
+    return std::find(declared.begin(), declared.end(), &property) != declared.end();
+}
+
+/// The template owns the property when it took it and the versions are equal. The result does not
+/// tell: -1 stands for a refusal and for the first place of which an older definition gave way.
 void AddProperty(World& world) {
     auto* owner = Argument<OviTemplate*>::Take(world);
     auto* added = Argument<OviProperty*>::Take(world);
     const auto* definition = ObjectCast<Template>(reinterpret_cast<Object*>(owner));
     const auto* property = ObjectCast<Property>(reinterpret_cast<Object*>(added));
-    const int result = OviTemplate_AddProperty(owner, added, world.PickInt());
-    if (definition && property && property->GetOwner() == definition && result != -1)
+    OviTemplate_AddProperty(owner, added, world.PickInt());
+    if (definition && property && property->GetOwner() == definition &&
+        Declares(*definition, *property))
         world.Disown(property);
 }
 

@@ -48,6 +48,7 @@ OVI_API bool OviTemplate_IsDescendantOf(OviTemplate* self, OviTemplate* other);
  * the property when the versions of both are equal. The result is the index by name; the
  * complement of the index when an older definition of that name gave way in the lookup; -1 when
  * refused, because the template would contain itself or has a property of that name and version.
+ * The complement of the first index is -1, too: OviProperty_GetTemplate tells whose it is then.
  */
 OVI_API int OviTemplate_AddProperty(OviTemplate* self, OviProperty* property, int position);
 
