@@ -19,8 +19,9 @@ namespace {
 /// Takes an object out of the registries that would otherwise keep pointing to it. Properties,
 /// property instances and assets do so themselves.
 void TakeFromOwner(Object* object) {
-    if (auto* type = ObjectCast<Type>(object); type && type->IsRegistered())
-        TemplateManager::Get()->RemoveType(type);
+    if (auto* type = ObjectCast<Type>(object);
+        type && (type->IsRegistered() || type->IsDisplaced()))
+        TemplateManager::Get()->GiveAway(*type);
     if (auto* item = ObjectCast<EnumerationItem>(object); item && item->GetEnumeration())
         item->GetEnumeration()->RemoveItem(item);
     if (auto* named = ObjectCast<NamedObject>(object))

@@ -4,6 +4,7 @@
 #include <fstream>
 
 #include "manager/TemplateManager.h"
+#include "ovi/object.h"
 #include "schema/Managed.h"
 #include "types/CustomType.h"
 
@@ -185,6 +186,18 @@ TEST_F(TemplateManagerTest, ATemplateIsLookedForWithThePrefixesAfterItsBareName)
     EXPECT_EQ(Manager().GetTemplate("Late"), nullptr);
     EXPECT_FALSE(Manager().LoadTemplate("Plate", &prefixes));
     EXPECT_EQ(Manager().GetLoadedFiles().GetAll().size(), 2U);
+}
+
+TEST_F(TemplateManagerTest, ADeletedTypeWhosePlaceAnotherTookBelongsToItsUsersAlone) {
+    auto* former = new CustomType("Foo", 1);
+    Manager().AddType(former);
+    Manager().AddType(new CustomType("Foo", 1));
+    ASSERT_TRUE(former->IsDisplaced());
+    AttributeProperty user("x", 1);
+    user.SetType(former);
+    OviObject_Delete(reinterpret_cast<OviObject*>(static_cast<Object*>(former)));
+    EXPECT_TRUE(former->IsLeftToUsers());
+    EXPECT_FALSE(former->IsDisplaced()) << "the manager would delete it, too";
 }
 
 TEST_F(TemplateManagerTest, TheLoadedFilesFollowTheDefinitions) {
