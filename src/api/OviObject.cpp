@@ -45,8 +45,9 @@ void DropValues(Property* property) {
 void TakeFromAbandonedInstances(Object* object) {
     auto* member = ObjectCast<Property>(object);
     DropValues(member);
-    const auto* definition = ObjectCast<Template>(object);
+    auto* definition = ObjectCast<Template>(object);
     if (definition) {
+        definition->TakeFromUsers(); // or the last of them would delete it before
         for (Property* property : definition->GetDeclaredProperties()) {
             if (property->GetOwner() == definition || property->GetKeeper() == definition)
                 DropValues(property);

@@ -6,6 +6,7 @@
 
 #include "core/Names.h"
 #include "core/Prefetch.h"
+#include "core/Undo.h"
 #include "instances/Asset.h"
 #include "instances/AttributeInstance.h"
 #include "instances/OpenInstances.h"
@@ -240,7 +241,8 @@ std::vector<Template*> Instance::StripAbandoned() {
         released.insert(released.end(), instance->templates_.begin(), instance->templates_.end());
         instance->LeaveAbandoned(); // only now, or no memory would leave it out of reach
         instance->DeletePropertyInstances();
-        instance->ReleaseTemplates();
+        // Last, since the properties may go with them, and also without memory.
+        const Undo listed([instance] { instance->ReleaseTemplates(); });
         for (const Property* property : properties) {
             const PointerList<Template>& holders = property->GetHolders();
             if (!property->IsInUse())
@@ -274,9 +276,10 @@ void Instance::DeletePropertyInstances() {
 }
 
 void Instance::ReleaseTemplates() {
-    for (Template* implemented : templates_)
-        implemented->RemoveInstance();
+    const SortedObjectList<Template> all = std::move(templates_);
     templates_.Clear();
+    for (Template* implemented : all)
+        implemented->RemoveInstance();
 }
 
 } // namespace Kor

@@ -22,26 +22,27 @@ int Instance::AddTemplate(Template* added, bool notify) {
         Notify(kTemplateAdded, added);
     AddPropertyInstances(added->GetInstanceProperties());
     listed.Forget();
-    return position;
-}
-
-int Instance::ListTemplate(Template* added, Template*& replaced) {
-    const int position = Templates().Insert(added, &replaced);
-    added->AddInstance();
     if (replaced)
         replaced->RemoveInstance();
     return position;
 }
 
+/// The one that gives way still counts this instance: it may be needed again.
+int Instance::ListTemplate(Template* added, Template*& replaced) {
+    const int position = Templates().Insert(added, &replaced);
+    added->AddInstance();
+    return position;
+}
+
 /// Takes that back; callbacks may have done so before.
 void Instance::UnlistTemplate(Template* added, Template* replaced) {
-    if (!Templates().RemoveExactly(added))
-        return;
-    added->RemoveInstance();
-    if (!replaced)
-        return;
-    Templates().Place(replaced); // where the other one was
-    replaced->AddInstance();
+    const bool isListed = Templates().RemoveExactly(added);
+    if (isListed && replaced)
+        Templates().Place(replaced); // where the other one was
+    else if (replaced)
+        replaced->RemoveInstance();
+    if (isListed)
+        added->RemoveInstance();
 }
 
 /// The properties come sorted and without duplicates.
@@ -84,9 +85,12 @@ int Instance::RemoveTemplate(Template* removed, bool notify) {
     for (Property* property : properties)
         RemovePropertyInstance(*property, notify);
     const int position = Templates().FindEntry(removed);
+    TypeRef leftToUsers; // may go with its last instance, but not before its callbacks
     if (Template* listed = Templates().GetAt(position)) {
-        listed->RemoveInstance();
+        if (listed->IsLeftToUsers())
+            leftToUsers.Reset(listed);
         Templates().Remove(listed);
+        listed->RemoveInstance();
     }
     if (notify)
         Notify(kTemplateRemoved, removed);
@@ -124,6 +128,8 @@ int Instance::UpdateTemplate(Template* old, bool notify) {
             UpdateProperty(*property, notify);
     }
     updated.Forget();
+    if (replaced)
+        replaced->RemoveInstance();
     listed->RemoveInstance();
     return inserted < 0 ? ~inserted : inserted;
 }

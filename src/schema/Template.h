@@ -147,8 +147,16 @@ public:
 
     /// Whether a living instance implements the template or holds property instances of it.
     bool IsUsedByInstances() const;
-    void AddInstance() { ++instanceCount_; }
-    void RemoveInstance() { --instanceCount_; }
+    void AddInstance() {
+        ++instanceCount_;
+        AddUse();
+    }
+
+    /// A template that was left to its users may go with this one.
+    void RemoveInstance() {
+        --instanceCount_;
+        ReleaseUse();
+    }
 
     // -- as a type ------------------------------------------------------------------------------
 

@@ -207,6 +207,38 @@ TEST_F(NestedInstanceTest, LeftBehindLosesTheSchemaWithTheLibrary) {
     Ovi_Initialize();
 }
 
+TEST_F(NestedInstanceTest, KeepsATemplateThatGoesWithItsLastUser) {
+    OviAttributeProperty* property = OviAttributeProperty_New("held", 1);
+    OviAttributeProperty_SetType(property, TemplateOf("Inner"));
+    Ovi_Terminate(); // the template is left to the property
+    OviType* type = OviAttributeProperty_GetType(property);
+    OviInstance* nested = *static_cast<OviInstance**>(OviType_NewValue(type, nullptr, 1));
+    ASSERT_NE(nested, nullptr);
+    OviObject_Delete(property);
+    EXPECT_STREQ(OviType_GetFullName(OviInstance_GetTemplateAt(nested, 0)), "Inner");
+    OviInstance_RemoveTemplate(nested, OviInstance_GetTemplateAt(nested, 0));
+    EXPECT_EQ(OviInstance_GetTemplateCount(nested), 0);
+    OviObject_Delete(nested);
+    Ovi_Initialize();
+}
+
+TEST_F(NestedInstanceTest, LosesATemplateThatWentWithItsLastUserToTheNextEnd) {
+    OviAttributeProperty* property = OviAttributeProperty_New("held", 1);
+    OviAttributeProperty_SetType(property, TemplateOf("Inner"));
+    Ovi_Terminate();
+    void* value = OviType_NewValue(OviAttributeProperty_GetType(property), nullptr, 1);
+    OviInstance* nested = *static_cast<OviInstance**>(value);
+    ASSERT_NE(nested, nullptr);
+    OviAttributeProperty_SetDefaultValue(property, value);
+    OviObject_Delete(property);
+    EXPECT_STREQ(OviType_GetFullName(OviInstance_GetTemplateAt(nested, 0)), "Inner");
+    Ovi_Initialize();
+    Ovi_Terminate();
+    EXPECT_EQ(OviInstance_GetTemplateCount(nested), 0);
+    OviObject_Delete(nested);
+    Ovi_Initialize();
+}
+
 TEST_F(NestedInstanceTest, ComesFromScenesAsTheValueItself) {
     ASSERT_TRUE(Load("<asset name='asset'><attribute property='Outer.pair'>"
                      "<asset name='p'><implements template='Inner'/></asset><asset name='q'/>"
