@@ -36,7 +36,8 @@ void AddProperty(World& world) {
         world.Disown(property);
 }
 
-/// A property that the template only shares with a lower version stays that one's.
+/// A property that the template only shares with a lower version stays that one's, and one that was
+/// added to another template as well is that one's.
 void RemoveProperty(World& world) {
     auto* owner = Argument<OviTemplate*>::Take(world);
     auto* removed = Argument<OviProperty*>::Take(world);
@@ -45,8 +46,20 @@ void RemoveProperty(World& world) {
     const bool isItsOwn =
         definition && property &&
         (property->GetOwner() == definition || property->GetKeeper() == definition);
-    if (OviTemplate_RemoveProperty(owner, removed) >= 0 && isItsOwn)
+    if (OviTemplate_RemoveProperty(owner, removed) < 0 || !isItsOwn)
+        return;
+    const Template* other = property->GetOwner();
+    if (!other || other == definition || !Declares(*other, *property))
         world.Own(removed);
+}
+
+/// A type that was left to the property alone is the host's again.
+void SetType(World& world) {
+    auto* property = Argument<OviAttributeProperty*>::Take(world);
+    OviType* before = OviAttributeProperty_GetType(property);
+    OviAttributeProperty_SetType(property, Argument<OviType*>::Take(world));
+    if (before && !World::IsOwned(*reinterpret_cast<Object*>(before)))
+        world.Own(before);
 }
 
 // -- values of properties -------------------------------------------------------------------------
@@ -137,7 +150,7 @@ std::vector<Call> CallsOfSchema() {
 
         OVI_MAKES(OviAttributeProperty_New),
         OVI_READS(OviAttributeProperty_GetType),
-        OVI_TRANSFERS(OviAttributeProperty_SetType),
+        OVI_SPECIAL(OviAttributeProperty_SetType, SetType, kTransfers),
         OVI_READS(OviAttributeProperty_GetDefaultValue),
         OVI_SPECIAL(OviAttributeProperty_SetDefaultValue, SetDefaultValue, kAlone),
         OVI_READS(OviAttributeProperty_GetMinValue),

@@ -155,9 +155,11 @@ bool World::IsOwned(const Object& object) {
     return false;
 }
 
+/// A type that was left to its users may go in the call.
 World::Transfer::Transfer(World& world) : world_(world) {
     for (Object* object : world.GetObjects().GetAll()) {
-        if (IsOwned(*object))
+        const auto* type = ObjectCast<Type>(object);
+        if (IsOwned(*object) && !(type && type->IsLeftToUsers()))
             owned_.push_back(object);
     }
 }
@@ -191,6 +193,8 @@ void World::End() {
     do
         Ovi_Terminate();
     while (TemplateManager::Exists()); // there may have been several starts
+    for (Object* object : left)
+        DropValues(object);
     const auto end = [&left](auto isNext) {
         const auto rest = std::stable_partition(left.begin(), left.end(), isNext);
         std::for_each(left.begin(), rest, &Delete);
@@ -210,6 +214,20 @@ void World::End() {
 
 void World::Delete(Object* object) {
     OviObject_Delete(reinterpret_cast<OviObject*>(Traced(object)));
+}
+
+/// Values may hold instances that need properties of any template.
+void World::DropValues(Object* object) {
+    const auto drop = [](Object* property) {
+        auto* attribute = reinterpret_cast<OviAttributeProperty*>(property);
+        OviAttributeProperty_SetDefaultValue(attribute, nullptr);
+        OviAttributeProperty_SetMinValue(attribute, nullptr);
+        OviAttributeProperty_SetMaxValue(attribute, nullptr);
+    };
+    drop(object); // nothing happens unless it is an attribute
+    const auto* definition = ObjectCast<Template>(object);
+    for (int i = 0; definition && i < definition->GetPropertyCount(); ++i)
+        drop(definition->GetPropertyByName(i));
 }
 
 /// Takes away what a type refers to, so that none is deleted while another one needs it.

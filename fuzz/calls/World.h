@@ -54,6 +54,9 @@ public:
     void Own(OviObject* object);
     void Disown(const Kor::Object* object);
 
+    /// Whether the library owns the object.
+    static bool IsOwned(const Kor::Object& object);
+
     /// Compares who owned what before and after a call that hands objects over.
     class Transfer {
     public:
@@ -83,8 +86,8 @@ public:
     void LeaveCallback() { --callDepth_; }
 
 private:
-    static bool IsOwned(const Kor::Object& object);
     static void Delete(Kor::Object* object);
+    static void DropValues(Kor::Object* object);
     static void Unlink(Kor::Object* object);
     std::string& NextText();
     const char* NameOfAnObject();
