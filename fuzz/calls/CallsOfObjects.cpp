@@ -17,7 +17,7 @@ void Delete(World& world) {
 
 void Terminate(World& world) {
     if (world.GetInput().TakeByte() % 4 == 0) // or else few inputs would keep their scene
-        Ovi_Terminate();
+        world.Terminate();
 }
 
 void ClearErrors(World&) {

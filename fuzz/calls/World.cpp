@@ -175,6 +175,15 @@ World::Transfer::~Transfer() {
                host.end());
 }
 
+void World::Terminate() {
+    Objects ended(objects_);
+    ended.HideManaged(host_);
+    Ovi_Terminate();
+    if (!TemplateManager::Exists())
+        objects_ = std::move(ended);
+    Forget();
+}
+
 bool World::MayDelete(Object& object) {
     if (const auto* definition = ObjectCast<Template>(&object))
         return definition == TemplateManager::Get()->GetRoot() ||

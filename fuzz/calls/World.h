@@ -70,6 +70,10 @@ public:
         std::vector<Kor::Object*> owned_;
     };
 
+    /// Ends a use of the library. With the last one the handles of what it owns become invalid,
+    /// also where something of the host's still keeps the objects alive.
+    void Terminate();
+
     /// Whether the rules allow to delete the object now.
     static bool MayDelete(Kor::Object& object);
 
