@@ -215,7 +215,7 @@ void World::End() {
         return ObjectCast<Property>(object) && !ObjectCast<GeometryAlternate>(object);
     });
     for (Object* object : left)
-        Unlink(object);
+        Unlink(object, left);
     end([](const Object* object) { return !ObjectCast<Type>(object); });
     end([](const Object*) { return true; });
     host_.clear();
@@ -239,12 +239,19 @@ void World::DropValues(Object* object) {
         drop(definition->GetPropertyByName(i));
 }
 
-/// Takes away what a type refers to, so that none is deleted while another one needs it.
-void World::Unlink(Object* object) {
+/// Takes away what a type refers to, so that none is deleted while another one needs it; what is
+/// left by itself has its own turn.
+void World::Unlink(Object* object, const std::vector<Object*>& left) {
     OviType_SetBaseType(reinterpret_cast<OviType*>(object), nullptr);
     const auto* definition = ObjectCast<Template>(object);
-    while (definition && !definition->GetDeclaredProperties().empty())
-        Delete(definition->GetDeclaredProperties().back());
+    while (definition && !definition->GetDeclaredProperties().empty()) {
+        Property* property = definition->GetDeclaredProperties().back();
+        if (std::find(left.begin(), left.end(), property) == left.end())
+            Delete(property);
+        else
+            OviTemplate_RemoveProperty(reinterpret_cast<OviTemplate*>(object),
+                                       reinterpret_cast<OviProperty*>(property));
+    }
 }
 
 /// The host's objects, and those that the library never deletes by intent.

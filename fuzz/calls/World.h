@@ -92,7 +92,7 @@ public:
 private:
     static void Delete(Kor::Object* object);
     static void DropValues(Kor::Object* object);
-    static void Unlink(Kor::Object* object);
+    static void Unlink(Kor::Object* object, const std::vector<Kor::Object*>& left);
     std::string& NextText();
     const char* NameOfAnObject();
     std::vector<Kor::Object*> TakeWhatNobodyOwns();
