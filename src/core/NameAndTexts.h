@@ -49,7 +49,7 @@ private:
 
     std::uintptr_t GetBits() const {
         std::uintptr_t bits = 0;
-        std::memcpy(&bits, this, sizeof bits);
+        std::memcpy(&bits, static_cast<const void*>(this), sizeof bits);
         return bits;
     }
     bool HasTexts() const { return (GetBits() & kHasTexts) != 0; }
