@@ -57,8 +57,10 @@ void RemoveProperty(World& world) {
 void SetType(World& world) {
     auto* property = Argument<OviAttributeProperty*>::Take(world);
     OviType* before = OviAttributeProperty_GetType(property);
+    const auto* type = ObjectCast<Type>(reinterpret_cast<Object*>(before));
+    const bool wasLeft = type && type->IsLeftToUsers();
     OviAttributeProperty_SetType(property, Argument<OviType*>::Take(world));
-    if (before && !World::IsOwned(*reinterpret_cast<Object*>(before)))
+    if (wasLeft && !World::IsOwned(*type))
         world.Own(before);
 }
 

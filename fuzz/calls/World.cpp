@@ -178,8 +178,9 @@ World::Transfer::~Transfer() {
 void World::Terminate() {
     Objects ended(objects_);
     ended.HideManaged(host_);
-    Ovi_Terminate();
-    if (!TemplateManager::Exists())
+    const Template* root = TemplateManager::Get()->GetRoot();
+    Ovi_Terminate(); // in which a new manager may begin
+    if (!TemplateManager::Exists() || TemplateManager::Get()->GetRoot() != root)
         objects_ = std::move(ended);
     Forget();
 }
