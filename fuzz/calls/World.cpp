@@ -200,6 +200,7 @@ bool World::MayDelete(Object& object) {
 void World::End() {
     Forget();
     std::vector<Object*> left = TakeWhatNobodyOwns();
+    OpenCircles();
     do
         Ovi_Terminate();
     while (TemplateManager::Exists()); // there may have been several starts
@@ -220,6 +221,22 @@ void World::End() {
     end([](const Object* object) { return !ObjectCast<Type>(object); });
     end([](const Object*) { return true; });
     host_.clear();
+}
+
+/// Types that were left to their users and are their own base types, near or far, would stay for
+/// ever. None goes before all are done.
+void World::OpenCircles() {
+    std::vector<Type*> types;
+    for (Object* object : GetObjects().GetAll()) {
+        if (auto* type = ObjectCast<Type>(object); type && type->IsLeftToUsers())
+            types.push_back(type);
+    }
+    for (Type* type : types)
+        type->AddUse();
+    for (Type* type : types)
+        type->SetBaseType(nullptr);
+    for (Type* type : types)
+        type->ReleaseUse();
 }
 
 void World::Delete(Object* object) {
