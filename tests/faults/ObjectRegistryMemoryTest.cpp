@@ -145,10 +145,15 @@ TEST_F(ObjectRegistryMemory, FindsByBisectionWhereTheIndexOfKeysIsNotMade) {
 class RoomInARegistry : public ::testing::TestWithParam<int> {
 protected:
     RoomInARegistry() {
-        for (int i = 0; i < GetParam(); ++i) {
+        for (int i = 0; i < GetParam(); ++i)
             objects.push_back(std::make_unique<Keyed>("key" + std::to_string(10000 + i)));
-            registry.Insert(objects.back().get());
-        }
+    }
+
+    ObjectRegistry<Keyed> Fill() const {
+        ObjectRegistry<Keyed> registry;
+        for (const auto& object : objects)
+            registry.Insert(object.get());
+        return registry;
     }
 
     /// Keys before all, in the middle of each quarter, and behind all.
@@ -160,14 +165,11 @@ protected:
     }
 
     std::vector<std::unique_ptr<Keyed>> objects;
-    ObjectRegistry<Keyed> registry;
 };
 
 TEST_P(RoomInARegistry, IsEnoughWhereverTheObjectComes) {
     for (const std::string& key : GetPlaces()) {
-        ObjectRegistry<Keyed> fresh;
-        for (const auto& object : objects)
-            fresh.Insert(object.get());
+        ObjectRegistry<Keyed> fresh = Fill();
         Keyed added(key);
         fresh.MakeRoom();
         Allocations::Arm(1, Allocations::kFromThenOn);
@@ -180,9 +182,7 @@ TEST_P(RoomInARegistry, IsEnoughWhereverTheObjectComes) {
 
 TEST_P(RoomInARegistry, IsEnoughForTheKeyItWasMadeFor) {
     for (const std::string& key : GetPlaces()) {
-        ObjectRegistry<Keyed> fresh;
-        for (const auto& object : objects)
-            fresh.Insert(object.get());
+        ObjectRegistry<Keyed> fresh = Fill();
         Keyed added(key);
         fresh.MakeRoomFor(key);
         Allocations::Arm(1, Allocations::kFromThenOn);
@@ -195,20 +195,19 @@ TEST_P(RoomInARegistry, IsEnoughForTheKeyItWasMadeFor) {
 
 TEST_P(RoomInARegistry, IsEnoughAlsoWhenAnotherOneLeavesBefore) {
     for (const std::string& key : GetPlaces()) {
+        ObjectRegistry<Keyed> fresh = Fill();
         Keyed* moved = objects[objects.size() / 2].get();
         const std::string before = moved->key;
         std::string after = key;
-        registry.MakeRoom();
+        fresh.MakeRoom();
         Allocations::Arm(1, Allocations::kFromThenOn);
-        EXPECT_TRUE(registry.RemoveExactly(moved));
+        EXPECT_TRUE(fresh.RemoveExactly(moved));
         moved->key.swap(after);
-        registry.Place(moved);
+        fresh.Place(moved);
         Allocations::Disarm();
         EXPECT_FALSE(Allocations::HasFailed()) << key;
-        EXPECT_EQ(registry.GetAt(registry.Find(key)), moved);
-        EXPECT_TRUE(registry.RemoveExactly(moved));
+        EXPECT_EQ(fresh.GetAt(fresh.Find(key)), moved);
         moved->key = before;
-        registry.Place(moved);
     }
 }
 
