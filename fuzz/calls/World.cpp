@@ -243,7 +243,8 @@ void World::Delete(Object* object) {
     OviObject_Delete(reinterpret_cast<OviObject*>(Traced(object)));
 }
 
-/// Values may hold instances that need properties of any template.
+/// Values may hold instances that need properties of any template. Of those that a template declares
+/// some may be hidden behind others of the same name.
 void World::DropValues(Object* object) {
     const auto drop = [](Object* property) {
         auto* attribute = reinterpret_cast<OviAttributeProperty*>(property);
@@ -255,6 +256,8 @@ void World::DropValues(Object* object) {
     const auto* definition = ObjectCast<Template>(object);
     for (int i = 0; definition && i < definition->GetPropertyCount(); ++i)
         drop(definition->GetPropertyByName(i));
+    for (size_t i = 0; definition && i < definition->GetDeclaredProperties().size(); ++i)
+        drop(definition->GetDeclaredProperties()[i]);
 }
 
 /// Takes away what a type refers to, so that none is deleted while another one needs it; what is
