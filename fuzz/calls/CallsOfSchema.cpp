@@ -36,20 +36,24 @@ void AddProperty(World& world) {
         world.Disown(property);
 }
 
-/// A property that the template only shares with a lower version stays that one's, and one that was
-/// added to another template as well is that one's.
+/// Whether a template still declares the property that deletes it at its own end.
+bool IsOwnedByATemplate(const Property& property) {
+    const auto& holders = property.GetHolders();
+    return std::any_of(holders.begin(), holders.end(), [&](const Template* holder) {
+        const bool isOwner = property.GetOwner() == holder || property.GetKeeper() == holder;
+        return isOwner && Declares(*holder, property);
+    });
+}
+
+/// A property that the template only shares with a lower version stays that one's, and one that
+/// another template owns as well is that one's.
 void RemoveProperty(World& world) {
     auto* owner = Argument<OviTemplate*>::Take(world);
     auto* removed = Argument<OviProperty*>::Take(world);
-    const auto* definition = ObjectCast<Template>(reinterpret_cast<Object*>(owner));
     const auto* property = ObjectCast<Property>(reinterpret_cast<Object*>(removed));
-    const bool isItsOwn =
-        definition && property &&
-        (property->GetOwner() == definition || property->GetKeeper() == definition);
-    if (OviTemplate_RemoveProperty(owner, removed) < 0 || !isItsOwn)
-        return;
-    const Template* other = property->GetOwner();
-    if (!other || other == definition || !Declares(*other, *property))
+    const bool wasOwned = property && IsOwnedByATemplate(*property);
+    OviTemplate_RemoveProperty(owner, removed);
+    if (wasOwned && !IsOwnedByATemplate(*property))
         world.Own(removed);
 }
 

@@ -1,8 +1,11 @@
 // Calls of the functions for types, values and enumerations.
 
+#include <unordered_set>
+
 #include "calls/CallTable.h"
 #include "calls/ValueBlock.h"
 #include "support/Finding.h"
+#include "types/Enumeration.h"
 #include "types/EnumerationItem.h"
 
 using namespace Kor;
@@ -109,6 +112,62 @@ void SetItemValue(World& world) {
     OviEnumerationItem_SetValue(reinterpret_cast<OviEnumerationItem*>(ToHandle(item)), value.Get());
 }
 
+// -- circles: types that are their own base types, near or far, would stay for ever when deleted --
+
+/// What a type keeps alive: its base type and those of the items that it owns.
+std::vector<const Type*> KeptBy(const Type& type) {
+    std::vector<const Type*> kept{type.GetBaseType()};
+    const auto* enumeration = ObjectCast<Enumeration>(&type);
+    for (int i = 0; enumeration && i < enumeration->GetItemCount(); ++i)
+        kept.push_back(enumeration->GetItemAt(i)->GetBaseType());
+    return kept;
+}
+
+bool KeepsItself(const Type& type) {
+    std::vector<const Type*> reached = KeptBy(type);
+    std::unordered_set<const Type*> seen;
+    while (!reached.empty()) {
+        const Type* kept = reached.back();
+        reached.pop_back();
+        if (kept == &type)
+            return true;
+        if (!kept || !seen.insert(kept).second)
+            continue;
+        const std::vector<const Type*> next = KeptBy(*kept);
+        reached.insert(reached.end(), next.begin(), next.end());
+    }
+    return false;
+}
+
+/// Looks at a type that keeps itself, or its enumeration, before its circle is opened again.
+void OpenCircle(World& world, OviObject* handle) {
+    auto* type = ObjectCast<Type>(reinterpret_cast<Object*>(handle));
+    if (!type)
+        return;
+    const auto* item = ObjectCast<EnumerationItem>(type);
+    const Type* owner = item && item->GetEnumeration() ? item->GetEnumeration() : type;
+    if (!KeepsItself(*type) && !KeepsItself(*owner))
+        return;
+    OviType_GetAlignment(ToHandle(type));
+    int size = 0;
+    OviType_WriteToXML(ToHandle(type), 0, &size, nullptr);
+    { const ValueBlock value(world, *type); }
+    OviType_SetBaseType(ToHandle(type), nullptr);
+}
+
+void SetBaseType(World& world) {
+    auto* type = Argument<OviType*>::Take(world);
+    OviType_SetBaseType(type, Argument<OviType*>::Take(world));
+    OpenCircle(world, type);
+}
+
+void AddItem(World& world) {
+    auto* enumeration = Argument<OviEnumeration*>::Take(world);
+    auto* item = Argument<OviEnumerationItem*>::Take(world);
+    OviEnumeration_AddItem(enumeration, item);
+    OpenCircle(world, item);
+}
+
 void NewCustomType(World& world) {
     const char* name = world.PickText();
     world.Own(OviCustomType_New(name, world.PickCount()));
@@ -119,7 +178,7 @@ void NewCustomType(World& world) {
 std::vector<Call> CallsOfTypes() {
     return {
         OVI_READS(OviType_GetBaseType),
-        OVI_TRANSFERS(OviType_SetBaseType),
+        OVI_SPECIAL(OviType_SetBaseType, SetBaseType, Call::kTransfers),
         OVI_READS(OviType_GetAlignment),
         OVI_SPECIAL(OviType_SetAlignment, SetAlignment, kAlone),
         OVI_SPECIAL(OviType_GetValueSize, GetValueSize, kAlone),
@@ -139,7 +198,7 @@ std::vector<Call> CallsOfTypes() {
         OVI_READS(OviType_IsRecycled),
 
         OVI_SPECIAL(OviCustomType_New, NewCustomType, kAlone),
-        OVI_TRANSFERS(OviEnumeration_AddItem),
+        OVI_SPECIAL(OviEnumeration_AddItem, AddItem, Call::kTransfers),
         OVI_READS(OviEnumeration_GetItem),
         OVI_READS(OviEnumeration_GetItemCount),
         OVI_READS(OviEnumeration_GetItemAt),

@@ -200,7 +200,6 @@ bool World::MayDelete(Object& object) {
 void World::End() {
     Forget();
     std::vector<Object*> left = TakeWhatNobodyOwns();
-    OpenCircles();
     do
         Ovi_Terminate();
     while (TemplateManager::Exists()); // there may have been several starts
@@ -223,28 +222,12 @@ void World::End() {
     host_.clear();
 }
 
-/// Types that were left to their users and are their own base types, near or far, would stay for
-/// ever. None goes before all are done.
-void World::OpenCircles() {
-    std::vector<Type*> types;
-    for (Object* object : GetObjects().GetAll()) {
-        if (auto* type = ObjectCast<Type>(object); type && type->IsLeftToUsers())
-            types.push_back(type);
-    }
-    for (Type* type : types)
-        type->AddUse();
-    for (Type* type : types)
-        type->SetBaseType(nullptr);
-    for (Type* type : types)
-        type->ReleaseUse();
-}
-
 void World::Delete(Object* object) {
     OviObject_Delete(reinterpret_cast<OviObject*>(Traced(object)));
 }
 
-/// Values may hold instances that need properties of any template. Of those that a template declares
-/// some may be hidden behind others of the same name.
+/// Values may hold instances that need properties of any template. Of those that a template
+/// declares some may be hidden behind others of the same name.
 void World::DropValues(Object* object) {
     const auto drop = [](Object* property) {
         auto* attribute = reinterpret_cast<OviAttributeProperty*>(property);

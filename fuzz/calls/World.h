@@ -90,7 +90,6 @@ public:
     void LeaveCallback() { --callDepth_; }
 
 private:
-    void OpenCircles();
     static void Delete(Kor::Object* object);
     static void DropValues(Kor::Object* object);
     static void Unlink(Kor::Object* object, const std::vector<Kor::Object*>& left);
