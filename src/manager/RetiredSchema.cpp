@@ -29,8 +29,10 @@ void DropValues(const Template& definition) {
 void LeaveToUsers(const std::vector<Type*>& types) {
     for (Type* type : types)
         type->AddUse(); // none goes before all are done
-    for (Type* type : types)
+    for (Type* type : types) {
+        type->SetRetired(false);
         type->SurviveDeletion();
+    }
     for (Type* type : types)
         type->ReleaseUse();
 }
@@ -55,12 +57,15 @@ bool IsUsedByInstances(const std::vector<Template*>& templates) {
 void RetiredSchema::TakeOver(ObjectRegistry<Template> templates,
                              ObjectRegistry<Enumeration> enumerations, ObjectRegistry<Type> types,
                              std::unordered_set<Type*> displaced) noexcept {
-    const auto leave = [](Type* type) { type->SetRegistered(false); };
+    const auto leave = [](Type* type) {
+        type->SetRegistered(false);
+        type->SetDisplaced(false);
+        type->SetRetired(true);
+    };
     templates.ForEach(leave);
     enumerations.ForEach(leave);
     types.ForEach(leave);
-    for (Type* type : displaced)
-        type->SetDisplaced(false);
+    std::for_each(displaced.begin(), displaced.end(), leave);
     templates_ = std::move(templates);
     enumerations_ = std::move(enumerations);
     types_ = std::move(types);

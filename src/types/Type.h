@@ -147,8 +147,12 @@ public:
     bool IsDisplaced() const { return displaced_; }
     void SetDisplaced(bool displaced) { displaced_ = displaced; }
 
-    /// Hands an unregistered type to those who use it: the last user frees it.
-    void LeaveToUsers() { ownedByUsers_ = !registered_; }
+    /// Whether the type's manager is gone and left it behind: it is freed with the whole schema.
+    bool IsRetired() const { return retired_; }
+    void SetRetired(bool retired) { retired_ = retired; }
+
+    /// Hands a type that nobody else owns to those who use it: the last user frees it.
+    void LeaveToUsers() { ownedByUsers_ = !registered_ && !displaced_ && !retired_; }
     bool IsLeftToUsers() const { return ownedByUsers_; }
     void TakeFromUsers() { ownedByUsers_ = false; }
 
@@ -195,6 +199,7 @@ private:
     bool registered_ = false;
     bool ownedByUsers_ = false;
     bool displaced_ = false;
+    bool retired_ = false;
 };
 
 } // namespace Kor

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "instances/Instance.h"
 #include "manager/TemplateManager.h"
 #include "ovi/object.h"
 #include "schema/Managed.h"
@@ -198,6 +199,31 @@ TEST_F(TemplateManagerTest, ADeletedTypeWhosePlaceAnotherTookBelongsToItsUsersAl
     OviObject_Delete(reinterpret_cast<OviObject*>(static_cast<Object*>(former)));
     EXPECT_TRUE(former->IsLeftToUsers());
     EXPECT_FALSE(former->IsDisplaced()) << "the manager would delete it, too";
+}
+
+TEST_F(TemplateManagerTest, ATypeWhosePlaceAnotherTookStaysTheManagersWhenAPropertyTakesIt) {
+    auto* former = new CustomType("Foo", 1);
+    Manager().AddType(former);
+    Manager().AddType(new CustomType("Foo", 1));
+    {
+        AttributeProperty user("x", 1);
+        user.SetType(former);
+        EXPECT_FALSE(former->IsLeftToUsers()) << "the property would delete it, too";
+    }
+    EXPECT_TRUE(former->IsDisplaced());
+}
+
+TEST_F(TemplateManagerTest, ATypeThatOutlivesItsManagerStaysItsSchemasWhenAPropertyTakesIt) {
+    auto* type = new CustomType("Foo", 1);
+    Manager().AddType(type);
+    const auto instance = std::make_unique<Instance>("keeps the schema");
+    AttributeProperty former("x", 1);
+    former.SetType(type);
+    Manager().Terminate();
+    AttributeProperty user("y", 1);
+    user.SetType(former.GetType());
+    former.SetType(nullptr);
+    EXPECT_FALSE(type->IsLeftToUsers()) << "the property would delete it, too";
 }
 
 TEST_F(TemplateManagerTest, TheLoadedFilesFollowTheDefinitions) {
