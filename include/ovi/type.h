@@ -13,8 +13,8 @@
 /** The type whose behaviour this one borrows or builds on; null when there is none. */
 OVI_API OviType* OviType_GetBaseType(OviType* type);
 
-/** Sets the base type (borrowed; null for none). Types that are base types of each other in a circle
- *  would keep each other for ever when they are deleted: open the circle before. */
+/** Sets the base type (borrowed; null for none). Types that are base types of each other in a
+ * circle would keep each other for ever when they are deleted: open the circle before. */
 OVI_API void OviType_SetBaseType(OviType* type, OviType* base);
 
 /** Alignment in bytes of packed values. */
