@@ -237,10 +237,12 @@ void World::DropValues(Object* object) {
     };
     drop(object); // nothing happens unless it is an attribute
     const auto* definition = ObjectCast<Template>(object);
-    for (int i = 0; definition && i < definition->GetPropertyCount(); ++i)
+    if (!definition)
+        return;
+    for (int i = 0; i < definition->GetPropertyCount(); ++i)
         drop(definition->GetPropertyByName(i));
-    for (size_t i = 0; definition && i < definition->GetDeclaredProperties().size(); ++i)
-        drop(definition->GetDeclaredProperties()[i]);
+    for (Property* property : definition->GetDeclaredProperties())
+        drop(property);
 }
 
 /// Takes away what a type refers to, so that none is deleted while another one needs it; what is

@@ -147,8 +147,7 @@ public:
     bool IsDisplaced() const { return displaced_; }
     void SetDisplaced(bool displaced) { displaced_ = displaced; }
 
-    /// Whether the type's manager is gone and left it behind: it is freed with the whole schema.
-    bool IsRetired() const { return retired_; }
+    /// Set while the type's manager is gone but the type is not: it is freed with the whole schema.
     void SetRetired(bool retired) { retired_ = retired; }
 
     /// Hands a type that nobody else owns to those who use it: the last user frees it.
