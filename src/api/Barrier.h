@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "core/Ending.h"
 #include "core/Object.h"
 #include "ovi/types.h"
 
@@ -10,6 +11,7 @@ namespace Kor::Api {
 /// Runs the body of an exported function. No exception may cross the boundary into hosts, which
 /// are often not written in C++: the fallback is then the result.
 template <class Result, class Body> Result Guard(Result fallback, Body&& body) noexcept {
+    const Ending::Call call;
     try {
         return std::forward<Body>(body)();
     } catch (...) {
@@ -18,6 +20,7 @@ template <class Result, class Body> Result Guard(Result fallback, Body&& body) n
 }
 
 template <class Body> void Guard(Body&& body) noexcept {
+    const Ending::Call call;
     try {
         std::forward<Body>(body)();
     } catch (...) {

@@ -8,7 +8,7 @@ using namespace Kor::Api;
 
 void* OviAttributeInstance_GetValue(OviAttributeInstance* attribute) {
     return With<AttributeInstance>(attribute, static_cast<void*>(nullptr),
-                                   [](AttributeInstance& self) { return self.GetValue(); });
+                                   [](AttributeInstance& self) { return self.HandOutValue(); });
 }
 
 void OviAttributeInstance_SetValue(OviAttributeInstance* attribute, const void* value) {

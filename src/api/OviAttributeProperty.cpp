@@ -35,32 +35,41 @@ bool OviAttributeProperty_SetType(OviAttributeProperty* property, OviType* type)
 
 void* OviAttributeProperty_GetDefaultValue(OviAttributeProperty* property) {
     return With<AttributeProperty>(property, kNoValue,
-                                   [](AttributeProperty& self) { return self.GetDefaultValue(); });
+                                   [](AttributeProperty& self) { return self.HandOut(self.GetDefaultValue()); });
 }
 
 void OviAttributeProperty_SetDefaultValue(OviAttributeProperty* property, void* value) {
     With<AttributeProperty>(property,
-                            [value](AttributeProperty& self) { self.SetDefaultValue(value); });
+                            [value](AttributeProperty& self) {
+        self.SetDefaultValue(value);
+        self.HandOut(value);
+    });
 }
 
 void* OviAttributeProperty_GetMinValue(OviAttributeProperty* property) {
     return With<AttributeProperty>(property, kNoValue,
-                                   [](AttributeProperty& self) { return self.GetMinValue(); });
+                                   [](AttributeProperty& self) { return self.HandOut(self.GetMinValue()); });
 }
 
 void OviAttributeProperty_SetMinValue(OviAttributeProperty* property, void* value) {
     With<AttributeProperty>(property,
-                            [value](AttributeProperty& self) { self.SetMinValue(value); });
+                            [value](AttributeProperty& self) {
+        self.SetMinValue(value);
+        self.HandOut(value);
+    });
 }
 
 void* OviAttributeProperty_GetMaxValue(OviAttributeProperty* property) {
     return With<AttributeProperty>(property, kNoValue,
-                                   [](AttributeProperty& self) { return self.GetMaxValue(); });
+                                   [](AttributeProperty& self) { return self.HandOut(self.GetMaxValue()); });
 }
 
 void OviAttributeProperty_SetMaxValue(OviAttributeProperty* property, void* value) {
     With<AttributeProperty>(property,
-                            [value](AttributeProperty& self) { self.SetMaxValue(value); });
+                            [value](AttributeProperty& self) {
+        self.SetMaxValue(value);
+        self.HandOut(value);
+    });
 }
 
 bool OviAttributeProperty_IsValueValid(OviAttributeProperty* property, const void* value) {

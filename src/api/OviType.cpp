@@ -5,6 +5,7 @@
 #include "api/Barrier.h"
 #include "api/XMLBuffer.h"
 #include "schema/AnchorTypeList.h"
+#include "schema/Template.h"
 #include "types/Type.h"
 
 using namespace Kor;
@@ -37,7 +38,11 @@ int OviType_GetValueSize(OviType* type, const void* value, int count) {
 
 void* OviType_NewValue(OviType* type, const void* initial, int count) {
     return With<Type>(type, static_cast<void*>(nullptr),
-                      [=](Type& self) { return self.NewValue(initial, count); });
+                      [=](Type& self) {
+        void* value = self.NewValue(initial, count);
+        Template::HandOut(self, value, count);
+        return value;
+    });
 }
 
 void OviType_DeleteValue(OviType* type, void* value, int count) {

@@ -16,20 +16,44 @@ NameAndTexts::NameAndTexts(const NameAndTexts& other) : name_(other.GetName()) {
 }
 
 NameAndTexts::~NameAndTexts() {
-    if (HasTexts())
-        delete GetBoth();
-    else
-        name_.~CompactString();
+    Free();
 }
 
-NameAndTexts::Texts& NameAndTexts::EditTexts() {
+void NameAndTexts::Free() noexcept {
+    if (!HasTexts())
+        name_.~CompactString();
+    else if (!IsReplaced())
+        delete GetBoth();
+}
+
+void NameAndTexts::ReplaceBy(void* pointer) noexcept {
+    Free();
+    both_ = reinterpret_cast<std::uintptr_t>(pointer) | kReplaced;
+}
+
+/// Stands for the texts of whoever has none any more. Emptied whenever it is asked for, so that
+/// nothing that is written to it is ever read.
+NameAndTexts::Both* NameAndTexts::GetNothing() {
+    alignas(Both) static unsigned char room[sizeof(Both)];
+    static Both* nothing = new (room) Both(); // never destroyed: it outlives all users
+    nothing->name = CompactString();
+    nothing->texts = Texts();
+    nothing->watched = false;
+    return nothing;
+}
+
+NameAndTexts::Both& NameAndTexts::EditBoth() {
     if (!HasTexts()) {
         auto both = std::make_unique<Both>();
         both->name = std::move(name_);
         name_.~CompactString();
         HoldBoth(both.release());
     }
-    return GetBoth()->texts;
+    return *GetBoth();
+}
+
+NameAndTexts::Texts& NameAndTexts::EditTexts() {
+    return EditBoth().texts;
 }
 
 void NameAndTexts::CopyTexts(const NameAndTexts& other) {
@@ -37,7 +61,9 @@ void NameAndTexts::CopyTexts(const NameAndTexts& other) {
     if (source) {
         Texts copy(*source);
         EditTexts() = std::move(copy);
-    } else if (HasTexts()) {
+    } else if (IsWatched()) {
+        GetBoth()->texts = Texts();
+    } else if (HasTexts() && !IsReplaced()) {
         const std::unique_ptr<Both> both(GetBoth());
         new (&name_) CompactString(std::move(both->name));
     }

@@ -37,15 +37,31 @@ public:
     /// Takes copies of another one's texts in place of these.
     void CopyTexts(const NameAndTexts& other);
 
+    /// Drops name and texts for good and keeps a pointer in their place, which needs no memory.
+    /// From then on both read as empty, and what is written to them is lost.
+    void ReplaceBy(void* pointer) noexcept;
+    bool IsReplaced() const { return (GetBits() & kReplaced) == kReplaced; }
+    void* GetReplacement() const { return reinterpret_cast<void*>(GetBits() & ~kReplaced); }
+
+    /// Marks the object whose name this is, so that its end is told to those who asked. Throws
+    /// std::bad_alloc.
+    void Watch() { EditBoth().watched = true; }
+    bool IsWatched() const { return HasTexts() && GetBoth()->watched; }
+
 private:
     struct Both {
         CompactString name;
         Texts texts;
+        bool watched = false;
     };
 
     /// Set in the pointer when it points to both: blocks of the pool and of the heap begin at even
     /// addresses, and the name is nothing but a pointer to such a block.
     static constexpr std::uintptr_t kHasTexts = 1;
+
+    /// Set when the pointer is one that took the place of everything. With the bit for texts, so
+    /// that reading a name costs one test only.
+    static constexpr std::uintptr_t kReplaced = 2 | kHasTexts;
 
     std::uintptr_t GetBits() const {
         std::uintptr_t bits = 0;
@@ -53,7 +69,12 @@ private:
         return bits;
     }
     bool HasTexts() const { return (GetBits() & kHasTexts) != 0; }
-    Both* GetBoth() const { return reinterpret_cast<Both*>(GetBits() & ~kHasTexts); }
+    Both* GetBoth() const {
+        return IsReplaced() ? GetNothing() : reinterpret_cast<Both*>(GetBits() & ~kHasTexts);
+    }
+    static Both* GetNothing();
+    Both& EditBoth();
+    void Free() noexcept;
     void HoldBoth(Both* both) { both_ = reinterpret_cast<std::uintptr_t>(both) | kHasTexts; }
 
     union {

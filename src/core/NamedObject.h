@@ -20,10 +20,7 @@ public:
     NamedObject() = default;
     /// Takes the name when it passes the name rule; otherwise the name stays empty.
     explicit NamedObject(std::string_view name);
-    ~NamedObject() override {
-        if (endWatcher_)
-            endWatcher_(this);
-    }
+    ~NamedObject() override { TellWatcher(); }
 
     int GetClass() const override { return kClassId; }
     bool ImplementsClass(int id) const override {
@@ -54,9 +51,27 @@ public:
     LocalizedTextTable& EditLabels() { return nameAndTexts_.EditTexts().labels; }
     LocalizedTextTable& EditDescriptions() { return nameAndTexts_.EditTexts().descriptions; }
 
-    /// From now on the watcher is called with every named object that dies, whoever deletes it.
+    // -- the end --------------------------------------------------------------------------------
+
+    /// Takes the object out of every list and registry and lets go of all that it owns or uses, as
+    /// its destructor does. What is left can be destroyed, and until then be used without harm.
+    virtual void Leave() noexcept { TellWatcher(); }
+
+    /// Whether others still use the object, which it therefore has to outlive.
+    virtual bool IsNeeded() const { return false; }
+
+    /// From now on the object belongs to its users: the last of them ends it.
+    virtual void StayForUsers() {}
+
+    /// Whether the object has ended; its memory waits for the end of the call.
+    bool HasEnded() const { return nameAndTexts_.IsReplaced(); }
+
+    /// Has the watcher told of this object's end, whoever deletes it. Throws std::bad_alloc.
     using EndWatcher = void (*)(NamedObject*);
-    static void WatchEnds(EndWatcher watcher) { endWatcher_ = watcher; }
+    void WatchEnd(EndWatcher watcher) {
+        nameAndTexts_.Watch();
+        endWatcher_ = watcher;
+    }
 
 protected:
     NamedObject(const NamedObject& other) = default;
@@ -71,6 +86,13 @@ protected:
     void CopyTexts(const NamedObject& other) { nameAndTexts_.CopyTexts(other.nameAndTexts_); }
 
 private:
+    friend class Ending; // keeps those that ended in a list that runs through their names
+
+    void TellWatcher() {
+        if (nameAndTexts_.IsWatched())
+            endWatcher_(this);
+    }
+
     NameAndTexts nameAndTexts_;
 
     static inline EndWatcher endWatcher_ = nullptr;

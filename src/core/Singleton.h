@@ -2,11 +2,13 @@
 
 #include <new>
 
+#include "core/Ending.h"
+
 namespace Kor {
 
 /// The process-wide object of a manager class: made on first use, null when memory ran out.
 /// The library is used from one thread, so nothing here is synchronised.
-template <class Manager> class Singleton {
+template <class Manager> class Singleton : public Ending::Remains {
 public:
     static Manager* Get() {
         if (!instance_)
@@ -19,17 +21,26 @@ public:
     /// Counts one more user.
     void Initialize() { ++useCount_; }
 
-    /// The last user ends the manager, which goes on being found until it is gone.
+    /// The last user ends the manager, which goes on being found until it is gone. While callbacks
+    /// run it only loses what it has at once: the call that it is in goes on using it.
     void Terminate() {
         if (!DropUser())
             return;
-        delete static_cast<Manager*>(this);
+        if (Ending::IsDeferred())
+            static_cast<Manager*>(this)->Empty();
+        else
+            delete static_cast<Manager*>(this);
         Forget();
+        if (Ending::IsDeferred())
+            Ending::Free(this);
     }
+
+    /// Whether this is the one that is found.
+    bool IsCurrent() const { return instance_ == this; }
 
 protected:
     Singleton() = default;
-    ~Singleton() = default;
+    ~Singleton() override = default;
 
     /// True when nobody uses the manager any more.
     bool DropUser() { return --useCount_ <= 0; }

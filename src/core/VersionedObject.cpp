@@ -8,6 +8,10 @@ VersionedObject::VersionedObject(const VersionedObject& source)
 }
 
 VersionedObject::~VersionedObject() {
+    LeaveVersions();
+}
+
+void VersionedObject::LeaveVersions() noexcept {
     Unlink();
     while (firstSuccessor_)
         firstSuccessor_->SetPrevious(nullptr);

@@ -26,6 +26,9 @@ protected:
     /// A copy succeeds the object it was copied from.
     VersionedObject(const VersionedObject& source);
 
+    /// Takes away the links to the predecessor and from the successors.
+    void LeaveVersions() noexcept;
+
 private:
     void Unlink();
 

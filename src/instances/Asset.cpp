@@ -1,6 +1,7 @@
 #include "instances/Asset.h"
 
 #include <string>
+#include <utility>
 
 #include "instances/AssetManager.h"
 #include "notify/NotificationManager.h"
@@ -23,9 +24,17 @@ private:
 
 } // namespace
 
-/// An asset that is deleted by hand leaves the scene's list with it.
 Asset::~Asset() {
-    if (listed_ && AssetManager::Exists())
+    LeaveScene();
+}
+
+void Asset::Leave() noexcept {
+    LeaveScene();
+    Instance::Leave();
+}
+
+void Asset::LeaveScene() noexcept {
+    if (std::exchange(listed_, false) && AssetManager::Exists())
         AssetManager::Get()->Unlist(*this);
 }
 
@@ -40,9 +49,11 @@ void Asset::SetReference(std::string_view reference, bool announce) {
             assets->MakeRoomForFile(file);
         if (notifications)
             notifications->NotifyInstance(this, kReferenceChanged, text.data());
-        if (assets)
+        if (assets && !HasEnded())
             LetGoOfFile(*assets);
     }
+    if (HasEnded())
+        return;
     reference_ = std::move(stored);
     if (announce && assets && !reference_.IsEmpty() && !lettingGo_)
         assets->ReferenceFile(*this, std::move(file));

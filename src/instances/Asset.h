@@ -34,12 +34,16 @@ public:
     bool IsListed() const { return listed_; }
     void SetListed(bool listed) { listed_ = listed; }
 
+    /// Takes itself out of the scene.
+    void Leave() noexcept override;
+
 protected:
     void MakeRoomInSortedLists() override;
     void LeaveSortedLists() override;
     void EnterSortedLists() override;
 
 private:
+    void LeaveScene() noexcept;
     void LetGoOfFile(AssetManager& assets);
 
     bool listed_ = false;

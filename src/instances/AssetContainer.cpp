@@ -1,5 +1,6 @@
 #include "instances/AssetContainer.h"
 
+#include "core/Ending.h"
 #include "core/Names.h"
 #include "core/Prefetch.h"
 
@@ -64,7 +65,10 @@ void AssetContainer::Clear() {
     while (Asset* last = assets_.TakeLast()) {
         Prefetch(assets_.PeekFromEnd(kPrefetchDistance));
         last->SetListed(false);
-        delete last;
+        if (Ending::IsDeferred())
+            Ending::End(last);
+        else
+            delete last;
     }
 }
 

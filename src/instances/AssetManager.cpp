@@ -121,7 +121,7 @@ Asset* AssetManager::NewAsset(const char* name) {
     int index = AddAsset(created.get());
     Asset* asset = created.release();
     Announce(asset, kAssetAdded, &index);
-    return asset;
+    return asset->HasEnded() ? nullptr : asset;
 }
 
 std::string AssetManager::FindFreeName() {

@@ -54,6 +54,9 @@ private:
     AssetManager() = default;
     ~AssetManager() override = default;
 
+    /// What ending means while the memory has to stay.
+    void Empty() { Clear(); }
+
     std::string FindFreeName();
 
     struct FileUse {

@@ -30,6 +30,12 @@ AttributeInstance::~AttributeInstance() {
     OrphanNestedInstances();
 }
 
+void AttributeInstance::Leave() noexcept {
+    if (value_ && HoldsInstances())
+        FreeValue();
+    PropertyInstance::Leave();
+}
+
 const AttributeProperty& AttributeInstance::GetAttributeProperty() const {
     return static_cast<const AttributeProperty&>(*GetProperty());
 }
@@ -74,6 +80,15 @@ void* AttributeInstance::GetValue() {
     return value_.Get();
 }
 
+void* AttributeInstance::HandOutValue() {
+    void* block = GetValue();
+    if (!block || !HoldsInstances())
+        return block;
+    value_.HandOut();
+    Template::HandOut(*value_.GetType(), block, dimension_);
+    return block;
+}
+
 /// The copy is made first: callbacks may change or free what the source points to.
 void AttributeInstance::SetValue(const void* source) {
     const TypeRef type(GetType());
@@ -84,6 +99,8 @@ void AttributeInstance::SetValue(const void* source) {
     copy.Make(*type.Get(), source, dimension);
     Announce(*type.Get(), copy.Get(), dimension);
     RemoveNestedTemplates();
+    if (HasEnded())
+        return;
     TakeValue(copy, dimension);
     if (HoldsInstances()) {
         LinkNestedInstance();
@@ -102,7 +119,8 @@ void AttributeInstance::SetValueFromTexts(const char* const* texts, int count) {
         type->GetValueFromString(texts[i], made.Get(), i);
     Announce(*type.Get(), made.Get(), dimension);
     RemoveNestedTemplates();
-    TakeValue(made, dimension);
+    if (!HasEnded())
+        TakeValue(made, dimension);
 }
 
 bool AttributeInstance::SetNestedInstance(std::unique_ptr<Instance>& instance, int index) {
@@ -114,10 +132,12 @@ bool AttributeInstance::SetNestedInstance(std::unique_ptr<Instance>& instance, i
         return false;
     const Instance* first = index == 0 ? instance.get() : GetNestedInstance(0);
     Announce(*type, &first, 1);
-    if (index == 0) {
+    if (index == 0)
         RemoveNestedTemplates();
+    if (HasEnded())
+        return false;
+    if (index == 0)
         FreeValue();
-    }
     ResizeNested(type, variable ? index + 1 : dimension_);
     Instance* nested = instance.get();
     StoreNestedInstance(std::move(instance), index);
@@ -132,7 +152,7 @@ void AttributeInstance::StoreNestedInstance(std::unique_ptr<Instance> instance, 
     Instance*& element = static_cast<Instance**>(value_.Get())[index];
     if (element) {
         element->AttachSilently(nullptr);
-        element->Abandon();
+        element->LoseValue();
     }
     element = instance.release();
 }
@@ -171,9 +191,8 @@ void AttributeInstance::RemoveNestedTemplates() const {
 
 void AttributeInstance::AnnounceNestedTemplates() const {
     Instance* first = GetNestedInstance(0);
-    NotificationManager* notifications = NotificationManager::Get();
-    for (int i = 0; first && notifications && i < first->GetTemplateCount(); ++i)
-        notifications->NotifyInstance(first, kTemplateAdded, first->GetTemplateAt(i));
+    for (int i = 0; first && i < first->GetTemplateCount(); ++i)
+        first->Notify(kTemplateAdded, first->GetTemplateAt(i));
 }
 
 void AttributeInstance::OrphanNestedInstances() const {

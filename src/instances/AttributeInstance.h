@@ -96,6 +96,12 @@ public:
     void MakeEmptyNestedValue() { ResizeNested(GetType(), dimension_); }
     void StoreNestedInstance(std::unique_ptr<Instance> instance, int index);
 
+    /// The value block for the host, which may then keep the instances inside.
+    void* HandOutValue();
+
+    /// A value of instances goes, so that these learn of it.
+    void Leave() noexcept override;
+
     /// Called by a nested instance that is deleted by hand.
     void ForgetNestedInstance(const Instance& nested);
 

@@ -6,6 +6,7 @@
 #include <limits>
 #include <unordered_set>
 
+#include "core/Ending.h"
 #include "core/Undo.h"
 #include "instances/Instance.h"
 #include "xml/XMLWriter.h"
@@ -27,14 +28,39 @@ GeometryInstance::~GeometryInstance() {
     DeleteNodes();
 }
 
+void GeometryInstance::Leave() noexcept {
+    DeleteNodes();
+    PropertyInstance::Leave();
+}
+
 void GeometryInstance::DeleteNodes() {
-    for (NodeInstance* node : nodes_) {
-        if (!node)
-            continue;
-        node->SetGeometry(nullptr);
-        node->LeaveInstance(); // which does not list it
-        delete node;
-    }
+    for (NodeInstance* node : nodes_)
+        DeleteNode(node);
+    nodes_.clear();
+}
+
+void GeometryInstance::DeleteNode(NodeInstance* node) {
+    if (!node)
+        return;
+    node->SetGeometry(nullptr);
+    node->LeaveInstance(); // which does not list it
+    Ending::End(node);
+}
+
+bool GeometryInstance::HasNodesOf(const std::unordered_set<const Property*>& alternates) const {
+    return std::any_of(nodes_.begin(), nodes_.end(), [&alternates](const NodeInstance* node) {
+        return node && alternates.count(node->GetProperty()) > 0;
+    });
+}
+
+void GeometryInstance::DropNodesOf(const std::unordered_set<const Property*>& alternates) {
+    const auto goes = [&alternates](NodeInstance* node) {
+        const bool isOfThem = node && alternates.count(node->GetProperty()) > 0;
+        if (isOfThem)
+            DeleteNode(node);
+        return isOfThem;
+    };
+    nodes_.erase(std::remove_if(nodes_.begin(), nodes_.end(), goes), nodes_.end());
 }
 
 NodeInstance* GeometryInstance::GetNodeInstanceAt(int index) const {

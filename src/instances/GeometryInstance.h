@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <unordered_set>
 #include <vector>
 
 #include "instances/NodeInstance.h"
@@ -48,8 +49,16 @@ public:
     /// the number counts in the result, by intent.
     int WriteToBinary(void* buffer, int bufferSize) const override;
     void CopyFrom(const PropertyInstance& source) override;
+    void Leave() noexcept override;
+
+    /// Ends the node instances of alternates that ended, so that what is left goes by the places of
+    /// the other alternates.
+    void DropNodesOf(const std::unordered_set<const Property*>& alternates);
+    bool HasNodesOf(const std::unordered_set<const Property*>& alternates) const;
 
 private:
+    static void DeleteNode(NodeInstance* node);
+
     void DeleteNodes();
     bool EachGoesByItsPlace(const GeometryProperty& property) const;
     bool NodesGoByPlace() const;

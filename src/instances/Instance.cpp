@@ -4,11 +4,13 @@
 #include <utility>
 #include <vector>
 
+#include "core/Ending.h"
 #include "core/Names.h"
 #include "core/Prefetch.h"
 #include "core/Undo.h"
 #include "instances/Asset.h"
 #include "instances/AttributeInstance.h"
+#include "instances/LivingInstances.h"
 #include "instances/OpenInstances.h"
 #include "instances/PropertyPlaces.h"
 #include "instances/UnlistedPropertyInstance.h"
@@ -40,16 +42,30 @@ bool IsFirstOfName(const SortedObjectList<PropertyInstance>& sorted, int index,
 } // namespace
 
 Instance::Instance(std::string_view name, Place place)
-    : NamedObject(name), freeStanding_(place == kFreeStanding) {
+    : NamedObject(name), hasParent_(false), freeStanding_(place == kFreeStanding),
+      handedOut_(false) {
     MakeRoomForAbandoned();
+    livingPlace_ = LivingInstances::Add(*this);
     ++count_;
     if (freeStanding_)
         ++freeStandingCount_;
 }
 
 Instance::~Instance() {
+    LetGo();
+    LivingInstances::Remove(livingPlace_);
+    --count_;
+}
+
+void Instance::Leave() noexcept {
+    LetGo();
+    NamedObject::Leave();
+}
+
+void Instance::LetGo() noexcept {
     if (auto* holder = ObjectCast<AttributeInstance>(holder_))
         holder->ForgetNestedInstance(*this);
+    AttachSilently(nullptr);
     if (abandonedPlace_ > 0)
         LeaveAbandoned();
     if (openPlace_ > 0)
@@ -57,7 +73,6 @@ Instance::~Instance() {
     DeletePropertyInstances();
     ReleaseTemplates();
     BecomeValueElement();
-    --count_;
 }
 
 // The name may be the instance's own text, which a callback may change: it is copied first.
@@ -65,7 +80,7 @@ bool Instance::SetName(const char* name) {
     const std::string given(TextOf(name));
     std::string shown(given);
     Notify(kInstanceRenamed, shown.data());
-    if (!IsValidName(given))
+    if (HasEnded() || !IsValidName(given))
         return false;
     CompactString fresh(given);
     MakeRoomInSortedLists();
@@ -76,8 +91,11 @@ bool Instance::SetName(const char* name) {
 }
 
 void Instance::Notify(int event, void* argument) {
-    if (NotificationManager* notifications = NotificationManager::Get())
-        notifications->NotifyInstance(this, event, argument);
+    NotificationManager* notifications = NotificationManager::Get();
+    if (!notifications || !notifications->HasInstanceListeners())
+        return;
+    HandOut();
+    notifications->NotifyInstance(this, event, argument);
 }
 
 // -- property instances ---------------------------------------------------------------------------
@@ -134,24 +152,29 @@ PropertyInstance* Instance::AddPropertyInstance(Property& property, bool notify)
     PropertyInstance* added = created.release();
     if (notify)
         Notify(kPropertyAdded, added);
-    return added;
+    return added->HasEnded() ? nullptr : added;
 }
 
 int Instance::RemovePropertyInstance(Property& property, bool notify) {
     PropertyInstance* found = Sorted().Get(property.GetFullName());
     if (!found)
         return -1;
-    const int index = Sorted().Remove(found);
-    const UnlistedPropertyInstance removed(*found, UnlistedPropertyInstance::kGoes);
+    const int index = Sorted().IndexOf(found);
+    RemoveListed(*found, notify);
+    return index;
+}
+
+void Instance::RemoveListed(PropertyInstance& listed, bool notify) {
+    Sorted().RemoveExactly(&listed);
+    const UnlistedPropertyInstance removed(listed, UnlistedPropertyInstance::kGoes);
     if (notify)
-        Notify(kPropertyRemoved, found);
+        Notify(kPropertyRemoved, &listed);
     if (openPlace_ > 0)
-        OpenInstances::ForgetPropertyInstance(*this, found);
+        OpenInstances::ForgetPropertyInstance(*this, &listed);
     if (PropertyInstance* left = removed.Get()) {
         left->LeaveInstance();
-        delete left;
+        Ending::End(left);
     }
-    return index;
 }
 
 void Instance::ForgetPropertyInstance(PropertyInstance& propertyInstance) {
@@ -214,9 +237,15 @@ void Instance::MakeRoomForAbandoned() {
         abandoned.reserve(2 * count_ + 1);
 }
 
-void Instance::Abandon() {
+void Instance::LoseValue() {
     if (abandonedPlace_ > 0)
         return;
+    Abandon();
+    if (!handedOut_)
+        Ending::EndLater(this);
+}
+
+void Instance::Abandon() {
     Abandoned().push_back(this);
     abandonedPlace_ = static_cast<unsigned>(Abandoned().size());
 }
@@ -271,7 +300,10 @@ void Instance::DeletePropertyInstances() {
         Prefetch(propertyInstance);
     for (PropertyInstance* propertyInstance : all) {
         propertyInstance->LeaveInstance();
-        delete propertyInstance;
+        if (Ending::IsDeferred())
+            Ending::End(propertyInstance);
+        else
+            delete propertyInstance;
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <unordered_set>
 
 #include "core/BlockPool.h"
 #include "core/NamedObject.h"
@@ -86,6 +87,9 @@ public:
     /// deliberately not looked at.
     virtual bool IsValid() const;
 
+    /// Tells the host's callbacks, if there are any, of an event.
+    void Notify(int event, void* argument);
+
     // -- packed form ----------------------------------------------------------------------------
 
     /// The sum of the templates' value sizes; may make property instances, and is deliberately not
@@ -123,8 +127,22 @@ public:
     /// Makes a free-standing instance an element of a value.
     void BecomeValueElement();
 
-    /// Called when the value that held the instance is gone while the instance deliberately stays.
-    void Abandon();
+    /// Takes itself out of the value that it is an element of, and lets go of all templates.
+    void Leave() noexcept override;
+
+    /// Called when the value that held the instance is gone. It goes, too, unless the host may have
+    /// its handle: then it stays, abandoned.
+    void LoseValue();
+
+    /// The host gets the handle.
+    void HandOut() { handedOut_ = true; }
+
+    /// Takes away what the instance has of a template (or null) that ended and of such properties.
+    void DropEnded(const Template* ended, const std::unordered_set<const Property*>& properties);
+
+    /// Whether it has anything of them.
+    bool HasAnyOf(const Template* ended,
+                  const std::unordered_set<const Property*>& properties) const;
 
     /// Takes templates and property instances away from all abandoned instances, so that the
     /// schema can go. Gives the templates that they used.
@@ -138,6 +156,7 @@ public:
 
     /// Where scene readers have the instance open, as OpenInstances counts; 0 when none has.
     size_t GetOpenPlace() const { return openPlace_; }
+    void SetLivingPlace(unsigned place) { livingPlace_ = place; }
     void SetOpenPlace(size_t place) { openPlace_ = static_cast<unsigned>(place); }
 
 protected:
@@ -169,8 +188,10 @@ private:
     void DeletePropertyInstances();
     void ReleaseTemplates();
     static void MakeRoomForAbandoned();
+    void LetGo() noexcept;
+    void Abandon();
     void LeaveAbandoned();
-    void Notify(int event, void* argument);
+    void RemoveListed(PropertyInstance& listed, bool notify);
     void AnnounceDroppedProperties(const Template& old, const Template& next);
     void UpdateProperty(Property& property, bool notify);
     void CopyShallow(const Instance& source);
@@ -181,8 +202,10 @@ private:
     PropertyInstance* holder_ = nullptr;
     unsigned openPlace_ = 0;
     unsigned abandonedPlace_ = 0; // one past the place among the abandoned ones
-    bool hasParent_ = false;
-    bool freeStanding_;
+    unsigned livingPlace_;
+    bool hasParent_ : 1;
+    bool freeStanding_ : 1;
+    bool handedOut_ : 1;
 
     static inline int freeStandingCount_ = 0;
     static inline size_t count_ = 0; // alive; any of them may be abandoned

@@ -1,5 +1,6 @@
 // The part of an instance that implements templates, and what comes and goes with them.
 
+#include <algorithm>
 #include <limits>
 #include <memory>
 #include <string>
@@ -7,6 +8,7 @@
 #include <vector>
 
 #include "core/Undo.h"
+#include "instances/GeometryInstance.h"
 #include "instances/Instance.h"
 #include "instances/UnlistedPropertyInstance.h"
 #include "manager/TemplateManager.h"
@@ -20,6 +22,8 @@ int Instance::AddTemplate(Template* added, bool notify) {
     Undo listed([&] { UnlistTemplate(added, replaced); });
     if (notify)
         Notify(kTemplateAdded, added);
+    if (HasEnded() || added->HasEnded())
+        return -1;
     AddPropertyInstances(added->GetInstanceProperties());
     listed.Forget();
     if (replaced)
@@ -124,9 +128,11 @@ int Instance::UpdateTemplate(Template* old, bool notify) {
     const std::vector<Property*> properties(next->GetOwnProperties().begin(),
                                             next->GetOwnProperties().end());
     for (Property* property : properties) {
-        if (property->GetVersion() == next->GetVersion())
+        if (property->GetVersion() == next->GetVersion() && !property->HasEnded() && !HasEnded())
             UpdateProperty(*property, notify);
     }
+    if (HasEnded())
+        return -1;
     updated.Forget();
     if (replaced)
         replaced->RemoveInstance();
@@ -171,6 +177,39 @@ void Instance::UpdateProperty(Property& property, bool notify) {
         void* argument = event == kPropertyDeprecated ? nullptr : &property;
         notifications->NotifyPropertyInstance(found, event, argument);
     }
+}
+
+/// As when the template is removed: properties first. Callbacks hear of a template that has ended,
+/// whose memory stays meanwhile.
+void Instance::DropEnded(const Template* ended,
+                         const std::unordered_set<const Property*>& properties) {
+    for (PropertyInstance* listed : Sorted().GetAll()) {
+        if (listed->GetInstance() != this)
+            continue; // a callback gave it to another owner
+        if (auto* geometry = ObjectCast<GeometryInstance>(listed))
+            geometry->DropNodesOf(properties);
+        if (properties.count(listed->GetProperty()) > 0)
+            RemoveListed(*listed, true);
+    }
+    const auto& templates = Templates();
+    const auto found = std::find(templates.begin(), templates.end(), ended);
+    if (!ended || found == templates.end())
+        return;
+    Template* implemented = *found;
+    Templates().RemoveExactly(implemented);
+    implemented->RemoveInstance();
+    Notify(kTemplateRemoved, implemented);
+}
+
+bool Instance::HasAnyOf(const Template* ended,
+                        const std::unordered_set<const Property*>& properties) const {
+    const auto isAmong = [&properties](const PropertyInstance* candidate) {
+        const auto* geometry = ObjectCast<GeometryInstance>(candidate);
+        return properties.count(candidate->GetProperty()) > 0 ||
+               (geometry && geometry->HasNodesOf(properties));
+    };
+    return (ended && std::find(templates_.begin(), templates_.end(), ended) != templates_.end()) ||
+           std::any_of(propertyInstances_.begin(), propertyInstances_.end(), isAmong);
 }
 
 Template* Instance::GetTemplate(std::string_view name) const {

@@ -5,7 +5,12 @@
 
 namespace Kor {
 
-NodeInstance::~NodeInstance() {
+void NodeInstance::Leave() noexcept {
+    LeaveGeometry();
+    AttributeInstance::Leave();
+}
+
+void NodeInstance::LeaveGeometry() noexcept {
     if (geometry_)
         geometry_->ForgetNodeInstance(*this);
 }

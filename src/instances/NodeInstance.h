@@ -15,8 +15,7 @@ public:
     NodeInstance(Instance& instance, NodeProperty& property)
         : AttributeInstance(instance, property) {}
 
-    /// Takes itself out of the geometry that it stands in.
-    ~NodeInstance() override;
+    ~NodeInstance() override { LeaveGeometry(); }
 
     int GetClass() const override { return kClassId; }
     bool ImplementsClass(int id) const override {
@@ -31,7 +30,12 @@ public:
     GeometryInstance* GetGeometry() const { return geometry_; }
     void SetGeometry(GeometryInstance* geometry) { geometry_ = geometry; }
 
+    /// Takes itself out of the geometry that it stands in.
+    void Leave() noexcept override;
+
 private:
+    void LeaveGeometry() noexcept;
+
     GeometryInstance* geometry_ = nullptr;
 };
 

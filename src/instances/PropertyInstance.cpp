@@ -1,5 +1,7 @@
 #include "instances/PropertyInstance.h"
 
+#include <utility>
+
 #include "instances/Instance.h"
 #include "notify/NotificationManager.h"
 #include "schema/Property.h"
@@ -12,10 +14,16 @@ PropertyInstance::PropertyInstance(Instance& instance, Property& property)
     property.AddUse();
 }
 
-PropertyInstance::~PropertyInstance() {
+void PropertyInstance::Leave() noexcept {
+    LetGo();
+    NamedObject::Leave();
+}
+
+void PropertyInstance::LetGo() noexcept {
     if (instance_)
-        instance_->ForgetPropertyInstance(*this);
-    property_->ReleaseUse();
+        std::exchange(instance_, nullptr)->ForgetPropertyInstance(*this);
+    if (std::exchange(usesProperty_, false))
+        property_->ReleaseUse();
 }
 
 std::string_view PropertyInstance::GetKey() const {

@@ -15,7 +15,7 @@ class PropertyInstance : public NamedObject, public Pooled {
 public:
     static constexpr int kClassId = kPropertyInstanceClass;
 
-    ~PropertyInstance() override;
+    ~PropertyInstance() override { LetGo(); }
 
     int GetClass() const override { return kClassId; }
     bool ImplementsClass(int id) const override {
@@ -45,6 +45,9 @@ public:
     bool SetBindingLocked(bool locked);
     bool SetValueLocked(bool locked);
 
+    /// Leaves its instance and no longer counts as a user of its property.
+    void Leave() noexcept override;
+
     // -- what the kinds supply ------------------------------------------------------------------
 
     /// As an element of a scene file.
@@ -69,12 +72,14 @@ protected:
     PropertyInstance(Instance& instance, Property& property);
 
 private:
+    void LetGo() noexcept;
     void ChangeLock(bool& stored, bool locked, int event);
 
     Property* property_;
     Instance* instance_;
     bool bindingLocked_ = false;
     bool valueLocked_ = false;
+    bool usesProperty_ = true;
 };
 
 } // namespace Kor

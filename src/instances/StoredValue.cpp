@@ -86,6 +86,7 @@ void StoredValue::Take(StoredValue& other) {
     Clear();
     std::memcpy(room_, other.room_, kRoom); // a pointer to a block outside included
     isInside_ = std::exchange(other.isInside_, false);
+    handedOut_ = std::exchange(other.handedOut_, false);
     count_ = other.count_;
     type_ = std::move(other.type_);
     other.block_ = nullptr;
@@ -98,7 +99,9 @@ void StoredValue::Clear() {
         type_->EndElements(room_, count_);
     else if (block_ != emptyBlock)
         type_->DeleteValue(block_, count_);
-    isInside_ = false;
+    if (HoldsInstances() && !handedOut_)
+        std::free(block_); // the type leaves the array to those who know it
+    isInside_ = handedOut_ = false;
     block_ = nullptr;
     type_.Reset(nullptr);
 }

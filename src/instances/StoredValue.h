@@ -43,6 +43,9 @@ public:
     /// Ends the block.
     void Clear();
 
+    /// Marks an array of references as known to the host, which may keep it: it is never freed.
+    void HandOut() { handedOut_ = true; }
+
 private:
     static constexpr size_t kRoom = 16;
 
@@ -56,6 +59,7 @@ private:
     };
     int count_ = 0;
     bool isInside_ = false;
+    bool handedOut_ = false;
 };
 
 } // namespace Kor

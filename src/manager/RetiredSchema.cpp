@@ -4,6 +4,7 @@
 #include <new>
 #include <utility>
 
+#include "core/Ending.h"
 #include "manager/TypeGroup.h"
 #include "schema/AttributeProperty.h"
 
@@ -31,7 +32,7 @@ void LeaveToUsers(const std::vector<Type*>& types) {
         type->AddUse(); // none goes before all are done
     for (Type* type : types) {
         type->SetRetired(false);
-        type->SurviveDeletion();
+        Ending::End(type);
     }
     for (Type* type : types)
         type->ReleaseUse();
@@ -75,6 +76,22 @@ void RetiredSchema::TakeOver(ObjectRegistry<Template> templates,
 void RetiredSchema::Retire(std::unique_ptr<RetiredSchema> schema) noexcept {
     Wait(std::move(schema));
     Release();
+}
+
+void RetiredSchema::Forget(Type& type) noexcept {
+    for (RetiredSchema* schema = waiting; schema; schema = schema->next_)
+        schema->Drop(type);
+    type.SetRetired(false);
+}
+
+void RetiredSchema::Drop(Type& type) noexcept {
+    displaced_.erase(&type);
+    if (auto* definition = ObjectCast<Template>(&type))
+        templates_.RemoveExactly(definition);
+    else if (auto* enumeration = ObjectCast<Enumeration>(&type))
+        enumerations_.RemoveExactly(enumeration);
+    else
+        types_.RemoveExactly(&type);
 }
 
 void RetiredSchema::Wait(std::unique_ptr<RetiredSchema> schema) noexcept {

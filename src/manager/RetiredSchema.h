@@ -27,11 +27,15 @@ public:
     /// Deletes the objects, now or later.
     static void Retire(std::unique_ptr<RetiredSchema> schema) noexcept;
 
+    /// Called by a type that ends before the schema does.
+    static void Forget(Type& type) noexcept;
+
     /// Called when something may have been the last that needed a schema.
     static void Release() noexcept;
 
 private:
     static void Wait(std::unique_ptr<RetiredSchema> schema) noexcept;
+    void Drop(Type& type) noexcept;
     bool TryToDelete() noexcept;
     bool Delete();
     std::vector<Type*> Collect() const;

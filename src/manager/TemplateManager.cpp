@@ -51,6 +51,12 @@ void TemplateManager::RegisterBuiltInTypes() {
 }
 
 TemplateManager::~TemplateManager() {
+    Empty();
+}
+
+void TemplateManager::Empty() {
+    if (!retired_)
+        return;
     retired_->TakeOver(std::move(templates_), std::move(enumerations_), std::move(types_),
                        std::move(displaced_));
     RetiredSchema::Retire(std::move(retired_));
@@ -62,7 +68,9 @@ void TemplateManager::Terminate() {
     if (!DropUser())
         return;
     Forget();
-    delete this;
+    if (Ending::IsDeferred())
+        Empty();
+    Ending::Free(this);
 }
 
 /// What leaving a registry means: a file without definitions counts as unloaded.

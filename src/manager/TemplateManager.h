@@ -193,16 +193,16 @@ public:
     /// Takes a type out that is to belong to somebody else.
     void GiveAway(Type& type);
 
-    /// Called by a displaced type at its end.
-    void ForgetDisplaced(Type& type) { displaced_.erase(&type); }
-
 private:
     friend class Singleton<TemplateManager>;
     using FileIndex = std::map<std::string, std::unordered_set<Type*>, LessIgnoringCase>;
 
     TemplateManager();
     explicit TemplateManager(std::unique_ptr<RetiredSchema> retired);
-    virtual ~TemplateManager();
+    ~TemplateManager() override;
+
+    /// What ending means while the memory has to stay.
+    void Empty();
 
     void RegisterBuiltInTypes();
     template <class T> int Register(ObjectRegistry<T>& registry, T* object);

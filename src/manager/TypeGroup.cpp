@@ -4,6 +4,7 @@
 #include <iterator>
 #include <unordered_map>
 
+#include "core/Ending.h"
 #include "types/Enumeration.h"
 
 namespace Kor {
@@ -83,7 +84,7 @@ void TypeGroup::Delete(const std::vector<Type*>& types) {
     for (Type* type : types)
         type->SetBaseType(nullptr);
     for (Type* type : types)
-        delete type;
+        Ending::End(type);
 }
 
 } // namespace Kor

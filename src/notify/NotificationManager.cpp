@@ -4,7 +4,7 @@
 #include <functional>
 
 // Commands belong to the property of the property instance that an event concerns.
-#include "instances/PropertyInstance.h"
+#include "instances/Instance.h"
 #include "schema/Command.h"
 #include "schema/Property.h"
 
@@ -70,25 +70,33 @@ bool NotificationManager::UnregisterPropertyInstanceCallback(void* userData) {
 
 // The walk goes by index, so that a callback that (against the rules) changes the list meets a
 // skipped or repeated callback at worst.
-void NotificationManager::Call(const Records& records, void* object, int event, void* argument) {
-    for (size_t i = 0; i < records.size(); ++i) {
+void NotificationManager::Call(const Records& records, NamedObject& object, int event,
+                               void* argument) {
+    const Ending::Deferral deferral;
+    for (size_t i = 0; i < records.size() && !object.HasEnded(); ++i) {
         const Record record = records[i];
         if (record.callback)
-            record.callback(record.userData, object, event, argument);
+            record.callback(record.userData, &object, event, argument);
     }
 }
 
+void NotificationManager::Empty() {
+    instanceCallbacks_.clear();
+    propertyInstanceCallbacks_.clear();
+}
+
 void NotificationManager::NotifyInstance(Instance* instance, int event, void* argument) {
-    Call(instanceCallbacks_, instance, event, argument);
+    if (!instanceCallbacks_.empty())
+        Call(instanceCallbacks_, *instance, event, argument);
 }
 
 void NotificationManager::NotifyPropertyInstance(PropertyInstance* propertyInstance, int event,
                                                  void* argument) {
     if (propertyInstanceCallbacks_.empty())
         return;
-    Call(propertyInstanceCallbacks_, propertyInstance, event, argument);
+    Call(propertyInstanceCallbacks_, *propertyInstance, event, argument);
     for (std::string& name : GetTriggeredCommands(*propertyInstance->GetProperty(), event))
-        Call(propertyInstanceCallbacks_, propertyInstance, kExecuteCommand, name.data());
+        Call(propertyInstanceCallbacks_, *propertyInstance, kExecuteCommand, name.data());
 }
 
 /// Copies of the names: callbacks may write into what they get, and delete commands.

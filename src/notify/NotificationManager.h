@@ -10,6 +10,7 @@
 namespace Kor {
 
 class Instance;
+class NamedObject;
 class Property;
 class PropertyInstance;
 
@@ -65,8 +66,8 @@ public:
     void NotifyInstance(Instance* instance, int event, void* argument);
 
     /// Calls every property-instance callback, and then once more, as "ExecuteCommand", for each
-    /// command of the property that this event triggers in the current host. The property instance
-    /// is used up to the end: callbacks must not delete it.
+    /// command of the property that this event triggers in the current host. Once a callback ended
+    /// the object, the others are not told of it any more.
     void NotifyPropertyInstance(PropertyInstance* propertyInstance, int event, void* argument);
 
     bool HasInstanceListeners() const { return !instanceCallbacks_.empty(); }
@@ -89,12 +90,15 @@ private:
     using Codes = std::map<std::string, int, std::less<>>;
 
     NotificationManager();
-    ~NotificationManager() = default;
+    ~NotificationManager() override = default;
+
+    /// No callback is called any more.
+    void Empty();
 
     static Records::iterator Locate(Records& records, void* userData);
     static bool Register(Records& records, Callback callback, void* userData);
     static bool Unregister(Records& records, void* userData);
-    static void Call(const Records& records, void* object, int event, void* argument);
+    static void Call(const Records& records, NamedObject& object, int event, void* argument);
     std::vector<std::string> GetTriggeredCommands(const Property& property, int event) const;
     static int LookUp(Codes& codes, std::string_view name);
 

@@ -37,7 +37,8 @@ AnchorTypeList::~AnchorTypeList() {
         Leave(type);
 }
 
-void AnchorTypeList::Enter(const NamedObject* type) {
+void AnchorTypeList::Enter(NamedObject* type) {
+    type->WatchEnd(&AnchorTypeList::Forget);
     Lists& lists = Users()[type];
     Undo entered([&] {
         if (lists.empty())
@@ -45,7 +46,6 @@ void AnchorTypeList::Enter(const NamedObject* type) {
     });
     lists.insert(this);
     entered.Forget();
-    NamedObject::WatchEnds(&AnchorTypeList::Forget);
 }
 
 void AnchorTypeList::Leave(const NamedObject* type) const {

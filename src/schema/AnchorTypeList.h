@@ -34,7 +34,7 @@ public:
     static void Forget(NamedObject* type);
 
 private:
-    void Enter(const NamedObject* type);
+    void Enter(NamedObject* type);
     void Leave(const NamedObject* type) const;
 
     SortedObjectList<NamedObject> types_;

@@ -25,6 +25,11 @@ AttributeProperty::AttributeProperty(const AttributeProperty& source)
     due_ = kAllDue;
 }
 
+void AttributeProperty::Leave() noexcept {
+    DropValues();
+    Property::Leave();
+}
+
 std::unique_ptr<Object> AttributeProperty::Clone() const {
     return std::unique_ptr<Object>(new AttributeProperty(*this));
 }
@@ -57,6 +62,17 @@ bool AttributeProperty::SetType(Type* type) {
     if (type && type->GetClass() == CustomType::kClassId)
         type->LeaveToUsers();
     return true;
+}
+
+void* AttributeProperty::HandOut(void* value) {
+    for (const Slot slot : {kDefault, kMinimum, kMaximum}) {
+        const TypedValue& made = GetMade(slot);
+        if (!value || made.Get() != value)
+            continue;
+        EditMade(slot).HandOut();
+        Template::HandOut(*made.GetType(), value, made.GetCount());
+    }
+    return value;
 }
 
 void AttributeProperty::Store(Slot slot, void* value) {

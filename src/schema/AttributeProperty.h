@@ -15,6 +15,7 @@ public:
     static constexpr int kClassId = kAttributePropertyClass;
 
     AttributeProperty(std::string_view name, int version) : Property(name, version) {}
+    ~AttributeProperty() override { AttributeProperty::Leave(); }
 
     int GetClass() const override { return kClassId; }
     bool ImplementsClass(int id) const override {
@@ -39,6 +40,9 @@ public:
     void* GetMinValue() const { return Fetch(kMinimum).Get(); }
     void* GetMaxValue() const { return Fetch(kMaximum).Get(); }
 
+    /// The given one of them for the host, which may then keep the instances inside.
+    void* HandOut(void* value);
+
     /// The same, but null where the block has another form or fewer elements than the type's
     /// values (a default: than `count`), because the type was changed since.
     const void* GetReadableDefault(int count) const {
@@ -58,6 +62,9 @@ public:
         SetMinValue(nullptr);
         SetMaxValue(nullptr);
     }
+
+    /// The values go, since they may hold instances; the type stays for the property instances.
+    void Leave() noexcept override;
 
     /// Whether the value lies within the bounds by the type's rules; false without a type.
     bool IsValueValid(const void* value) const;

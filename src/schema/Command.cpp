@@ -10,9 +10,11 @@
 
 namespace Kor {
 
-Command::~Command() {
+void Command::Leave() noexcept {
     for (Property* lister : listers_)
         lister->UnlistCommand(*this);
+    listers_.clear();
+    NamedObject::Leave();
 }
 
 bool Command::SetName(const char* name) {

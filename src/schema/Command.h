@@ -19,8 +19,7 @@ public:
     Command(std::string_view name, unsigned hostMask, unsigned trigger)
         : NamedObject(name), hostMask_(hostMask), trigger_(trigger) {}
 
-    /// Takes itself out of the properties that list it.
-    ~Command() override;
+    ~Command() override { Command::Leave(); }
 
     int GetClass() const override { return kClassId; }
     bool ImplementsClass(int id) const override {
@@ -33,6 +32,9 @@ public:
 
     /// The properties that list the command follow its new name.
     bool SetName(const char* name) override;
+
+    /// Takes itself out of the properties that list it.
+    void Leave() noexcept override;
 
     /// Kept by the properties that list the command.
     void MakeRoomForLister() { MakeRoom(listers_); }

@@ -24,10 +24,13 @@ GeometryAlternate::GeometryAlternate(const GeometryAlternate& source)
         lod_->AddAlternate(this);
 }
 
-GeometryAlternate::~GeometryAlternate() {
+void GeometryAlternate::Leave() noexcept {
     LeaveSortedLists();
+    listers_.clear();
     if (lod_)
         lod_->RemoveAlternate(this);
+    lod_ = nullptr;
+    NodeProperty::Leave();
 }
 
 std::unique_ptr<Object> GeometryAlternate::Clone() const {

@@ -17,8 +17,7 @@ public:
     /// Takes the level's name as its own.
     GeometryAlternate(LOD* lod, int version);
 
-    /// Takes itself out of the geometries that list it.
-    ~GeometryAlternate() override;
+    ~GeometryAlternate() override { GeometryAlternate::Leave(); }
 
     int GetClass() const override { return kClassId; }
     bool ImplementsClass(int id) const override {
@@ -47,6 +46,9 @@ public:
     void MakeRoomForLister() { MakeRoom(listers_); }
     void AddLister(GeometryProperty* lister) { listers_.push_back(lister); }
     void RemoveLister(GeometryProperty* lister);
+
+    /// Takes itself out of the geometries that list it.
+    void Leave() noexcept override;
 
     /// Called around every change of the level's name, so that lists sorted by it stay sorted.
     void LeaveSortedLists();

@@ -27,9 +27,11 @@ GeometryProperty::GeometryProperty(const GeometryProperty& source) : Property(so
     copied.Forget();
 }
 
-GeometryProperty::~GeometryProperty() {
+void GeometryProperty::Leave() noexcept {
     for (GeometryAlternate* alternate : alternates_)
         alternate->RemoveLister(this);
+    alternates_.Clear();
+    Property::Leave();
 }
 
 std::unique_ptr<Object> GeometryProperty::Clone() const {

@@ -12,7 +12,7 @@ public:
     static constexpr int kClassId = kGeometryPropertyClass;
 
     GeometryProperty(std::string_view name, int version) : Property(name, version) {}
-    ~GeometryProperty() override;
+    ~GeometryProperty() override { GeometryProperty::Leave(); }
 
     int GetClass() const override { return kClassId; }
     bool ImplementsClass(int id) const override {
@@ -35,6 +35,8 @@ public:
 
     /// A geometry has no value of its own.
     int WriteValueToBinary(const void*, int, void*, int) const override { return 0; }
+
+    void Leave() noexcept override;
 
     /// Called by an alternate around a change of its key and at its end.
     void UnlistAlternate(GeometryAlternate& alternate) { alternates_.RemoveExactly(&alternate); }

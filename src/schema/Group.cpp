@@ -9,6 +9,7 @@
 // A group writes its own declaration, whose form the writer of template files knows.
 #include "xml/XMLTemplateWriter.h"
 
+#include "core/Ending.h"
 #include "core/MakeRoom.h"
 #include "core/TakeOut.h"
 #include "schema/View.h"
@@ -17,9 +18,9 @@ namespace Kor {
 
 // Groups nest as deeply as a file says, so trees are deleted and copied without recursion.
 
-/// Deletes from the innermost last item on. Nothing is allocated: without memory there would be no
-/// way to report it.
-Group::~Group() {
+/// From the innermost last item on. Nothing is allocated: without memory there would be no way to
+/// report it.
+void Group::Leave() noexcept {
     Group* group = this;
     while (group != this || !items_.empty()) {
         if (group->items_.empty()) { // becomes the last item that is left of the group around it
@@ -32,9 +33,10 @@ Group::~Group() {
             inner->PutLast(group); // the way back, since other groups may list it too
             group = inner;
         } else {
-            delete last; // leaves all groups
+            Ending::End(last); // leaves all groups
         }
     }
+    ViewItem::Leave();
 }
 
 ViewItem* Group::CopyAlone(const ViewItem& item) {

@@ -13,8 +13,7 @@ public:
 
     explicit Group(std::string_view name) : ViewItem(name) {}
 
-    /// Deletes the items that are still listed, each once.
-    ~Group() override;
+    ~Group() override { Group::Leave(); }
 
     int GetClass() const override { return kClassId; }
     bool ImplementsClass(int id) const override {
@@ -33,6 +32,9 @@ public:
     void RemoveViewItemAt(int index);
     int GetViewItemCount() const { return static_cast<int>(items_.size()); }
     ViewItem* GetViewItemAt(int index) const;
+
+    /// Ends the items that are still listed, each once.
+    void Leave() noexcept override;
 
     /// Called by an item that dies.
     void ForgetItem(ViewItem& item);

@@ -27,10 +27,12 @@ LOD::LOD(const LOD& source)
       maxShapes_(source.maxShapes_), allowedShapes_(source.allowedShapes_),
       fileName_(source.fileName_), packageName_(source.packageName_) {}
 
-LOD::~LOD() {
+void LOD::Leave() noexcept {
     Unlist(*this);
     for (GeometryAlternate* alternate : alternates_)
         alternate->ForgetLOD();
+    alternates_.clear();
+    NamedObject::Leave();
 }
 
 bool LOD::SetName(const char* name) {

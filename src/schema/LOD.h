@@ -21,8 +21,7 @@ public:
     /// A level's name is not bound to the name rule.
     explicit LOD(std::string_view name) { StoreName(name); }
 
-    /// Takes itself away from the registry and from the alternates that stand for it.
-    ~LOD() override;
+    ~LOD() override { LOD::Leave(); }
 
     int GetClass() const override { return kClassId; }
     bool ImplementsClass(int id) const override {
@@ -36,6 +35,9 @@ public:
     /// The manager's registry and the geometries that list alternates of the level follow its new
     /// name.
     bool SetName(const char* name) override;
+
+    /// Takes itself away from the registry and from the alternates that stand for it.
+    void Leave() noexcept override;
 
     /// Kept by the alternates that stand for the level.
     void AddAlternate(GeometryAlternate* alternate) { alternates_.insert(alternate); }

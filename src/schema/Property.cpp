@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/Ending.h"
 #include "core/Names.h"
 #include "core/TakeOut.h"
 #include "core/Undo.h"
@@ -30,13 +31,27 @@ Property::Property(const Property& source)
     copied.Forget();
 }
 
-Property::~Property() {
+void Property::Leave() noexcept {
+    staysForUsers_ = false;
     while (!holders_.empty())
         holders_.back()->ForgetProperty(*this);
+    owner_ = keeper_ = nullptr;
     for (Command* command : commands_)
         command->RemoveLister(this);
+    commands_.Clear();
     while (!viewers_.IsEmpty())
         viewers_.GetLast()->SetProperty(nullptr);
+    LeaveVersions();
+    NamedObject::Leave();
+}
+
+void Property::StayForUsers() {
+    staysForUsers_ = true;
+}
+
+void Property::EndUnused() {
+    staysForUsers_ = false;
+    Ending::EndUnused(this);
 }
 
 bool Property::SetName(const char* name) {

@@ -37,8 +37,7 @@ class Property : public NamedObject, public VersionedObject, public Lockable, pu
 public:
     static constexpr int kClassId = kPropertyClass;
 
-    /// Takes itself out of the templates that list it. The commands are deliberately not deleted.
-    ~Property() override;
+    ~Property() override { Property::Leave(); }
 
     int GetClass() const override { return kClassId; }
     bool ImplementsClass(int id) const override {
@@ -106,10 +105,20 @@ public:
 
     // -- use ------------------------------------------------------------------------------------
 
+    /// Takes itself out of the templates that list it. The commands stay, since hosts hold them.
+    void Leave() noexcept override;
+
     /// Whether a property instance refers to this property.
     bool IsInUse() const { return useCount_ > 0; }
     void AddUse() { ++useCount_; }
-    void ReleaseUse() { --useCount_; }
+    void ReleaseUse() {
+        if (--useCount_ <= 0 && staysForUsers_)
+            EndUnused();
+    }
+
+    /// A property that ended while property instances referred to it belongs to these.
+    bool IsNeeded() const override { return IsInUse(); }
+    void StayForUsers() override;
 
     /// Kept by the templates that list the property.
     void MakeRoomForHolder() { MakeRoom(holders_); }
@@ -142,6 +151,8 @@ protected:
     void StoreFullName(std::string_view fullName);
 
 private:
+    void EndUnused();
+
     CompactString fullName_;
     Template* owner_ = nullptr;
     Template* keeper_ = nullptr;
@@ -149,6 +160,7 @@ private:
     PointerList<Template> holders_;
     TiedList<ViewProperty> viewers_;
     int useCount_ = 0;
+    bool staysForUsers_ = false;
 };
 
 } // namespace Kor

@@ -11,6 +11,7 @@
 // A template writes its own declaration, whose form the writer of template files knows.
 #include "xml/XMLTemplateWriter.h"
 
+#include "core/Ending.h"
 #include "core/MakeRoom.h"
 #include "core/Names.h"
 #include "core/TakeOut.h"
@@ -33,6 +34,11 @@ Template::Template(const Template& source, AsVersion version)
 }
 
 Template::~Template() {
+    Template::Leave();
+    ReleaseKey(key_);
+}
+
+void Template::Leave() noexcept {
     // A dying manager is out of reach already: then nobody falls back to its root.
     TemplateManager* manager = TemplateManager::Exists() ? TemplateManager::Get() : nullptr;
     try {
@@ -40,8 +46,9 @@ Template::~Template() {
     } catch (const std::bad_alloc&) {
         // The children stay without a parent: there is nobody to tell.
     }
+    Type::Leave();
     DropLinks();
-    ReleaseKey(key_);
+    LeaveVersions();
 }
 
 std::unique_ptr<Object> Template::Clone() const {
@@ -240,7 +247,7 @@ void Template::DropProperties(bool keepUsed) {
             retiredProperties_.push_back(property);
             property->AddHolder(this); // in the place of the entry that it lost
         } else {
-            delete property;
+            Ending::End(property);
         }
     }
     SchemaRevision::Advance();
@@ -301,7 +308,7 @@ void Template::DropViews() {
         views_.RemoveExactly(view);
         view->RemoveLister(this);
         if (view->GetTemplate() == this || !view->IsListed())
-            delete view;
+            Ending::End(view);
     }
 }
 
@@ -346,7 +353,7 @@ void Template::DropRetired(bool keepUsed) {
     for (size_t at = retiredProperties_.size(); at > 0; --at) {
         Property* property = retiredProperties_[at - 1];
         if (!keepUsed || !property->IsInUse())
-            delete property;
+            Ending::End(property);
     }
 }
 

@@ -140,6 +140,9 @@ public:
     /// before it is deleted.
     static void SortForClearing(std::vector<Template*>& templates);
 
+    /// The template keeps nothing but its name: what others still use it for is that of a type.
+    void Leave() noexcept override;
+
     /// Prepares a recycled template for a new definition: what instances still use moves out of
     /// sight, the rest goes.
     /// It falls back to `parent`, when there is one. Without memory nothing has changed.
@@ -181,10 +184,14 @@ public:
     /// New instances of the template, or copies of the given ones (null stays null).
     void* NewValue(const void* initial, int count) const override;
 
+    /// Called with a value that the host gets to see: where it is one of instances, these stay when
+    /// the value goes.
+    static void HandOut(const Type& type, void* value, int count);
+
     /// A block of null references; null below 1.
     static void* NewEmptyValue(int count);
 
-    /// Deliberately frees neither the instances nor the array: hosts keep handles to them.
+    /// Frees neither the array nor the instances that hosts know, which may go on using them.
     void DeleteValue(void* value, int count) const override;
 
     /// By the instances' names, without regard to case.

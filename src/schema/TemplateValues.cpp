@@ -13,6 +13,7 @@
 #include "instances/Instance.h"
 #include "manager/TemplateManager.h"
 
+#include "core/Ending.h"
 #include "core/Names.h"
 #include "schema/TemplateSize.h"
 #include "types/BinaryPacker.h"
@@ -60,6 +61,15 @@ void* Template::NewValue(const void* initial, int count) const {
     return block;
 }
 
+void Template::HandOut(const Type& type, void* value, int count) {
+    if (!ObjectCast<Template>(type.GetStorageType()))
+        return;
+    for (int i = 0; value && i < count; ++i) {
+        if (Instance* instance = At(value, i))
+            instance->HandOut();
+    }
+}
+
 void* Template::NewEmptyValue(int count) {
     if (count < 1)
         return nullptr;
@@ -70,11 +80,12 @@ void* Template::NewEmptyValue(int count) {
 }
 
 void Template::DeleteValue(void* value, int count) const {
-    // Nothing is freed, by intent. The instances only learn that nobody holds them any more, so
-    // that they do not keep a schema from being unloaded.
+    // The array stays, since whoever has it may go on reading it, and so do the instances that
+    // hosts know. They only learn that nobody holds them any more, so that they do not keep a schema
+    // from being unloaded.
     for (int i = 0; value && i < count; ++i) {
         if (Instance* instance = At(value, i))
-            instance->Abandon();
+            instance->LoseValue();
     }
 }
 
@@ -109,7 +120,7 @@ int Template::GetValueFromString(const char* text, void* value, int index) const
         auto instance = std::make_unique<Instance>(name, Instance::kInsideValue);
         instance->AddTemplate(type, true);
         Instance*& element = static_cast<Instance**>(value)[index];
-        delete element;
+        Ending::End(element);
         element = instance.release();
     }
     return static_cast<int>(name.size());

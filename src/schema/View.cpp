@@ -7,10 +7,12 @@
 
 namespace Kor {
 
-View::~View() {
+void View::Leave() noexcept {
     SetTemplate(nullptr);
     for (Template* lister : listers_)
         lister->UnlistView(*this);
+    listers_.clear();
+    Group::Leave();
 }
 
 std::unique_ptr<Object> View::Clone() const {

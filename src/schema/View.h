@@ -16,8 +16,7 @@ public:
 
     View(std::string_view name, Template* owner) : Group(name) { SetTemplate(owner); }
 
-    /// Takes itself out of the templates that list it.
-    ~View() override;
+    ~View() override { View::Leave(); }
 
     int GetClass() const override { return kClassId; }
 
@@ -30,6 +29,9 @@ public:
 
     /// The templates that list the view follow its new name.
     bool SetName(const char* name) override;
+
+    /// Takes itself out of the templates that list it.
+    void Leave() noexcept override;
 
     /// The template that the view belongs to, whether it lists the view or not; null once that
     /// template is gone.

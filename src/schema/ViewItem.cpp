@@ -8,9 +8,10 @@
 
 namespace Kor {
 
-ViewItem::~ViewItem() {
+void ViewItem::Leave() noexcept {
     while (!groups_.empty())
         groups_.back()->ForgetItem(*this);
+    NamedObject::Leave();
 }
 
 void ViewItem::RemoveGroup(Group* group) {

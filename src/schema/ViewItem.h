@@ -17,8 +17,7 @@ public:
 
     explicit ViewItem(std::string_view name) : NamedObject(name) {}
 
-    /// Takes itself out of the groups that list it.
-    ~ViewItem() override;
+    ~ViewItem() override { ViewItem::Leave(); }
 
     int GetClass() const override { return kClassId; }
     bool ImplementsClass(int id) const override {
@@ -27,6 +26,9 @@ public:
     std::unique_ptr<Object> Clone() const override {
         return std::unique_ptr<Object>(new ViewItem(*this));
     }
+
+    /// Takes itself out of the groups that list it.
+    void Leave() noexcept override;
 
     /// The groups that list the item, once for each entry.
     const std::vector<Group*>& GetGroups() const { return groups_; }

@@ -15,8 +15,9 @@ ViewProperty::ViewProperty(const ViewProperty& source) : ViewItem(source) {
     SetProperty(source.property_);
 }
 
-ViewProperty::~ViewProperty() {
+void ViewProperty::Leave() noexcept {
     SetProperty(nullptr);
+    ViewItem::Leave();
 }
 
 std::unique_ptr<Object> ViewProperty::Clone() const {

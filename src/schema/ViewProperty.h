@@ -14,7 +14,7 @@ public:
     static constexpr int kClassId = kViewPropertyClass;
 
     ViewProperty(std::string_view name, Property* property);
-    ~ViewProperty() override;
+    ~ViewProperty() override { ViewProperty::Leave(); }
 
     int GetClass() const override { return kClassId; }
     bool ImplementsClass(int id) const override {
@@ -24,6 +24,8 @@ public:
     /// The copy refers to the same property.
     std::unique_ptr<Object> Clone() const override;
     void WriteToXML(XMLWriter& writer) const override;
+
+    void Leave() noexcept override;
 
     /// May be null.
     Property* GetProperty() const { return property_; }

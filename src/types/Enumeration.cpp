@@ -9,6 +9,7 @@
 // An enumeration writes its own declaration, whose form the writer of template files knows.
 #include "xml/XMLTemplateWriter.h"
 
+#include "core/Ending.h"
 #include "core/Undo.h"
 
 namespace Kor {
@@ -30,6 +31,7 @@ Enumeration::Enumeration(const Enumeration& other) : BorrowingType(other) {
 }
 
 Enumeration::~Enumeration() {
+    Enumeration::Leave();
     DeleteItems();
 }
 
@@ -38,8 +40,7 @@ void Enumeration::DeleteItems() {
     items_.Clear();
     for (EnumerationItem* item : items) {
         item->SetEnumeration(nullptr);
-        if (!item->SurviveDeletion())
-            delete item;
+        Ending::End(item);
     }
 }
 

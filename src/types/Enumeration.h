@@ -35,7 +35,7 @@ public:
     /// Takes the item of that full name out and gives its index, or a number below 0.
     int RemoveItem(EnumerationItem* item);
 
-    /// Deletes all items; those that are themselves used as types stay until their last user goes.
+    /// Ends all items.
     void DeleteItems();
 
     /// Deliberately finds any two values equal: it compares the first one with itself.

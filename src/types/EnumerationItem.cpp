@@ -67,6 +67,12 @@ void EnumerationItem::CollectUsedTypes(std::vector<Type*>& types) const {
     }
 }
 
+void EnumerationItem::Leave() noexcept {
+    if (enumeration_)
+        enumeration_->RemoveItem(this);
+    BorrowingType::Leave();
+}
+
 void EnumerationItem::LeaveSortedLists() {
     if (enumeration_)
         enumeration_->Unlist(*this);

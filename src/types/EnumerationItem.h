@@ -14,6 +14,7 @@ public:
 
     /// The value is the value type's zero with its first element read from the text.
     EnumerationItem(std::string_view name, Type* valueType, const char* valueText);
+    ~EnumerationItem() override { EnumerationItem::Leave(); }
 
     int GetClass() const override { return kClassId; }
     bool ImplementsClass(int id) const override {
@@ -38,6 +39,9 @@ public:
 
     void CollectUsedTypes(std::vector<Type*>& types) const override;
     Type* GetValueCarrier() const override { return valueType_.Get(); }
+
+    /// Takes itself out of its enumeration.
+    void Leave() noexcept override;
 
     /// The enumeration that lists the item and follows its name, or null.
     Enumeration* GetEnumeration() const { return enumeration_; }

@@ -5,9 +5,13 @@
 // Registered types are sorted by name and counted by file: only their manager can follow a change.
 #include "manager/TemplateManager.h"
 
+// A schema whose manager is gone learns that one of its types is ended before.
+#include "manager/RetiredSchema.h"
+
 // A type writes its own declaration, whose form the writer of template files knows.
 #include "xml/XMLTemplateWriter.h"
 
+#include "core/Ending.h"
 #include "core/Names.h"
 #include "core/Undo.h"
 #include "xml/XMLWriter.h"
@@ -33,8 +37,19 @@ Type::Type(const Type& other)
       alignment_(other.alignment_) {}
 
 Type::~Type() {
-    if (displaced_ && TemplateManager::Exists())
-        TemplateManager::Get()->ForgetDisplaced(*this);
+    Type::Leave();
+}
+
+void Type::Leave() noexcept {
+    if (registered_ || displaced_)
+        TemplateManager::Get()->GiveAway(*this);
+    if (retired_)
+        RetiredSchema::Forget(*this);
+    ownedByUsers_ = false;
+    // What values do not need could only be a circle that keeps the type alive for ever.
+    if (useCount_ == 0 || GetValueCarrier() != GetBaseType() || !GetStorageType())
+        SetBaseType(nullptr);
+    NamedObject::Leave();
 }
 
 bool Type::SetName(const char* name) {
@@ -220,28 +235,10 @@ std::string Type::GetReadableText(const void* value, int index) const {
 }
 
 void Type::ReleaseUse() {
-    Type* type = this;
-    // A type that goes may be the last user of its base type, and so on: a loop, because such
-    // chains can be long.
-    while (--type->useCount_ <= 0 && type->ownedByUsers_ && !type->registered_) {
-        Type* base = type->GetBaseType();
-        if (base)
-            base->AddUse();
-        type->SetBaseType(nullptr);
-        delete type;
-        if (!base)
-            return;
-        type = base;
-    }
-}
-
-bool Type::SurviveDeletion() {
-    // What values do not need could only be a circle that keeps the type alive for ever.
-    if (GetValueCarrier() != GetBaseType() || !GetStorageType())
-        SetBaseType(nullptr);
-    if (useCount_ > 0)
-        LeaveToUsers();
-    return useCount_ > 0;
+    if (--useCount_ > 0 || !ownedByUsers_)
+        return;
+    ownedByUsers_ = false;
+    Ending::EndUnused(this);
 }
 
 } // namespace Kor

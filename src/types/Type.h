@@ -151,19 +151,21 @@ public:
     void SetRetired(bool retired) { retired_ = retired; }
 
     /// Hands a type that nobody else owns to those who use it: the last user frees it.
-    void LeaveToUsers() { ownedByUsers_ = !registered_ && !displaced_ && !retired_; }
+    void LeaveToUsers() {
+        ownedByUsers_ = !registered_ && !displaced_ && !retired_ && !HasEnded();
+    }
     bool IsLeftToUsers() const { return ownedByUsers_; }
     void TakeFromUsers() { ownedByUsers_ = false; }
 
-    /// Asked when an unregistered type is to be deleted: true when it has users, which it is then
-    /// left to, because they go on calling it for their values.
-    bool SurviveDeletion();
+    /// The type leaves its registry. It keeps what its values need, since those may live on.
+    void Leave() noexcept override;
+    bool IsNeeded() const override { return useCount_ > 0; }
+    void StayForUsers() override { ownedByUsers_ = true; }
 
-    /// Counts a user, or one less; kept by TypeRef.
+    /// Counts a user; kept by TypeRef.
     void AddUse() { ++useCount_; }
-    void DropUse() { --useCount_; }
 
-    /// Counts one user less, and frees a type that was left to its users with the last of them.
+    /// Counts one user less, and ends a type that was left to its users with the last of them.
     void ReleaseUse();
 
 protected:

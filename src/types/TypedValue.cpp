@@ -1,5 +1,6 @@
 #include "types/TypedValue.h"
 
+#include <cstdlib>
 #include <utility>
 
 #include "types/Type.h"
@@ -19,8 +20,12 @@ void TypedValue::Adopt(Type* type, void* block, int count) {
 
 void TypedValue::Clear() {
     void* block = std::exchange(block_, nullptr);
-    if (block && type_)
+    const bool handedOut = std::exchange(handedOut_, false);
+    if (block && type_) {
         type_->DeleteValue(block, count_);
+        if (type_->GetClass() == kTemplateClass && !handedOut)
+            std::free(block); // the type leaves the array to those who know it
+    }
     type_.Reset(nullptr);
 }
 

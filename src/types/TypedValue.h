@@ -29,10 +29,14 @@ public:
     /// Frees the block.
     void Clear();
 
+    /// Marks an array of references as known to the host, which may keep it: it is never freed.
+    void HandOut() { handedOut_ = true; }
+
 private:
     TypeRef type_;
     void* block_ = nullptr;
     int count_ = 0;
+    bool handedOut_ = false;
 };
 
 } // namespace Kor

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "core/Ending.h"
 #include "types/CustomType.h"
 #include "types/StringType.h"
 #include "types/TypeRef.h"
@@ -110,13 +111,15 @@ TEST(TypeRef, ALongChainOfBasesIsFreedWithoutRecursion) {
     TypeRef(base).Reset(nullptr);
 }
 
-TEST(TypeRef, ADeletedTypeSurvivesOnlyForItsUsers) {
+TEST(TypeRef, ATypeThatEndsStaysForItsUsersAlone) {
     bool alive = false;
     auto* type = NewMortal(alive);
-    EXPECT_FALSE(type->SurviveDeletion());
     TypeRef user(type);
-    EXPECT_TRUE(type->SurviveDeletion());
+    Ending::End(type);
+    EXPECT_TRUE(alive);
     user.Reset(nullptr);
+    EXPECT_FALSE(alive);
+    Ending::End(NewMortal(alive));
     EXPECT_FALSE(alive);
 }
 
@@ -124,8 +127,7 @@ TEST(TypeRef, ACircleOfBasesIsNoUse) {
     bool alive = false;
     auto* type = NewMortal(alive);
     type->SetBaseType(type);
-    EXPECT_FALSE(type->SurviveDeletion());
-    delete type;
+    Ending::End(type);
     EXPECT_FALSE(alive);
 }
 

@@ -1,0 +1,64 @@
+#include "core/Ending.h"
+
+#include <utility>
+
+#include "core/NamedObject.h"
+
+namespace Kor {
+
+void Ending::End(NamedObject* object) noexcept {
+    if (!object || object->HasEnded())
+        return;
+    object->Leave();
+    if (IsDeferred())
+        Wait(object);
+    else
+        Bury(object);
+}
+
+void Ending::EndUnused(NamedObject* object) noexcept {
+    Wait(object);
+    if (!IsDeferred() && !isFreeing_)
+        FreeWaiting();
+}
+
+void Ending::Wait(NamedObject* object) noexcept {
+    object->nameAndTexts_.ReplaceBy(std::exchange(objects_, object));
+    hasWaiting_ = true;
+}
+
+void Ending::Bury(NamedObject* object) noexcept {
+    if (object->IsNeeded())
+        object->StayForUsers();
+    else
+        delete object;
+}
+
+void Ending::Free(Remains* remains) noexcept {
+    if (!IsDeferred()) {
+        delete remains;
+        return;
+    }
+    remains->next_ = std::exchange(remains_, remains);
+    hasWaiting_ = true;
+}
+
+/// Those that ended may still use each other, in any order; and freeing one may end others.
+void Ending::FreeWaiting() noexcept {
+    isFreeing_ = true;
+    while (objects_ || remains_) {
+        while (NamedObject* object = objects_) {
+            objects_ = static_cast<NamedObject*>(object->nameAndTexts_.GetReplacement());
+            object->nameAndTexts_.ReplaceBy(nullptr);
+            Bury(object);
+        }
+        if (Remains* remains = remains_) {
+            remains_ = remains->next_;
+            delete remains;
+        }
+    }
+    isFreeing_ = false;
+    hasWaiting_ = false;
+}
+
+} // namespace Kor
