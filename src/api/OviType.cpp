@@ -38,15 +38,14 @@ int OviType_GetValueSize(OviType* type, const void* value, int count) {
 
 void* OviType_NewValue(OviType* type, const void* initial, int count) {
     return With<Type>(type, static_cast<void*>(nullptr),
-                      [=](Type& self) {
-        void* value = self.NewValue(initial, count);
-        Template::HandOut(self, value, count);
-        return value;
-    });
+                      [=](Type& self) { return self.NewValue(initial, count); });
 }
 
 void OviType_DeleteValue(OviType* type, void* value, int count) {
-    With<Type>(type, [=](Type& self) { self.DeleteValue(value, count); });
+    With<Type>(type, [=](Type& self) {
+        Template::HandOut(self, value, count);
+        self.DeleteValue(value, count);
+    });
 }
 
 int OviType_CompareValues(OviType* type, const void* a, const void* b, int count) {

@@ -23,6 +23,7 @@ void Ending::EndUnused(NamedObject* object) noexcept {
 }
 
 void Ending::Wait(NamedObject* object) noexcept {
+    object->TellWatcher(); // the mark for it goes with the name
     object->nameAndTexts_.ReplaceBy(std::exchange(objects_, object));
     hasWaiting_ = true;
 }
