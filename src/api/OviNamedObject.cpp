@@ -3,7 +3,6 @@
 #include "api/Barrier.h"
 #include "core/NamedObject.h"
 #include "core/Names.h"
-#include "schema/AnchorTypeList.h"
 
 using namespace Kor;
 using namespace Kor::Api;
@@ -34,11 +33,8 @@ const char* OviNamedObject_GetName(OviNamedObject* object) {
 }
 
 bool OviNamedObject_SetName(OviNamedObject* object, const char* name) {
-    return With<NamedObject>(object, false, [name](NamedObject& named) {
-        const bool renamed = named.SetName(Text(name));
-        AnchorTypeList::FollowName(&named);
-        return renamed;
-    });
+    return With<NamedObject>(object, false,
+                             [name](NamedObject& named) { return named.SetName(Text(name)); });
 }
 
 bool OviNamedObject_IsValidName(const char* name) {

@@ -4,7 +4,6 @@
 
 #include "api/Barrier.h"
 #include "api/XMLBuffer.h"
-#include "schema/AnchorTypeList.h"
 #include "schema/Template.h"
 #include "types/Type.h"
 
@@ -98,10 +97,7 @@ const char* OviType_GetPackageName(OviType* type) {
 }
 
 void OviType_SetPackageName(OviType* type, const char* package) {
-    With<Type>(type, [package](Type& self) {
-        self.SetPackageName(Text(package));
-        AnchorTypeList::FollowName(&self);
-    });
+    With<Type>(type, [package](Type& self) { self.SetPackageName(Text(package)); });
 }
 
 void OviType_SetSearchPath(OviType* type, const char* path) {

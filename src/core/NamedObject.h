@@ -66,21 +66,35 @@ public:
     /// Whether the object has ended; its memory waits for the end of the call.
     bool HasEnded() const { return nameAndTexts_.IsReplaced(); }
 
-    /// Has the watcher told of this object's end, whoever deletes it. Throws std::bad_alloc.
-    using EndWatcher = void (*)(NamedObject*);
-    void WatchEnd(EndWatcher watcher) {
+    /// Has the watchers told of this object's end, whoever deletes it, and of every change of its
+    /// key. Throws std::bad_alloc.
+    using Watcher = void (*)(NamedObject*);
+    void Watch(Watcher ofEnd, Watcher ofKey) {
         nameAndTexts_.Watch();
-        endWatcher_ = watcher;
+        endWatcher_ = ofEnd;
+        keyWatcher_ = ofKey;
     }
 
 protected:
     NamedObject(const NamedObject& other) = default;
 
     /// Stores a name that has been checked.
-    void StoreName(std::string_view name) { nameAndTexts_.EditName().Assign(name); }
+    void StoreName(std::string_view name) {
+        nameAndTexts_.EditName().Assign(name);
+        TellOfKey();
+    }
 
     /// Exchanges the name for one that has been checked; never fails.
-    void SwapName(CompactString& name) { std::swap(nameAndTexts_.EditName(), name); }
+    void SwapName(CompactString& name) {
+        std::swap(nameAndTexts_.EditName(), name);
+        TellOfKey();
+    }
+
+    /// Called when the key has changed otherwise than by the name.
+    void TellOfKey() {
+        if (nameAndTexts_.IsWatched())
+            keyWatcher_(this);
+    }
 
     /// Takes over another object's labels, descriptions and comment.
     void CopyTexts(const NamedObject& other) { nameAndTexts_.CopyTexts(other.nameAndTexts_); }
@@ -95,7 +109,8 @@ private:
 
     NameAndTexts nameAndTexts_;
 
-    static inline EndWatcher endWatcher_ = nullptr;
+    static inline Watcher endWatcher_ = nullptr;
+    static inline Watcher keyWatcher_ = nullptr;
 };
 
 } // namespace Kor

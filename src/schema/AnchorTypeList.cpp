@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "core/Undo.h"
+#include "schema/SchemaRevision.h"
 
 namespace Kor {
 
@@ -38,7 +39,7 @@ AnchorTypeList::~AnchorTypeList() {
 }
 
 void AnchorTypeList::Enter(NamedObject* type) {
-    type->WatchEnd(&AnchorTypeList::Forget);
+    type->Watch(&AnchorTypeList::Forget, &AnchorTypeList::FollowKey);
     Lists& lists = Users()[type];
     Undo entered([&] {
         if (lists.empty())
@@ -57,8 +58,16 @@ void AnchorTypeList::Leave(const NamedObject* type) const {
         Users().erase(type);
 }
 
+SortedObjectList<NamedObject>& AnchorTypeList::Sorted() const {
+    if (sortedBy_ != SchemaRevision::GetKeys()) {
+        types_.Resort();
+        sortedBy_ = SchemaRevision::GetKeys();
+    }
+    return types_;
+}
+
 int AnchorTypeList::Add(NamedObject* type) {
-    types_.MakeRoom();
+    Sorted().MakeRoom();
     Enter(type);
     NamedObject* replaced = nullptr;
     const int result = types_.Insert(type, &replaced);
@@ -68,7 +77,7 @@ int AnchorTypeList::Add(NamedObject* type) {
 }
 
 int AnchorTypeList::Remove(const NamedObject* type) {
-    const int index = types_.FindEntry(type);
+    const int index = Sorted().FindEntry(type);
     if (index < 0)
         return index;
     const NamedObject* removed = types_.GetAt(index);
@@ -77,7 +86,7 @@ int AnchorTypeList::Remove(const NamedObject* type) {
     return index;
 }
 
-void AnchorTypeList::FollowName(NamedObject* type) {
+void AnchorTypeList::FollowKey(NamedObject* type) {
     const Lists* lists = FindLists(type);
     if (!lists)
         return;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 #include "core/NamedObject.h"
@@ -23,21 +24,23 @@ public:
     int Remove(const NamedObject* type);
 
     int GetCount() const { return types_.GetCount(); }
-    NamedObject* GetAt(int index) const { return types_.GetAt(index); }
-    NamedObject* Get(std::string_view key) const { return types_.Get(key); }
-
-    /// Moves an object to the place of its new name in all lists that have it. Only the address is
-    /// used where none has: the object may be gone.
-    static void FollowName(NamedObject* type);
-
-    /// Takes an object that dies out of all lists. Only the address is used where none has it.
-    static void Forget(NamedObject* type);
+    NamedObject* GetAt(int index) const { return Sorted().GetAt(index); }
+    NamedObject* Get(std::string_view key) const { return Sorted().Get(key); }
 
 private:
+    /// Called when the key of an object in any list has changed, and when the object ends.
+    static void FollowKey(NamedObject* type);
+    static void Forget(NamedObject* type);
+
     void Enter(NamedObject* type);
     void Leave(const NamedObject* type) const;
 
-    SortedObjectList<NamedObject> types_;
+    /// The list in the order of the present keys: those of property instances change with the owners
+    /// of their properties.
+    SortedObjectList<NamedObject>& Sorted() const;
+
+    mutable SortedObjectList<NamedObject> types_;
+    mutable std::uint64_t sortedBy_ = 0; // the state of the full names that the order is for
 };
 
 } // namespace Kor

@@ -6,6 +6,7 @@
 #include "core/TakeOut.h"
 #include "core/Undo.h"
 #include "schema/GeometryProperty.h"
+#include "schema/Template.h"
 
 namespace Kor {
 
@@ -25,12 +26,12 @@ GeometryAlternate::GeometryAlternate(const GeometryAlternate& source)
 }
 
 void GeometryAlternate::Leave() noexcept {
-    LeaveSortedLists();
+    LeaveGeometries();
     listers_.clear();
+    NodeProperty::Leave(); // lists that have the alternate find it by its key
     if (lod_)
         lod_->RemoveAlternate(this);
     lod_ = nullptr;
-    NodeProperty::Leave();
 }
 
 std::unique_ptr<Object> GeometryAlternate::Clone() const {
@@ -55,9 +56,9 @@ void GeometryAlternate::SetLOD(LOD* lod) {
     LOD* former = lod_;
     if (lod && lod != former)
         lod->AddAlternate(this);
-    lod_ = lod;
+    ChangeKey(lod);
     Undo changed([&] {
-        lod_ = former;
+        ChangeKey(former);
         if (lod && lod != former)
             lod->RemoveAlternate(this);
     });
@@ -68,21 +69,62 @@ void GeometryAlternate::SetLOD(LOD* lod) {
 }
 
 void GeometryAlternate::ForgetLOD() {
-    LeaveSortedLists();
-    lod_ = nullptr;
-    EnterSortedLists();
+    LeaveGeometries();
+    ChangeKey(nullptr);
+    EnterGeometries();
+}
+
+/// Templates that list the alternate among their own properties follow its key.
+void GeometryAlternate::ChangeKey(LOD* lod) {
+    LOD* const former = lod_;
+    for (Template* holder : GetHolders()) {
+        lod_ = former;
+        const bool listed = holder->UnlistName(*this);
+        lod_ = lod;
+        if (listed)
+            holder->ListName(*this);
+    }
+    lod_ = lod;
+    TellOfKey();
 }
 
 void GeometryAlternate::RemoveLister(GeometryProperty* lister) {
     TakeOut(listers_, lister);
 }
 
-void GeometryAlternate::LeaveSortedLists() {
+GeometryAlternate::Places::Places(const std::unordered_set<GeometryAlternate*>& alternates)
+    : alternates_(alternates) {
+    size_t count = 0;
+    for (const GeometryAlternate* alternate : alternates)
+        count += alternate->GetHolders().size();
+    templates_.reserve(count);
+}
+
+void GeometryAlternate::Places::Leave() {
+    for (GeometryAlternate* alternate : alternates_) {
+        alternate->LeaveGeometries();
+        for (Template* holder : alternate->GetHolders()) {
+            if (holder->UnlistName(*alternate))
+                templates_.emplace_back(holder, alternate);
+        }
+    }
+}
+
+void GeometryAlternate::Places::Enter() {
+    for (GeometryAlternate* alternate : alternates_) {
+        alternate->EnterGeometries();
+        alternate->TellOfKey();
+    }
+    for (const auto& [holder, alternate] : templates_)
+        holder->ListName(*alternate);
+}
+
+void GeometryAlternate::LeaveGeometries() {
     for (GeometryProperty* lister : listers_)
         lister->UnlistAlternate(*this);
 }
 
-void GeometryAlternate::EnterSortedLists() {
+void GeometryAlternate::EnterGeometries() {
     for (GeometryProperty* lister : listers_)
         lister->ListAlternate(*this);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "schema/LOD.h"
@@ -50,13 +52,26 @@ public:
     /// Takes itself out of the geometries that list it.
     void Leave() noexcept override;
 
-    /// Called around every change of the level's name, so that lists sorted by it stay sorted.
-    void LeaveSortedLists();
-    void EnterSortedLists();
+    /// The sorted lists that have alternates, left around a change of the name of their level.
+    class Places {
+    public:
+        /// Throws std::bad_alloc; what follows needs no memory.
+        explicit Places(const std::unordered_set<GeometryAlternate*>& alternates);
+        void Leave();
+        void Enter();
+
+    private:
+        const std::unordered_set<GeometryAlternate*>& alternates_;
+        std::vector<std::pair<Template*, GeometryAlternate*>> templates_;
+    };
 
 private:
     /// No geometry lists the copy.
     GeometryAlternate(const GeometryAlternate& source);
+
+    void LeaveGeometries();
+    void EnterGeometries();
+    void ChangeKey(LOD* lod);
 
     LOD* lod_;
     std::vector<GeometryProperty*> listers_;

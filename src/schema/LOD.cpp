@@ -41,12 +41,11 @@ bool LOD::SetName(const char* name) {
     CompactString stored(TextOf(name)); // first, since no list has the level while it is renamed
     if (TemplateManager::Exists())
         TemplateManager::Get()->MakeRoomForLOD();
+    GeometryAlternate::Places places(alternates_); // they have the level's key
     const bool registered = Unlist(*this);
-    for (GeometryAlternate* alternate : alternates_)
-        alternate->LeaveSortedLists();
+    places.Leave();
     SwapName(stored);
-    for (GeometryAlternate* alternate : alternates_)
-        alternate->EnterSortedLists();
+    places.Enter();
     if (registered)
         TemplateManager::Get()->ListLOD(*this);
     return true;

@@ -123,6 +123,7 @@ void Template::UpdateFullName() {
     ++KeyCounts()[key];
     key_.swap(key);
     ReleaseKey(key);
+    TellOfKey();
     SchemaRevision::Advance();
     if (instanceCount_ > 0)
         SchemaRevision::AdvanceKeys();

@@ -104,6 +104,7 @@ void Type::UpdateFullName() {
         fullName += '.';
     fullName += GetNameView();
     fullName_.swap(fullName);
+    TellOfKey();
 }
 
 void Type::MakeRoomInSortedLists() {

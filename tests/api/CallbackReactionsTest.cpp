@@ -106,6 +106,7 @@ protected:
     static inline void* argument_ = nullptr;
     static inline int event_ = 0;
     static inline bool ended_ = false;
+    static inline bool deleted_ = false; // the object of the event
 
 private:
     void Prepare() {
@@ -113,7 +114,7 @@ private:
         OviTemplateManager_UnloadTemplateFile(schemaFile_.c_str());
         ASSERT_TRUE(OviTemplateManager_LoadTemplateFile(schemaFile_.c_str()));
         ASSERT_TRUE(OviAssetManager_LoadScene(sceneFile_.c_str()));
-        ended_ = false;
+        ended_ = deleted_ = false;
     }
 
     static void Hear(void*, void* object, int event, void* argument) {
@@ -145,7 +146,13 @@ std::vector<CallbackReactionsTest::Case> CallbackReactionsTest::Calls() {
              OviAssetManager_LoadScene(sceneFile_.c_str());
          }},
         {"new asset", [] { OviAssetManager_NewAsset("new"); }},
-        {"remove asset", [one] { OviAssetManager_RemoveAsset(one()); }},
+        {"remove asset",
+         [one] {
+             OviAsset* removed = one();
+             OviAssetManager_RemoveAsset(removed);
+             if (!deleted_) // or else it is the test's
+                 OviObject_Delete(removed);
+         }},
         {"rename", [one] { OviNamedObject_SetName(one(), "other"); }},
         {"reference", [one] { OviAsset_SetReference(one(), "y.mb"); }},
         {"add template", [one] { OviInstance_AddTemplate(one(), TemplateOf("Axle")); }},
@@ -186,7 +193,11 @@ std::vector<CallbackReactionsTest::Case> CallbackReactionsTest::Calls() {
 
 std::vector<CallbackReactionsTest::Case> CallbackReactionsTest::Reactions() {
     return {
-        {"delete the object", [] { OviObject_Delete(heard_); }},
+        {"delete the object",
+         [] {
+             OviObject_Delete(heard_);
+             deleted_ = true;
+         }},
         {"delete the asset", [] { OviObject_Delete(OviAssetManager_GetAsset("one")); }},
         {"delete all assets",
          [] {
