@@ -130,6 +130,11 @@ public:
     Template* GetKeeper() const { return keeper_; }
     void SetKeeper(Template* keeper) { keeper_ = keeper; }
 
+    /// When the property was added to its version, in the numbers of SchemaHistory; 0 for a copy,
+    /// which came with its version.
+    unsigned GetTime() const { return time_; }
+    void SetTime(unsigned time) { time_ = time; }
+
 protected:
     Property(std::string_view name, int version);
 
@@ -149,6 +154,7 @@ private:
     PointerList<Template> holders_;
     TiedList<ViewProperty> viewers_;
     int useCount_ = 0;
+    unsigned time_ = 0;
 };
 
 } // namespace Kor

@@ -149,11 +149,12 @@ void XMLTemplateWriter::StartTemplate(const Template& version) {
 
 void XMLTemplateWriter::WriteTemplate(const Template& latest) {
     const std::vector<const Template*> versions = CollectVersions(latest);
-    const std::vector<VersionStep> steps = OrderVersionSteps(versions);
     const Template& first = *versions.front();
-    if (ObjectCast<Template>(first.GetBaseType())) { // made by a type element, perhaps continued
+    const auto* origin = ObjectCast<Template>(first.GetBaseType());
+    const std::vector<VersionStep> steps = OrderVersionSteps(versions, origin);
+    if (origin) { // made by a type element, perhaps continued
         WriteType(first);
-        if (steps.empty() && HaveSameTexts(first, *first.GetBaseType())) {
+        if (steps.empty() && HaveSameTexts(first, *origin)) {
             WriteViews(versions);
             return;
         }
@@ -202,21 +203,11 @@ void XMLTemplateWriter::WriteVersionByVersion(const std::vector<VersionStep>& st
 }
 
 void XMLTemplateWriter::WriteStep(const VersionStep& step) {
-    if (!step.property)
-        WriteParents(step);
-    else
-        WriteProperty(*step.property);
-}
-
-void XMLTemplateWriter::WriteParents(const VersionStep& step) {
     const int version = step.version->GetVersion();
-    if (step.writesKnownParent) {
-        if (const Template* known = step.lower->GetParentAt(0))
-            WriteParent(*known, version);
-        return;
-    }
-    for (const Template* parent : GetIntroducedParents(*step.version, step.lower))
-        WriteParent(*parent, version);
+    if (step.property)
+        WriteProperty(*step.property, version);
+    else if (step.parent)
+        WriteParent(*step.parent, version);
 }
 
 void XMLTemplateWriter::WriteParent(const Template& parent, int version) {

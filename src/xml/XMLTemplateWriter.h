@@ -71,7 +71,8 @@ public:
 private:
     void StartObject(const NamedObject& object, const char* element);
     void EndObject(bool dropsComment);
-    void WriteProperty(const Property& property);
+    void WriteProperty(const Property& property, int version);
+    void WriteVersion(const Property& property);
     void StartMember(const Property& property, const char* element);
     void EndMember(const Property& property);
     void WriteAncestor(const NodeProperty& node);
@@ -86,7 +87,6 @@ private:
     void WriteVersionByVersion(const std::vector<VersionStep>& steps,
                                const std::vector<const Template*>& versions);
     void WriteStep(const VersionStep& step);
-    void WriteParents(const VersionStep& step);
     void WriteParent(const Template& parent, int version);
     void WriteValues(const AttributeProperty& attribute);
     void WriteDefaultAsset(const AttributeProperty& attribute);
@@ -94,6 +94,7 @@ private:
     XMLWriter& writer_;
     std::string_view package_;
     bool inFile_ = false;
+    int version_ = 0; // that introduces the property being written; 0: as the property says
     bool commentPending_ = false; // whether a reader would still give its last comment away
 };
 

@@ -44,7 +44,10 @@ std::string TextOfValue(const Type& type, const void* value) {
 
 } // namespace
 
-void XMLTemplateWriter::WriteProperty(const Property& property) {
+/// The version is that of the template that has the property, although a host may have given it
+/// another one: what a template has matters more than what the property says.
+void XMLTemplateWriter::WriteProperty(const Property& property, int version) {
+    version_ = version;
     switch (property.GetClass()) {
     case kNodePropertyClass:
         WriteNode(static_cast<const NodeProperty&>(property));
@@ -55,18 +58,27 @@ void XMLTemplateWriter::WriteProperty(const Property& property) {
     case kGeometryPropertyClass:
         WriteGeometry(static_cast<const GeometryProperty&>(property));
         break;
-    case kAttributePropertyClass:
     case kGeometryAlternateClass: // one that a host listed among the properties of a template
+        WriteNode(static_cast<const NodeProperty&>(property));
+        break;
+    case kAttributePropertyClass:
         WriteAttribute(static_cast<const AttributeProperty&>(property));
         break;
     default: // a kind without an element of its own could not be read again
         break;
     }
+    version_ = 0;
+}
+
+void XMLTemplateWriter::WriteVersion(const Property& property) {
+    const int version = version_ > 0 ? version_ : property.GetVersion();
+    if (version != 1)
+        writer_.WriteAttribute("version", version);
 }
 
 void XMLTemplateWriter::StartMember(const Property& property, const char* element) {
     StartObject(property, element);
-    writer_.WriteAttribute("name", property.GetNameView());
+    writer_.WriteAttribute("name", property.GetKey());
 }
 
 void XMLTemplateWriter::EndMember(const Property& property) {
@@ -80,8 +92,7 @@ void XMLTemplateWriter::WriteAttribute(const AttributeProperty& attribute) {
     StartMember(attribute, "attribute");
     // An attribute without a type still needs one to be read at all.
     writer_.WriteAttribute("type", attribute.GetType() ? attribute.GetType()->GetFullName() : "");
-    if (attribute.GetVersion() != 1)
-        writer_.WriteAttribute("version", attribute.GetVersion());
+    WriteVersion(attribute);
     if (attribute.IsReference())
         writer_.WriteAttribute("reference", "true");
     WriteValues(attribute);
@@ -93,16 +104,14 @@ void XMLTemplateWriter::WriteAttribute(const AttributeProperty& attribute) {
 
 void XMLTemplateWriter::WriteNode(const NodeProperty& node) {
     StartMember(node, "node");
-    if (node.GetVersion() != 1)
-        writer_.WriteAttribute("version", node.GetVersion());
+    WriteVersion(node);
     WriteAncestor(node);
     EndMember(node);
 }
 
 void XMLTemplateWriter::WriteAnchor(const AnchorProperty& anchor) {
     StartMember(anchor, "anchor");
-    if (anchor.GetVersion() != 1)
-        writer_.WriteAttribute("version", anchor.GetVersion());
+    WriteVersion(anchor);
     if (anchor.IsChild())
         writer_.WriteAttribute("child", "true");
     WriteAncestor(anchor);
@@ -120,8 +129,7 @@ void XMLTemplateWriter::WriteAncestor(const NodeProperty& node) {
 
 void XMLTemplateWriter::WriteGeometry(const GeometryProperty& geometry) {
     StartMember(geometry, "geometry");
-    if (geometry.GetVersion() != 1)
-        writer_.WriteAttribute("version", geometry.GetVersion());
+    WriteVersion(geometry);
     geometry.NamedObject::WriteToXML(writer_);
     for (int i = 0; i < geometry.GetAlternateCount(); ++i)
         WriteAlternate(*geometry.GetAlternateAt(i));
