@@ -28,10 +28,11 @@ struct Event {
     size_t at; ///< The version, counted from the lowest.
     size_t place;
     VersionStep step;
+    unsigned realTime; ///< Of what is told later than it happened, else 0.
 
     bool operator<(const Event& other) const {
-        return std::tie(time, rank, at, place) <
-               std::tie(other.time, other.rank, other.at, other.place);
+        return std::tie(time, rank, realTime, at, place) <
+               std::tie(other.time, other.rank, other.realTime, other.at, other.place);
     }
 };
 
@@ -93,9 +94,15 @@ private:
         }
         for (size_t at = 1; at < latest.size(); ++at)
             latest[at] = std::max(latest[at], latest[at - 1]);
+        parents_.clear();
         for (Event& event : events_) {
-            if (event.rank == kParent)
-                event.time = std::max(event.time, latest[event.at]);
+            if (event.rank != kParent)
+                continue;
+            if (event.time < latest[event.at]) {
+                event.time = latest[event.at];
+                event.realTime = event.step.version->GetParentTime(*event.step.parent);
+            }
+            parents_[event.step.parent].emplace_back(event.at, event.time);
         }
         std::sort(events_.begin(), events_.end());
     }
@@ -113,7 +120,7 @@ private:
     }
 
     void Add(unsigned time, Rank rank, size_t at, const VersionStep& step) {
-        events_.push_back({time, rank, at, events_.size(), step});
+        events_.push_back({time, rank, at, events_.size(), step, 0});
     }
 
     /// Of a version that is not the first, only what the version below lacks; never the root.
