@@ -7,6 +7,7 @@
 #include "manager/TemplateManager.h"
 #include "schema/Template.h"
 #include "types/Enumeration.h"
+#include "xml/TypeElement.h"
 #include "xml/VersionOrder.h"
 #include "xml/XMLWriter.h"
 
@@ -90,15 +91,18 @@ void XMLTemplateWriter::WriteType(const Type& type) {
 }
 
 void XMLTemplateWriter::WriteEnumeration(const Enumeration& enumeration) {
-    // An enumeration made from another one has its items from there.
-    if (ObjectCast<Enumeration>(enumeration.GetBaseType())) {
+    if (IsToldByTypeElement(enumeration)) {
         WriteType(enumeration);
         return;
     }
+    // The element takes plain types alone: items of its own matter more than where they are from.
+    const Type* base = enumeration.GetBaseType();
+    if (ObjectCast<Enumeration>(base))
+        base = base->GetStorageType();
     StartObject(enumeration, "enum");
     writer_.WriteAttribute("name", enumeration.GetNameView());
-    if (enumeration.GetBaseType())
-        writer_.WriteAttribute("type", enumeration.GetBaseType()->GetFullName());
+    if (base)
+        writer_.WriteAttribute("type", base->GetFullName());
     for (int i = 0; i < enumeration.GetItemCount(); ++i)
         WriteItem(*enumeration.GetItemAt(i));
     EndObject(false);
@@ -150,7 +154,8 @@ void XMLTemplateWriter::StartTemplate(const Template& version) {
 void XMLTemplateWriter::WriteTemplate(const Template& latest) {
     const std::vector<const Template*> versions = CollectVersions(latest);
     const Template& first = *versions.front();
-    const auto* origin = ObjectCast<Template>(first.GetBaseType());
+    const Template* origin =
+        IsToldByTypeElement(first) ? ObjectCast<Template>(first.GetBaseType()) : nullptr;
     const std::vector<VersionStep> steps = OrderVersionSteps(versions, origin);
     if (origin) { // made by a type element, perhaps continued
         WriteType(first);
@@ -158,11 +163,25 @@ void XMLTemplateWriter::WriteTemplate(const Template& latest) {
             WriteViews(versions);
             return;
         }
+    } else if (first.GetDimension() != 1) {
+        WriteDimension(first);
     }
     if (FitInOneElement(versions))
         WriteInOneElement(steps, versions);
     else
         WriteVersionByVersion(steps, versions);
+}
+
+/// Only a type element tells a dimension: one over the root, of which it takes nothing else.
+void XMLTemplateWriter::WriteDimension(const Template& type) {
+    const TemplateManager* manager = TemplateManager::Get();
+    if (!manager)
+        return;
+    StartObject(type, "type");
+    writer_.WriteAttribute("name", type.GetNameView());
+    writer_.WriteAttribute("type", manager->GetRoot()->GetFullName());
+    writer_.WriteAttribute("dim", type.GetDimension());
+    EndObject(true);
 }
 
 void XMLTemplateWriter::WriteInOneElement(const std::vector<VersionStep>& steps,

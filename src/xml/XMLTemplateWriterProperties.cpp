@@ -70,6 +70,12 @@ void XMLTemplateWriter::WriteProperty(const Property& property, int version) {
     version_ = 0;
 }
 
+void XMLTemplateWriter::WriteCopyOf(const Property& property) {
+    asCopy_ = true;
+    WriteProperty(property, 0);
+    asCopy_ = false;
+}
+
 void XMLTemplateWriter::WriteVersion(const Property& property) {
     const int version = version_ > 0 ? version_ : property.GetVersion();
     if (version != 1)
@@ -93,7 +99,7 @@ void XMLTemplateWriter::WriteAttribute(const AttributeProperty& attribute) {
     // An attribute without a type still needs one to be read at all.
     writer_.WriteAttribute("type", attribute.GetType() ? attribute.GetType()->GetFullName() : "");
     WriteVersion(attribute);
-    if (attribute.IsReference())
+    if (attribute.IsReference() && !asCopy_)
         writer_.WriteAttribute("reference", "true");
     WriteValues(attribute);
     if (*attribute.GetAutoBind())
@@ -151,6 +157,8 @@ void XMLTemplateWriter::WriteValues(const AttributeProperty& attribute) {
     const Type* type = attribute.GetType();
     if (!type || type->GetDimension() < 1)
         return;
+    if (asCopy_)
+        return WriteFreshValues(*type);
     const void* value = attribute.GetReadableDefault(type->GetDimension());
     const void* minimum = attribute.GetReadableMin();
     const void* maximum = attribute.GetReadableMax();
@@ -167,9 +175,16 @@ void XMLTemplateWriter::WriteValues(const AttributeProperty& attribute) {
         writer_.WriteAttribute("max", TextOfValue(*type, maximum));
 }
 
+void XMLTemplateWriter::WriteFreshValues(const Type& type) {
+    for (const char* value : {"default", "min", "max"}) {
+        if (type.GetStorageType())
+            writer_.WriteAttribute(value, TextOfValue(type, nullptr));
+    }
+}
+
 void XMLTemplateWriter::WriteDefaultAsset(const AttributeProperty& attribute) {
     const auto* asset = ObjectCast<Asset>(GetDefaultInstance(attribute));
-    if (!asset)
+    if (!asset || asCopy_)
         return;
     StartObject(*asset, "asset");
     writer_.WriteAttribute("name", asset->GetNameView());
