@@ -251,7 +251,7 @@ void XMLTemplateFileWriter::DeclareMentioned(const Type& type,
         if (unknown.erase(written) == 0)
             continue;
         const auto& declared = static_cast<const Template&>(*written);
-        if (IsToldByTypeElement(declared))
+        if (IsToldByTypeElement(static_cast<const Template&>(*GetVersions(declared).front())))
             continue;
         elements.SwitchPackage(declared);
         elements.DeclareTemplate(declared);

@@ -122,7 +122,7 @@ protected:
 };
 
 TEST_F(VersionHistory, IsKeptHoweverAHostMadeTheVersions) {
-    for (unsigned seed = 0; seed < 3000 && !HasFailure(); ++seed) {
+    for (unsigned seed = 0; seed < 2000 && !HasFailure(); ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
         Restart();
         RandomHost host(seed);
