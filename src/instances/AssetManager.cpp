@@ -11,6 +11,7 @@
 #include "core/ErrorManager.h"
 #include "core/Names.h"
 #include "core/NumberText.h"
+#include "instances/OpenInstances.h"
 #include "notify/NotificationManager.h"
 #include "platform/File.h"
 #include "xml/XMLParser.h"
@@ -118,10 +119,11 @@ Asset* AssetManager::NewAsset(const char* name) {
         AddNewAsset(created.get()); // nobody is told the index, which costs more than all the rest
         return created.release();
     }
+    OpenInstances made; // callbacks may delete it
+    made.Push(*created);
     int index = AddAsset(created.get());
-    Asset* asset = created.release();
-    Announce(asset, kAssetAdded, &index);
-    return asset;
+    Announce(created.release(), kAssetAdded, &index);
+    return static_cast<Asset*>(made.Top().instance);
 }
 
 std::string AssetManager::FindFreeName() {

@@ -279,9 +279,10 @@ void XMLTemplateListener::StartText(const char* element, const XMLAttributes& at
               "element");
         return;
     }
-    // A language that begins with "-" is none.
+    // A language that begins with "-" is none, unless it is said to be meant as it stands.
     const char* language = attributes.Find("language");
-    language_ = language && *language != '-' ? language : "";
+    const bool isNone = language && *language == '-' && !ReadFlag(attributes.Find("exact"));
+    language_ = language && !isNone ? language : "";
     text_.clear();
 }
 
