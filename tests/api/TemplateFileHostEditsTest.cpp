@@ -239,6 +239,22 @@ TEST_F(TemplateFileHostEdits, WhatAHostSaysOfTheRootStandsInNoOtherFile) {
     EXPECT_EQ(SavedContent(), "\t<template name='T'/>");
 }
 
+// -- languages --------------------------------------------------------------------------------
+
+TEST_F(TemplateFileHostEdits, ALanguageThatBeginsLikeNoneIsKept) {
+    Load("<template name='T'><label>none</label><label language='-'>none, too</label></template>");
+    OviTemplate* type = Get("p.T");
+    EXPECT_STREQ(OviNamedObject_GetLabel(type, nullptr), "none, too");
+    OviNamedObject_SetLabel(type, "-x", "odd");
+    OviNamedObject_SetDescription(type, "-", "odder");
+    EXPECT_NE(SavedContent().find("<label language='-x' exact='true'>odd</label>"),
+              std::string::npos);
+    ExpectRoundTrip();
+    EXPECT_STREQ(OviNamedObject_GetLabel(Get("p.T"), "-x"), "odd");
+    EXPECT_STREQ(OviNamedObject_GetLabel(Get("p.T"), nullptr), "none, too");
+    EXPECT_STREQ(OviNamedObject_GetDescription(Get("p.T"), "-"), "odder");
+}
+
 // -- versions that are gone -------------------------------------------------------------------
 
 TEST_F(TemplateFileHostEdits, ATemplateWhoseLatestVersionIsGoneIsLeftOut) {
