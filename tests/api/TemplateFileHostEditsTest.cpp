@@ -233,6 +233,16 @@ TEST_F(TemplateFileHostEdits, WhatAFileSaysOfTheRootIsKept) {
     ExpectRoundTrip();
 }
 
+TEST_F(TemplateFileHostEdits, ARootWithoutLaterVersionsIsKept) {
+    const char* text = "<?xml version='1.0' encoding='UTF-8'?>\n<templates>\n"
+                       "\t<template name='Object'>\n"
+                       "\t\t<attribute name='tag' type='INT32' default='3'/>\n"
+                       "\t</template>\n\t<template name='A'/>\n</templates>";
+    ASSERT_TRUE(LoadText(text));
+    EXPECT_EQ(Save(), text);
+    ExpectRoundTrip();
+}
+
 TEST_F(TemplateFileHostEdits, WhatAHostSaysOfTheRootStandsInNoOtherFile) {
     Load("<template name='T'/>");
     OviTemplate_AddProperty(OviTemplateManager_GetRoot(), NewAttribute("tag", 1), -1);
