@@ -29,14 +29,15 @@ void XMLTemplateListener::StartView(const XMLAttributes& attributes) {
     }
     auto view = std::make_unique<View>(name, owner);
     GiveComment(*view);
-    viewItem_ = view.get();
-    openGroups_.push_back(view.get());
+    View* opened = view.get();
     // A recycled template gives up its views when it is defined anew, which may happen before the
     // view's end: then it gets the view.
     if (owner->IsRecycled())
         waitingView_ = std::move(view);
     else
         AddView(std::move(view));
+    viewItem_ = opened;
+    openGroups_.push_back(opened);
 }
 
 /// A view of the same name that this file gave would belong to nobody.
@@ -96,9 +97,9 @@ void XMLTemplateListener::StartViewProperty(const XMLAttributes& attributes) {
 void XMLTemplateListener::EndGroup() {
     if (!openGroups_.empty())
         openGroups_.pop_back();
+    EndViewProperty();
     if (openGroups_.empty() && waitingView_)
         AddView(std::move(waitingView_));
-    EndViewProperty();
 }
 
 void XMLTemplateListener::EndViewProperty() {

@@ -175,9 +175,13 @@ void XMLTemplateWriter::WriteValues(const AttributeProperty& attribute) {
         writer_.WriteAttribute("max", TextOfValue(*type, maximum));
 }
 
+/// A type that borrows its values from none has no values.
 void XMLTemplateWriter::WriteFreshValues(const Type& type) {
+    const Type* storage = type.GetStorageType();
+    const bool hasValues =
+        storage && (ObjectCast<Template>(storage) || storage->GetInlineSize(1) > 0);
     for (const char* value : {"default", "min", "max"}) {
-        if (type.GetStorageType())
+        if (hasValues)
             writer_.WriteAttribute(value, TextOfValue(type, nullptr));
     }
 }
