@@ -191,6 +191,7 @@ private:
             return epochOf(a.second) < epochOf(b.second);
         });
         std::vector<unsigned> times;
+        times.reserve(own.size());
         for (const auto& [property, time] : own)
             times.push_back(time);
         std::sort(times.begin(), times.end());
