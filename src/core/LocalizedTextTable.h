@@ -22,6 +22,9 @@ public:
     /// Sets the text of a language (null: the default entry); a null text removes the entry.
     void Set(const char* language, const char* text);
 
+    /// Whether there is a text for exactly this language.
+    bool Contains(std::string_view language) const { return FindExactly(language) != nullptr; }
+
     int GetCount() const { return static_cast<int>(entries_.size()); }
     const Entry& GetAt(int index) const { return entries_[static_cast<size_t>(index)]; }
 

@@ -19,6 +19,8 @@ void WriteTexts(const LocalizedTextTable& table, const char* element, XMLWriter&
         writer.StartElement(element);
         if (!entry.language.empty())
             writer.WriteAttribute("language", entry.language);
+        if (entry.language.compare(0, 1, "-") == 0) // which would stand for the default one
+            writer.WriteAttribute("exact", "true");
         writer.WriteText(entry.text);
         writer.EndElement();
     }

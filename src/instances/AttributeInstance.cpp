@@ -73,7 +73,10 @@ void* AttributeInstance::GetValue() {
     if (value_ || !type)
         return value_.Get();
     StoredValue made;
-    made.Make(*type, GetAttributeProperty().GetReadableDefault(dimension_), dimension_);
+    if (type->GetDimension() == 0 && dimension_ > 1)
+        made.MakeFromOne(*type, GetAttributeProperty().GetReadableDefault(1), dimension_);
+    else
+        made.Make(*type, GetAttributeProperty().GetReadableDefault(dimension_), dimension_);
     TakeValue(made, dimension_);
     if (HoldsInstances())
         LinkNestedInstance();

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <new>
 #include <utility>
+#include <vector>
 
 #include "types/Type.h"
 
@@ -42,6 +43,17 @@ void StoredValue::Make(Type& type, const void* initial, int count) {
     } else {
         Adopt(storage, storage->NewValue(initial, count), count);
     }
+}
+
+void StoredValue::MakeFromOne(Type& type, const void* element, int count) {
+    const Type* storage = type.GetStorageType();
+    if (!element || !storage)
+        return Make(type, nullptr, count);
+    const size_t known = storage->GetInlineSize(1);
+    const size_t size = known > 0 ? known : sizeof(void*); // a reference to an instance
+    std::vector<char> elements(size * static_cast<size_t>(count));
+    std::memcpy(elements.data(), element, size);
+    Make(type, elements.data(), count);
 }
 
 void StoredValue::Copy(const StoredValue& other) {

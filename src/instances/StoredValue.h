@@ -31,6 +31,10 @@ public:
     /// a template's.
     void Make(Type& type, const void* initial, int count);
 
+    /// The same from a single element (null: from zeroes): where the type's rules do not repeat it,
+    /// it is the first and the others are zero.
+    void MakeFromOne(Type& type, const void* element, int count);
+
     /// Makes a block with all elements of another one, also where Make would repeat the first.
     void Copy(const StoredValue& other);
 

@@ -27,17 +27,6 @@ void DropValues(const Template& definition) {
     }
 }
 
-void LeaveToUsers(const std::vector<Type*>& types) {
-    for (Type* type : types)
-        type->AddUse(); // none goes before all are done
-    for (Type* type : types) {
-        type->SetRetired(false);
-        Ending::End(type);
-    }
-    for (Type* type : types)
-        type->ReleaseUse();
-}
-
 template <class T> std::vector<Type*> FromLastToFirst(const ObjectRegistry<T>& registry) {
     const std::vector<T*> all = registry.Snapshot();
     return {all.rbegin(), all.rend()};
@@ -164,7 +153,9 @@ bool RetiredSchema::Delete() {
     group.KeepUsed();
     const std::vector<Type*> kept = group.Select(true);
     const std::vector<Type*> leaving = group.Select(false);
-    LeaveToUsers(kept); // nothing from here on needs memory
+    for (Type* type : kept)
+        type->SetRetired(false);
+    TypeGroup::LeaveToUsers(kept); // nothing from here on needs memory
     TypeGroup::Delete(leaving);
     return true;
 }

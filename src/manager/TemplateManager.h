@@ -102,6 +102,13 @@ public:
     virtual int AddType(Type* type);
     virtual int RemoveType(Type* type);
 
+    /// Calls a function with each template, enumeration and plain type that is registered.
+    template <class Body> void ForEachType(const Body& body) const {
+        templates_.ForEach(body);
+        enumerations_.ForEach(body);
+        types_.ForEach(body);
+    }
+
     // -- levels of detail and anchor types (referenced, not owned) ------------------------------
 
     /// Both are sorted by name; adding and removing give the list's results.

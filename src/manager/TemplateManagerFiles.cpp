@@ -11,6 +11,7 @@
 
 #include "core/ErrorManager.h"
 #include "core/Names.h"
+#include "manager/OuterReferences.h"
 #include "manager/TemplateManager.h"
 #include "manager/TypeGroup.h"
 #include "manager/TemplateReading.h"
@@ -51,6 +52,14 @@ void ClearUnused(TypeGroup& definitions, Template* root) {
         definitions.Keep(definition);
 }
 
+void KeepReferenced(const TemplateManager& manager, TypeGroup& definitions) {
+    const OuterReferences references(manager, definitions.GetAll());
+    for (const Type* type : definitions.GetAll()) {
+        if (references.Contains(type))
+            definitions.Keep(type);
+    }
+}
+
 } // namespace
 
 bool TemplateManager::LoadTemplateFile(const char* path) {
@@ -79,15 +88,21 @@ bool TemplateManager::UnloadTemplateFile(std::string_view path) {
         type->SetRecycled(true);
     Instance::StripAbandoned();
     ClearUnused(definitions, root_);
-    definitions.KeepUsed();
-    const std::vector<Type*> leaving = definitions.Select(false);
-    for (Type* type : leaving) {
+    KeepReferenced(*this, definitions);
+    // What leaves while a property, a type or a value uses it lives on until the last of them goes.
+    TypeGroup leaving(definitions.Select(false));
+    leaving.KeepUsed();
+    const std::vector<Type*> used = leaving.Select(true);
+    const std::vector<Type*> unused = leaving.Select(false);
+    for (Type* type : leaving.GetAll()) { // nothing from here on needs memory
         Unlist(*type);
         Unregistered(type);
+        type->SetRecycled(false);
     }
     const auto& all = definitions.GetAll();
     const bool lastWasDeleted = !all.empty() && !definitions.IsKept(all.back());
-    TypeGroup::Delete(leaving);
+    TypeGroup::LeaveToUsers(used);
+    TypeGroup::Delete(unused);
     return lastWasDeleted;
 }
 

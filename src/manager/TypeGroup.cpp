@@ -72,6 +72,17 @@ std::vector<Type*> TypeGroup::Select(bool kept) const {
     return selected;
 }
 
+void TypeGroup::LeaveToUsers(const std::vector<Type*>& types) {
+    for (Type* type : types)
+        type->AddUse(); // none goes before all are done
+    for (Type* type : types) {
+        type->SetRetired(false);
+        Ending::End(type);
+    }
+    for (Type* type : types)
+        type->ReleaseUse();
+}
+
 /// Items go first, since their values are freed through other types, and those that are types by
 /// themselves lose them; then all links.
 void TypeGroup::Delete(const std::vector<Type*>& types) {

@@ -27,6 +27,9 @@ public:
     /// Deletes types, which may refer to each other in any order and in circles.
     static void Delete(const std::vector<Type*>& types);
 
+    /// Leaves types that nobody owns any more to their users: each goes with the last of them.
+    static void LeaveToUsers(const std::vector<Type*>& types);
+
 private:
     std::vector<Type*> types_;
     std::unordered_set<const Type*> kept_;

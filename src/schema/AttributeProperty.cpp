@@ -59,6 +59,10 @@ bool AttributeProperty::SetType(Type* type) {
     if (type_ && type_.Get() != type && type_->GetUseCount() == CountOwnUses())
         type_->TakeFromUsers();
     type_.Reset(type);
+    for (const Slot slot : {kDefault, kMinimum, kMaximum}) {
+        if (type && GetMade(slot)) // handed over before there was a type
+            EditMade(slot).GiveType(type, CountElements(*type));
+    }
     if (type && type->GetClass() == CustomType::kClassId)
         type->LeaveToUsers();
     return true;
@@ -79,9 +83,17 @@ void AttributeProperty::Store(Slot slot, void* value) {
     if (value != GetMade(slot).Get()) {
         TypedValue& stored = EditMade(slot);
         stored.Clear();
-        stored.Adopt(type_.Get(), value, type_ ? type_->GetDimension() : 0);
+        if (type_)
+            stored.Adopt(type_.Get(), value, CountElements(*type_.Get()));
+        else
+            stored.Hold(value);
     }
     due_ = static_cast<unsigned char>(due_ & ~(1 << slot));
+}
+
+/// Of a type of variable length one element counts.
+int AttributeProperty::CountElements(const Type& type) {
+    return type.GetDimension() == 0 ? 1 : type.GetDimension();
 }
 
 /// What is there, made or not due.

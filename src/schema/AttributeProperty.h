@@ -35,7 +35,8 @@ public:
     bool IsReference() const { return reference_; }
     void SetReference(bool reference) { reference_ = reference; }
 
-    /// The values, blocks of the type that is set when they are handed over; owned.
+    /// The values, blocks of the type that is set when they are handed over; owned. Those that are
+    /// handed over before there is a type stay the caller's until there is one.
     void* GetDefaultValue() const { return Fetch(kDefault).Get(); }
     void* GetMinValue() const { return Fetch(kMinimum).Get(); }
     void* GetMaxValue() const { return Fetch(kMaximum).Get(); }
@@ -96,6 +97,7 @@ private:
         TypedValue slots[kSlots];
     };
 
+    static int CountElements(const Type& type);
     void Store(Slot slot, void* value);
     const TypedValue& Fetch(Slot slot) const;
     const TypedValue& GetMade(Slot slot) const;

@@ -14,10 +14,12 @@
 namespace Kor {
 
 Property::Property(std::string_view name, int version)
-    : NamedObject(name), VersionedObject(version), fullName_(GetNameView()) {}
+    : NamedObject(name), VersionedObject(version), fullName_(GetNameView()), time_(0),
+      staysForUsers_(false) {}
 
 Property::Property(const Property& source)
-    : NamedObject(source), VersionedObject(source), Lockable(source), fullName_(source.fullName_) {
+    : NamedObject(source), VersionedObject(source), Lockable(source), fullName_(source.fullName_),
+      time_(0), staysForUsers_(false) {
     Undo copied([this] {
         for (Command* command : SortedObjectList<Command>(std::move(commands_)))
             delete command; // nobody has seen it

@@ -139,6 +139,11 @@ public:
     Template* GetKeeper() const { return keeper_; }
     void SetKeeper(Template* keeper) { keeper_ = keeper; }
 
+    /// When the property was added to its version, in the numbers of SchemaHistory; 0 for a copy,
+    /// which came with its version.
+    unsigned GetTime() const { return time_; }
+    void SetTime(unsigned time) { time_ = time & 0x7fffffffu; }
+
 protected:
     Property(std::string_view name, int version);
 
@@ -160,7 +165,8 @@ private:
     PointerList<Template> holders_;
     TiedList<ViewProperty> viewers_;
     int useCount_ = 0;
-    bool staysForUsers_ = false;
+    unsigned time_ : 31;
+    bool staysForUsers_ : 1;
 };
 
 } // namespace Kor

@@ -16,6 +16,7 @@
 #include "core/Names.h"
 #include "core/TakeOut.h"
 #include "core/Undo.h"
+#include "schema/SchemaHistory.h"
 #include "schema/SchemaRevision.h"
 #include "schema/TemplateLinks.h"
 #include "schema/TemplateWalk.h"
@@ -23,12 +24,13 @@
 namespace Kor {
 
 Template::Template(std::string_view name, int dimension, int alignment)
-    : Type(name, dimension, alignment), VersionedObject(1) {
+    : Type(name, dimension, alignment), VersionedObject(1), creationTime_(SchemaHistory::Next()) {
     Template::UpdateFullName();
 }
 
 Template::Template(const Template& source, AsVersion version)
-    : Type(source), VersionedObject(source), latestVersion_(source.latestVersion_) {
+    : Type(source), VersionedObject(source), latestVersion_(source.latestVersion_),
+      creationTime_(SchemaHistory::Next()) {
     VersionedObject::SetVersion(version.version);
     Template::UpdateFullName();
 }
@@ -66,6 +68,7 @@ void Template::BecomeVersionOf(const Template& source) {
     SetVersionStatus(source.GetVersionStatus());
     CopyTexts(source);
     latestVersion_ = source.latestVersion_;
+    creationTime_ = SchemaHistory::Next();
     CopyParentsAndProperties(source);
     SetFileName(source.GetFileName());
 }
@@ -73,7 +76,7 @@ void Template::BecomeVersionOf(const Template& source) {
 /// Copies are made by the source's version: where that is not this template's, nobody owns them.
 void Template::CopyParentsAndProperties(const Template& source) {
     for (Template* parent : source.parents_)
-        AddParent(parent);
+        PlaceParent(parent);
     const int count = source.propertiesByName_.GetCount();
     propertiesByName_.Reserve(propertiesByName_.GetCount() + count);
     properties_.reserve(properties_.size() + static_cast<size_t>(count));
@@ -182,6 +185,8 @@ int Template::AddProperty(Property* property, int position, bool* refused) {
     property->MakeRoomForHolder();
     if (property->GetVersion() == GetVersion())
         property->SetOwner(this);
+    if (property->GetVersion() == GetVersion() || property->GetHolders().empty())
+        property->SetTime(SchemaHistory::Next());
     if (existing && GetVersion() < existing->GetVersion()) {
         VersionedObject* older = existing->GetPrevious();
         existing->SetPrevious(property);
@@ -347,6 +352,7 @@ void Template::BeginRedefinition(Template* parent) {
     DropParents(parent);
     DropProperties(true);
     DropRetired(true);
+    creationTime_ = SchemaHistory::Next();
 }
 
 /// A property that goes leaves the list by itself.

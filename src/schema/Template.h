@@ -8,6 +8,7 @@
 #include "core/ObjectRegistry.h"
 #include "core/SortedObjectList.h"
 #include "core/VersionedObject.h"
+#include "schema/ParentTimes.h"
 #include "schema/Property.h"
 #include "schema/View.h"
 #include "types/Type.h"
@@ -54,6 +55,11 @@ public:
 
     /// Makes this (emptied) template once more a successor of another one.
     void BecomeVersionOf(const Template& source);
+
+    /// When the version came into being, and when it got a parent: what it had from its beginning
+    /// has an earlier number.
+    unsigned GetCreationTime() const { return creationTime_; }
+    unsigned GetParentTime(const Template& parent) const { return parentTimes_.Get(&parent); }
 
     // -- parents and children -------------------------------------------------------------------
 
@@ -251,6 +257,7 @@ private:
     static std::unordered_map<std::string, int>& KeyCounts();
     static void ReleaseKey(const std::string& key);
     void CopyParentsAndProperties(const Template& source);
+    int PlaceParent(Template* parent);
     bool MayGetParent(const Template* parent) const;
     void MakeRoomForParent(Template& parent);
     int LinkParent(Template* parent);
@@ -271,6 +278,7 @@ private:
     std::string key_;
     int latestVersion_ = 1;
     SortedObjectList<Template> parents_;
+    ParentTimes parentTimes_; // of parents that were added once there was a later version
     ObjectRegistry<Template> children_;
     /// Children that are not shown, because another object of the same key has their place or had
     /// this template's place among their parents, but must learn of this template's end.
@@ -288,6 +296,7 @@ private:
     /// The views that name this template as theirs, listed or not.
     TiedList<View> tiedViews_;
     int instanceCount_ = 0;
+    unsigned creationTime_;
 
     mutable std::vector<Property*> instanceProperties_;
     mutable std::uint64_t instancePropertiesRevision_ = 0;

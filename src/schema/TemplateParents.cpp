@@ -11,12 +11,22 @@
 #include "core/MakeRoom.h"
 #include "core/TakeOut.h"
 #include "core/Undo.h"
+#include "schema/SchemaHistory.h"
 #include "schema/SchemaRevision.h"
 #include "schema/TemplateLinks.h"
 
 namespace Kor {
 
 int Template::AddParent(Template* parent) {
+    if (latestVersion_ > 1)
+        parentTimes_.MakeRoom();
+    const int result = PlaceParent(parent);
+    if (result >= 0 && latestVersion_ > 1)
+        parentTimes_.Set(parent, SchemaHistory::Next());
+    return result;
+}
+
+int Template::PlaceParent(Template* parent) {
     if (!MayGetParent(parent))
         return -1;
     TemplateManager* manager = TemplateManager::Get();
@@ -94,6 +104,7 @@ void Template::UnlinkChild(Template* child) {
 void Template::UnlinkParent(Template* parent) {
     if (parents_.RemoveExactly(parent))
         parent->UnlinkChild(this);
+    parentTimes_.Forget(parent);
     SchemaRevision::Advance();
 }
 
@@ -146,6 +157,7 @@ void Template::ShareChildren(Template* fallback) {
 void Template::DropChildren() {
     ForEachChild([this](Template* child) {
         child->parents_.RemoveExactly(this);
+        child->parentTimes_.Forget(this);
         TakeOut(child->formerParents_, this);
     });
     children_.Clear();

@@ -1,6 +1,7 @@
 #include "types/Enumeration.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <utility>
 
 // An item that is registered as a plain type as well is the manager's.
@@ -94,7 +95,7 @@ bool Enumeration::IsValueValid(const void* value, const void*, const void*, int 
     if (!value || !carrier)
         return false;
     // The names come first: a block that is a name need not hold an element of the base type.
-    if (IsNameOfItem(static_cast<const char*>(value)))
+    if (IsNameOfItem(static_cast<const char*>(value), GetReadableSize(*carrier, count)))
         return true;
     std::string text;
     carrier->GetValueAsString(value, text, 0);
@@ -108,16 +109,22 @@ bool Enumeration::IsValueValid(const void* value, const void*, const void*, int 
     });
 }
 
+/// How much of a block may be read as a name. Numbers of one or two bytes easily look like the
+/// beginning of one, with nothing behind them; wider ones do not, and hosts pass names for them.
+size_t Enumeration::GetReadableSize(const Type& carrier, int count) {
+    const size_t width = carrier.GetInlineSize(1);
+    const bool isNarrow = width > 0 && width < sizeof(std::int32_t);
+    return isNarrow ? width * static_cast<size_t>(std::max(count, 1)) : std::string::npos;
+}
+
 /// The block may be shorter than a name, so nothing behind the first difference is read.
-bool Enumeration::IsNameOfItem(const char* block) const {
+bool Enumeration::IsNameOfItem(const char* block, size_t size) const {
     for (const EnumerationItem* item : items_) {
-        const char* name = item->GetFullName().c_str();
-        const char* byte = block;
-        while (*byte && *byte == *name) {
-            ++byte;
-            ++name;
-        }
-        if (*byte == *name)
+        const std::string& name = item->GetFullName();
+        size_t at = 0;
+        while (at < size && at < name.size() && block[at] == name[at])
+            ++at;
+        if (at == name.size() && at < size && block[at] == '\0')
             return true;
     }
     return false;

@@ -55,7 +55,8 @@ public:
 private:
     Enumeration(const Enumeration& other);
 
-    bool IsNameOfItem(const char* block) const;
+    static size_t GetReadableSize(const Type& carrier, int count);
+    bool IsNameOfItem(const char* block, size_t size) const;
 
     SortedObjectList<EnumerationItem> items_;
 };

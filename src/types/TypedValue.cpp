@@ -18,6 +18,18 @@ void TypedValue::Adopt(Type* type, void* block, int count) {
     count_ = count;
 }
 
+void TypedValue::Hold(void* block) {
+    Clear();
+    block_ = block;
+}
+
+void TypedValue::GiveType(Type* type, int count) {
+    if (!block_ || type_ || !type)
+        return;
+    type_.Reset(const_cast<Type*>(type->GetStorageType()));
+    count_ = count;
+}
+
 void TypedValue::Clear() {
     void* block = std::exchange(block_, nullptr);
     const bool handedOut = std::exchange(handedOut_, false);

@@ -26,6 +26,10 @@ public:
     /// blocks, so that one of theirs is never freed.
     void Adopt(Type* type, void* block, int count);
 
+    /// Holds a block whose type is not known yet: it stays the giver's until it gets one.
+    void Hold(void* block);
+    void GiveType(Type* type, int count);
+
     /// Frees the block.
     void Clear();
 

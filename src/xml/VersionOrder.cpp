@@ -2,11 +2,15 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <queue>
+#include <set>
 #include <string_view>
+#include <tuple>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
+
+// The root is what a version without parents descends from.
+#include "manager/TemplateManager.h"
 
 #include "schema/AttributeProperty.h"
 #include "schema/Template.h"
@@ -15,286 +19,250 @@ namespace Kor {
 
 namespace {
 
-/// The steps as nodes of a graph whose edges say which must come first.
-class StepGraph {
+/// What happens at one time, in the order in which a reader is told of it.
+enum Rank { kHidden, kCreation, kParent, kProperty };
+
+struct Event {
+    unsigned time;
+    Rank rank;
+    size_t at; ///< The version, counted from the lowest.
+    size_t place;
+    VersionStep step;
+    unsigned realTime; ///< Of what is told later than it happened, else 0.
+
+    bool operator<(const Event& other) const {
+        return std::tie(time, rank, realTime, at, place) <
+               std::tie(other.time, other.rank, other.realTime, other.at, other.place);
+    }
+};
+
+/// Collects what happened to the versions of a template, from the lowest to the highest.
+class History {
 public:
-    explicit StepGraph(const std::vector<const Template*>& versions) {
-        for (size_t i = 0; i < versions.size(); ++i)
-            AddVersion(versions, i);
-        for (size_t i = 1; i < versions.size(); ++i)
-            AddCreation(versions, i);
-        for (size_t i = 1; i < versions.size(); ++i)
-            AddVersionsBetween(versions, i);
-        AddLateParents();
-        AddOwnTypes(versions);
-        for (const Template* version : versions)
-            AddDeclarationOrder(*version);
+    History(const std::vector<const Template*>& versions, const Template* origin)
+        : versions_(versions) {
+        if (origin)
+            Know(*origin);
+        for (size_t at = 0; at < versions.size(); ++at)
+            times_.push_back(at == 0 ? 0 : versions[at]->GetCreationTime());
+        for (size_t at = 0; at < versions.size(); ++at) {
+            if (at > 0)
+                Add(times_[at], kCreation, at, {versions[at], nullptr, nullptr, true});
+            AddProperties(at);
+            AddParents(at, at > 0 ? versions[at - 1] : origin);
+            Know(*versions[at]);
+        }
+        std::sort(events_.begin(), events_.end());
+        TellParentsBehindVersionsOfTheRoot();
     }
 
-    /// The steps, the first possible one in turn; circles, which no reader makes, are cut.
-    std::vector<VersionStep> Sort() {
-        std::vector<VersionStep> sorted;
-        std::priority_queue<size_t, std::vector<size_t>, std::greater<>> ready;
-        std::vector<bool> done(steps_.size(), false);
-        for (size_t i = 0; i < steps_.size(); ++i) {
-            if (blockers_[i] == 0)
-                ready.push(i);
-        }
-        for (size_t next = 0; next < steps_.size();) {
-            if (ready.empty()) {
-                if (!done[next])
-                    ready.push(next);
-                ++next;
-                continue;
-            }
-            const size_t step = ready.top();
-            ready.pop();
-            if (done[step])
-                continue;
-            done[step] = true;
-            sorted.push_back(steps_[step]);
-            for (const size_t follower : followers_[step]) {
-                if (--blockers_[follower] == 0)
-                    ready.push(follower);
+    /// A version is made by the first step that names it: where that is not told next, it is made
+    /// by a parent that is known.
+    std::vector<VersionStep> GetSteps() {
+        std::vector<VersionStep> steps;
+        for (size_t i = 0; i < events_.size(); ++i) {
+            const Event& event = events_[i];
+            if (event.rank != kCreation) {
+                steps.push_back(event.step);
+            } else if (!IsMadeByNext(i)) {
+                steps.push_back(event.step);
+                steps.back().parent = FindKnownParent(event.at);
             }
         }
-        return sorted;
+        return steps;
     }
 
 private:
-    using NamedProperties = std::unordered_multimap<std::string_view, const Property*>;
-
-    size_t AddStep(const VersionStep& step) {
-        steps_.push_back(step);
-        followers_.emplace_back();
-        blockers_.push_back(0);
-        return steps_.size() - 1;
+    /// Whether the event behind a creation makes that version. A type is looked for before the
+    /// version of its attribute is made: one that is that version itself was there before.
+    bool IsMadeByNext(size_t creation) const {
+        if (creation + 1 == events_.size())
+            return false;
+        const Event& next = events_[creation + 1];
+        return next.at == events_[creation].at && next.rank != kHidden &&
+               !(next.step.property && GetOwnType(next.step) == next.step.version);
     }
 
-    /// The properties that a version introduces, and what they tell about how it came into being.
-    struct Own {
-        std::vector<const Property*> properties;
-        bool foundVersion = false; ///< It was there before the first of them.
-        bool madeVersion = false;  ///< It came with the first of them.
-    };
-
-    static Own CollectOwn(const std::vector<const Template*>& versions, size_t at) {
-        const Template& version = *versions[at];
-        Own own;
-        for (const Property* property : version.GetDeclaredProperties()) {
-            const bool isFirst = own.properties.empty();
-            // A template made from another one has copies of its own version, which it keeps.
-            if (property->GetOwner() == &version && property->GetKeeper() != &version &&
-                property->GetVersion() == version.GetVersion()) {
-                own.properties.push_back(property);
-                const auto* type = ObjectCast<Template>(GetTypeOf(*property));
-                const bool isOwnType = type && type->GetFullName() == version.GetFullName();
-                own.foundVersion =
-                    own.foundVersion ||
-                    (isFirst && (type == &version || CameAfterACopy(*property, versions, at)));
-                own.madeVersion = own.madeVersion || (isFirst && isOwnType &&
-                                                      type->GetVersion() < version.GetVersion());
-            } else if (isFirst && IsShared(*property, version)) {
-                own.foundVersion = true;
-            }
+    /// A version that only has the root is made by naming that, which all later versions get, too:
+    /// none of them may have another parent by then.
+    void TellParentsBehindVersionsOfTheRoot() {
+        std::vector<unsigned> latest(versions_.size() + 1, 0); // for the versions above each
+        for (size_t i = 0; i < events_.size(); ++i) {
+            const Event& event = events_[i];
+            if (event.rank == kCreation && !IsMadeByNext(i) && HasOnlyRoot(event.at))
+                latest[event.at + 1] = event.time;
         }
-        return own;
-    }
-
-    void AddVersion(const std::vector<const Template*>& versions, size_t at) {
-        const Template* version = versions[at];
-        const bool isLater = at > 0;
-        const Template* lower =
-            isLater ? versions[at - 1] : ObjectCast<Template>(version->GetBaseType());
-        const size_t first = steps_.size();
-        const std::vector<Template*> introduced = GetIntroducedParents(*version, lower);
-        std::vector<const Property*> older = FindOlder(versions, at, introduced);
-        const Own own = CollectOwn(versions, at);
-        const bool madeByProperty = isLater && own.madeVersion;
-        const bool parentsFirst = !introduced.empty() && older.empty() && !madeByProperty;
-        if (parentsFirst)
-            AddStep({version, lower, nullptr, false});
-        else if (isLater && !madeByProperty && (own.properties.empty() || own.foundVersion))
-            AddStep({version, lower, nullptr, true});
-        for (const Property* property : own.properties)
-            nodes_.emplace(property, AddStep({version, lower, property, false}));
-        if (!introduced.empty() && !parentsFirst)
-            lateParents_.emplace_back(AddStep({version, lower, nullptr, false}), std::move(older));
-        ranges_.push_back({first, steps_.size()});
-    }
-
-    /// The properties that this or later versions share with lower ones although parents that this
-    /// version introduces have newer ones of the name, which would keep them out: they were there
-    /// before the parents.
-    static std::vector<const Property*> FindOlder(const std::vector<const Template*>& versions,
-                                                  size_t at,
-                                                  const std::vector<Template*>& introduced) {
-        std::vector<const Property*> older;
-        for (size_t i = std::max<size_t>(at, 1); i < versions.size() && !introduced.empty(); ++i) {
-            for (const Property* property : versions[i]->GetDeclaredProperties()) {
-                const bool shared = property->GetOwner() && property->GetOwner() != versions[i];
-                const bool hidden =
-                    shared &&
-                    std::any_of(introduced.begin(), introduced.end(), [&](Template* parent) {
-                        const Property* other = parent->GetProperty(property->GetKey(), true);
-                        return other && other->GetVersion() > property->GetVersion();
-                    });
-                if (hidden)
-                    older.push_back(property);
-            }
-        }
-        return older;
-    }
-
-    /// An attribute that refers to its own template got the version that was the latest.
-    void AddOwnTypes(const std::vector<const Template*>& versions) {
-        for (const auto& [property, node] : nodes_) {
-            const auto type = std::find(versions.begin(), versions.end(), GetTypeOf(*property));
-            for (auto version = type; version != versions.end(); ++version) {
-                const size_t creation =
-                    ranges_[static_cast<size_t>(version - versions.begin())].first;
-                if (version == versions.begin() || creation == node)
-                    continue;
-                if (version == type)
-                    AddEdge(creation, node);
-                else
-                    AddEdge(node, creation);
-            }
-        }
-    }
-
-    /// Whether the property is a lower version's own; copies have the version's or no owner.
-    static bool IsShared(const Property& property, const Template& version) {
-        return property.GetOwner() && property.GetOwner() != &version;
-    }
-
-    /// Whether a higher version was copied from this one without the property.
-    static bool CameAfterACopy(const Property& property,
-                               const std::vector<const Template*>& versions, size_t at) {
-        const auto isCopy = [&property](const Property* other) {
-            return other != &property && other->GetKey() == property.GetKey() &&
-                   other->GetVersion() == property.GetVersion();
-        };
-        return std::any_of(versions.begin() + static_cast<std::ptrdiff_t>(at) + 1, versions.end(),
-                           [&](const Template* higher) {
-                               const auto& listed = higher->GetDeclaredProperties();
-                               return higher->GetPrevious() == versions[at] &&
-                                      std::none_of(listed.begin(), listed.end(), isCopy);
-                           });
-    }
-
-    static const Type* GetTypeOf(const Property& property) {
-        const auto* attribute = ObjectCast<AttributeProperty>(&property);
-        return attribute ? attribute->GetType() : nullptr;
-    }
-
-    void AddLateParents() {
-        for (const auto& [parents, older] : lateParents_) {
-            for (const Property* property : older) {
-                const auto node = nodes_.find(property);
-                if (node != nodes_.end())
-                    AddEdge(node->second, parents);
-            }
-        }
-    }
-
-    /// The first step of a version makes it; where the properties of lower versions stand to that
-    /// shows in what the version has of them.
-    void AddCreation(const std::vector<const Template*>& versions, size_t at) {
-        const auto [creation, end] = ranges_[at];
-        for (size_t step = creation + 1; step < end; ++step)
-            AddEdge(creation, step);
-        const auto& declared = versions[at]->GetDeclaredProperties();
-        const std::unordered_set<const Property*> listed(declared.begin(), declared.end());
-        NamedProperties named;
-        for (const Property* property : declared)
-            named.emplace(property->GetKey(), property);
-        for (size_t step = 0; step < creation; ++step) {
-            if (!steps_[step].property)
+        for (size_t at = 1; at < latest.size(); ++at)
+            latest[at] = std::max(latest[at], latest[at - 1]);
+        parents_.clear();
+        for (Event& event : events_) {
+            if (event.rank != kParent)
                 continue;
-            if (listed.count(steps_[step].property))
-                AddEdge(creation, step);
+            if (event.time < latest[event.at]) {
+                event.time = latest[event.at];
+                event.realTime = event.step.version->GetParentTime(*event.step.parent);
+            }
+            parents_[event.step.parent].emplace_back(event.at, event.time);
+        }
+        std::sort(events_.begin(), events_.end());
+    }
+
+    bool HasOnlyRoot(size_t at) const {
+        const Template* known = FindKnownParent(at);
+        return known && known->GetParentCount() == 0;
+    }
+
+    /// The version of the same template that an attribute has as its type, or null.
+    static const Template* GetOwnType(const VersionStep& step) {
+        const auto* attribute = ObjectCast<AttributeProperty>(step.property);
+        const auto* type = ObjectCast<Template>(attribute ? attribute->GetType() : nullptr);
+        return type && type->GetFullName() == step.version->GetFullName() ? type : nullptr;
+    }
+
+    void Add(unsigned time, Rank rank, size_t at, const VersionStep& step) {
+        events_.push_back({time, rank, at, events_.size(), step, 0});
+    }
+
+    /// Of a version that is not the first, only what the version below lacks; never the root.
+    void AddParents(size_t at, const Template* lower) {
+        const Template& version = *versions_[at];
+        for (const Template* parent : version.GetParents()) {
+            const bool isRoot = parent->GetParentCount() == 0 && !parent->IsRecycled();
+            if (isRoot || (lower && lower->GetParent(parent->GetKey())))
+                continue;
+            const unsigned time =
+                GetToldTime(at, std::max(version.GetParentTime(*parent), times_[at]));
+            Add(time, kParent, at, {&version, nullptr, parent, false});
+            parents_[parent].emplace_back(at, time);
+        }
+    }
+
+    /// A parent comes first in its version, unless properties came in between to which it may make
+    /// a difference: newer ones that it has keep older ones out of later versions, and a type is
+    /// looked for before the version of its attribute is made.
+    unsigned GetToldTime(size_t at, unsigned time) const {
+        const bool hasLater =
+            std::any_of(times_.begin() + static_cast<std::ptrdiff_t>(at) + 1, times_.end(),
+                        [time](unsigned creation) { return creation < time; });
+        const bool matters =
+            HasBetween(propertyTimes_, times_[at], time) ||
+            ((hasLater || isMadeByOwnType_) && HasBetween(ownTimes_, times_[at], time));
+        return matters ? time : times_[at];
+    }
+
+    static bool HasBetween(const std::set<unsigned>& times, unsigned after, unsigned before) {
+        const auto found = times.upper_bound(after);
+        return found != times.end() && *found < before;
+    }
+
+    void AddProperties(size_t at) {
+        const Template& version = *versions_[at];
+        std::vector<std::pair<const Property*, unsigned>> own;
+        for (const Property* property : version.GetDeclaredProperties()) {
+            if (IsKnown(*property))
+                continue;
+            if (version.GetProperty(property->GetKey(), false) == property)
+                own.emplace_back(property, std::max(property->GetTime(), times_[at]));
             else
-                AddUnshared(step, creation, named);
+                AddHidden(*property, at);
+        }
+        KeepDeclarationOrder(own, at);
+        propertyTimes_.merge(ownTimes_);
+        ownTimes_.clear();
+        isMadeByOwnType_ =
+            at > 0 && !own.empty() && GetOwnType({&version, own[0].first, nullptr, false});
+        for (const auto& [property, time] : own) {
+            Add(time, kProperty, at, {&version, property, nullptr, false});
+            ownTimes_.insert(time);
         }
     }
 
-    /// A property of which the version has a copy was there before it. One of which it has nothing
-    /// came after a newer definition that kept it out; the versions above say nothing more then.
-    void AddUnshared(size_t step, size_t creation, const NamedProperties& named) {
-        const Property* property = steps_[step].property;
-        const auto [first, last] = named.equal_range(property->GetKey());
-        const bool copied = std::any_of(first, last, [property](const auto& other) {
-            return other.second->GetVersion() == property->GetVersion();
+    /// Between two creations of later versions the properties keep the order in which they are
+    /// declared, which a host may choose, and come at the times at which one of them came.
+    void KeepDeclarationOrder(std::vector<std::pair<const Property*, unsigned>>& own,
+                              size_t at) const {
+        std::vector<unsigned> creations(times_.begin() + static_cast<std::ptrdiff_t>(at) + 1,
+                                        times_.end());
+        std::sort(creations.begin(), creations.end());
+        const auto epochOf = [&creations](unsigned time) {
+            return std::lower_bound(creations.begin(), creations.end(), time) - creations.begin();
+        };
+        std::stable_sort(own.begin(), own.end(), [&epochOf](const auto& a, const auto& b) {
+            return epochOf(a.second) < epochOf(b.second);
         });
-        if (copied) {
-            AddEdge(step, creation);
-        } else if (keptOut_.insert(property).second) {
-            AddEdge(creation, step);
-            for (auto newer = first; newer != last; ++newer) {
-                const auto node = nodes_.find(newer->second);
-                if (node != nodes_.end() && node->second != step)
-                    AddEdge(node->second, step);
-            }
-        }
+        std::vector<unsigned> times;
+        times.reserve(own.size());
+        for (const auto& [property, time] : own)
+            times.push_back(time);
+        std::sort(times.begin(), times.end());
+        for (size_t i = 0; i < own.size(); ++i)
+            own[i].second = times[i];
     }
 
-    /// A version is a copy of the nearest lower one that there was: those in between came later.
-    void AddVersionsBetween(const std::vector<const Template*>& versions, size_t at) {
-        const VersionedObject* source = versions[at]->GetPrevious();
-        size_t below = at;
-        while (below > 0 && versions[below - 1] != source)
-            --below;
-        if (below == 0) // made by hand or from a version that is gone
+    /// An older definition, which no lower version has any more: it goes to one of these, so that
+    /// this version has it before the newer one.
+    void AddHidden(const Property& property, size_t at) {
+        size_t lower = at;
+        while (lower > 0 && versions_[lower - 1]->GetVersion() > property.GetVersion())
+            --lower;
+        if (lower == 0 || times_[lower - 1] > times_[at] ||
+            versions_[lower - 1]->GetProperty(property.GetKey(), false))
             return;
-        for (size_t between = below; between < at; ++between)
-            AddEdge(ranges_[at].first, ranges_[between].first);
+        Add(times_[at], kHidden, lower - 1, {versions_[lower - 1], &property, nullptr, false});
     }
 
-    void AddDeclarationOrder(const Template& version) {
-        const Property* previous = nullptr;
+    void Know(const Template& version) {
         for (const Property* property : version.GetDeclaredProperties()) {
-            if (!nodes_.count(property))
-                continue;
-            if (previous)
-                AddEdge(nodes_[previous], nodes_[property]);
-            previous = property;
+            known_.insert(property);
+            knownNames_.emplace(property->GetKey(), property->GetVersion());
         }
     }
 
-    void AddEdge(size_t before, size_t after) {
-        followers_[before].push_back(after);
-        ++blockers_[after];
+    /// Whether a lower version has the property, or what it is a copy of.
+    bool IsKnown(const Property& property) const {
+        return known_.count(&property) > 0 ||
+               (property.GetKeeper() &&
+                knownNames_.count({property.GetKey(), property.GetVersion()}) > 0);
     }
 
-    struct Range {
-        size_t first;
-        size_t end;
-    };
+    /// A parent that the version is made with: one that the version below has by then. The root has
+    /// none, so that a version of it in which nothing is new cannot be told.
+    const Template* FindKnownParent(size_t at) const {
+        size_t below = at - 1;
+        while (below > 0 && times_[below] > times_[at])
+            --below;
+        for (const Template* parent : versions_[below]->GetParents()) {
+            if (HadParent(below, parent, times_[at]))
+                return parent;
+        }
+        const TemplateManager* manager = TemplateManager::Get();
+        return manager && versions_[at]->GetParentCount() > 0 ? manager->GetRoot() : nullptr;
+    }
 
-    std::vector<VersionStep> steps_;
-    std::vector<std::vector<size_t>> followers_;
-    std::vector<int> blockers_;
-    std::vector<Range> ranges_;
-    std::unordered_map<const Property*, size_t> nodes_;
-    std::unordered_set<const Property*> keptOut_;
-    std::vector<std::pair<size_t, std::vector<const Property*>>> lateParents_;
+    bool HadParent(size_t at, const Template* parent, unsigned time) const {
+        const auto told = parents_.find(parent);
+        return told != parents_.end() &&
+               std::any_of(told->second.begin(), told->second.end(), [&](const auto& added) {
+                   return added.first <= at && added.second < time;
+               });
+    }
+
+    const std::vector<const Template*>& versions_;
+    std::vector<unsigned> times_; // at which the versions were made; the first one was always there
+    std::vector<Event> events_;
+    std::set<unsigned> propertyTimes_; // those of lower versions
+    std::set<unsigned> ownTimes_;      // and those of the version at hand
+    bool isMadeByOwnType_ = false;     // whether that one begins with an attribute of its type
+    std::unordered_map<const Template*, std::vector<std::pair<size_t, unsigned>>> parents_;
+    std::unordered_set<const Property*> known_;
+    std::set<std::pair<std::string_view, int>> knownNames_;
 };
 
 } // namespace
 
-std::vector<Template*> GetIntroducedParents(const Template& version, const Template* lower) {
-    std::vector<Template*> introduced;
-    for (Template* parent : version.GetParents()) {
-        const bool known = lower && lower->GetParent(parent->GetKey());
-        if (!known && parent->GetParentCount() > 0)
-            introduced.push_back(parent);
-    }
-    return introduced;
-}
-
-std::vector<VersionStep> OrderVersionSteps(const std::vector<const Template*>& versions) {
-    return StepGraph(versions).Sort();
+std::vector<VersionStep> OrderVersionSteps(const std::vector<const Template*>& versions,
+                                           const Template* origin) {
+    return History(versions, origin).GetSteps();
 }
 
 } // namespace Kor

@@ -22,6 +22,7 @@ void XMLInstanceListener::Error(const std::string& message) {
 
 bool XMLInstanceListener::Refuse(const std::string& message) {
     Error(message);
+    refused_ = true;
     return parser_.GetErrorListener() != nullptr;
 }
 
@@ -32,9 +33,9 @@ void XMLInstanceListener::ReportInvalidName(const char* name) {
 
 // -- events ---------------------------------------------------------------------------------------
 
-const XMLInstanceListener::Element* XMLInstanceListener::FindElement(std::string_view name) {
+const XMLInstanceListener::Element* XMLInstanceListener::GetElements() {
     using Listener = XMLInstanceListener;
-    static constexpr Element kElements[] = {
+    static constexpr Element kElements[kElementCount] = {
         {"attribute", &Listener::StartAttribute, &Listener::EndProperty},
         {"value", &Listener::StartValue, &Listener::EndValue},
         {"asset", &Listener::StartAsset, &Listener::EndAsset},
@@ -45,11 +46,20 @@ const XMLInstanceListener::Element* XMLInstanceListener::FindElement(std::string
         {"alternate", &Listener::StartAlternate, &Listener::EndNothing},
         {"assetRef", &Listener::StartAssetRef, &Listener::EndNothing},
     };
-    for (const Element& element : kElements) {
-        if (EqualsIgnoreCase(element.name, name))
-            return &element;
+    return kElements;
+}
+
+const XMLInstanceListener::Element* XMLInstanceListener::FindElement(std::string_view name) {
+    for (const Element* element = GetElements(); element != GetElements() + kElementCount;
+         ++element) {
+        if (EqualsIgnoreCase(element->name, name))
+            return element;
     }
     return nullptr;
+}
+
+size_t XMLInstanceListener::IndexOf(const Element& element) {
+    return static_cast<size_t>(&element - GetElements());
 }
 
 bool XMLInstanceListener::StartElement(std::string_view name, const XMLAttributes& attributes) {
@@ -59,7 +69,14 @@ bool XMLInstanceListener::StartElement(std::string_view name, const XMLAttribute
             ++ignoredDepth_;
         return true;
     }
-    return !element || (this->*element->start)(attributes);
+    if (!element)
+        return true;
+    refused_ = false;
+    skipsAssets_ = false;
+    const bool goesOn = (this->*element->start)(attributes);
+    if (ignoredDepth_ == 0)
+        Open(*element);
+    return goesOn;
 }
 
 bool XMLInstanceListener::EndElement(std::string_view name) {
@@ -70,8 +87,32 @@ bool XMLInstanceListener::EndElement(std::string_view name) {
         return true;
     }
     if (element)
-        (this->*element->end)();
+        Close(*element);
     return true;
+}
+
+void XMLInstanceListener::Open(const Element& element) {
+    elements_.push_back({&element, refused_, skipsAssets_});
+    ++openCounts_[IndexOf(element)];
+    skippingCount_ += skipsAssets_ ? 1 : 0;
+}
+
+/// Ends those inside that have no end tag of their own, too. One that is not open is left alone.
+void XMLInstanceListener::Close(const Element& element) {
+    if (openCounts_[IndexOf(element)] == 0)
+        return;
+    while (elements_.back().element != &element)
+        CloseInnermost();
+    CloseInnermost();
+}
+
+void XMLInstanceListener::CloseInnermost() {
+    const OpenElement closed = elements_.back();
+    elements_.pop_back();
+    --openCounts_[IndexOf(*closed.element)];
+    skippingCount_ -= closed.skipsAssets ? 1 : 0;
+    if (!closed.refused)
+        (this->*closed.element->end)();
 }
 
 bool XMLInstanceListener::Characters(std::string_view text) {
@@ -83,7 +124,8 @@ bool XMLInstanceListener::Characters(std::string_view text) {
 // -- assets ---------------------------------------------------------------------------------------
 
 bool XMLInstanceListener::SkipsAssets() const {
-    return !open_.IsEmpty() && (open_.Top().skipped || !open_.Top().instance);
+    return skippingCount_ > 0 ||
+           (!open_.IsEmpty() && (open_.Top().skipped || !open_.Top().instance));
 }
 
 bool XMLInstanceListener::StartAsset(const XMLAttributes& attributes) {
@@ -111,14 +153,17 @@ bool XMLInstanceListener::StartAsset(const XMLAttributes& attributes) {
     return true;
 }
 
-/// Null when the name is invalid, or when a callback took the new asset away again.
+/// Null when the name is invalid, or when a callback took the new asset away again; it may well
+/// have another name by now.
 Asset* XMLInstanceListener::FindOrMakeAsset(const char* name) {
     if (Asset* found = assets_.GetAsset(name))
         return found;
-    if (assets_.NewAsset(name))
-        return assets_.GetAsset(name);
-    ReportInvalidName(name);
-    return nullptr;
+    if (!IsValidName(name)) {
+        ReportInvalidName(name);
+        return nullptr;
+    }
+    Asset* made = assets_.NewAsset(name);
+    return made && made->IsListed() ? made : nullptr;
 }
 
 /// Nested instances become the elements of the attribute's value one after the other; those beyond
@@ -152,7 +197,7 @@ bool XMLInstanceListener::StartAssetRef(const XMLAttributes& attributes) {
 bool XMLInstanceListener::StartImplements(const XMLAttributes& attributes) {
     if (open_.IsEmpty()) {
         Error("<implements> must occur inside a <asset> element");
-        return true;
+        return Ignore();
     }
     const char* name = attributes.Find("template");
     if (!name)

@@ -36,6 +36,14 @@ private:
         Handler start;
         void (XMLInstanceListener::*end)();
     };
+    struct OpenElement {
+        const Element* element;
+        bool refused;
+        bool skipsAssets;
+    };
+    static constexpr size_t kElementCount = 9;
+    static const Element* GetElements();
+    static size_t IndexOf(const Element& element);
     static const Element* FindElement(std::string_view name);
 
     // -- elements; false ends the reading -------------------------------------------------------
@@ -53,6 +61,13 @@ private:
     void EndValue();
     void EndNothing() {}
 
+    /// What the start of an element says when it is refused: its end then closes nothing, and the
+    /// assets in an attribute are skipped.
+    bool Ignore() {
+        refused_ = true;
+        return true;
+    }
+
     // -- parts of them --------------------------------------------------------------------------
     Asset* FindOrMakeAsset(const char* name);
     void StartNested(const char* name);
@@ -62,7 +77,10 @@ private:
     Template* FindTemplate(const char* name, const char* version);
     PropertyInstance* FindPropertyInstance(const char* element, const XMLAttributes& attributes);
     PropertyInstance* OpenProperty(const char* element, const XMLAttributes& attributes);
-    void SkipAttribute();
+    bool IsPropertyOpen() const;
+    void Open(const Element& element);
+    void Close(const Element& element);
+    void CloseInnermost();
     void SetBindingAndLocks(const XMLAttributes& attributes);
     void StoreValues();
 
@@ -77,7 +95,12 @@ private:
     TemplateManager& templates_;
     OpenInstances open_; // host callbacks may delete any of it whenever something is set
     AlternatesByLevel alternates_;
-    int ignoredDepth_ = 0; // elements inside and with an ignored asset
+    std::vector<OpenElement> elements_; // those of the table, the innermost last
+    size_t openCounts_[kElementCount] = {};
+    size_t skippingCount_ = 0; // of those that skip the assets in them
+    bool refused_ = false;     // what the element at hand is
+    bool skipsAssets_ = false; // and what it does
+    int ignoredDepth_ = 0;     // elements inside and with an ignored asset
     bool valueOpen_ = false;
     size_t valueCount_ = 0;
     std::vector<std::string> values_; // kept to be used again; the first valueCount_ are those met

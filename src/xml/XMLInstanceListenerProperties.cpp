@@ -49,8 +49,12 @@ PropertyInstance* XMLInstanceListener::FindPropertyInstance(const char* element,
 /// Makes the property instance that an element names the open one; null when there is none.
 PropertyInstance* XMLInstanceListener::OpenProperty(const char* element,
                                                     const XMLAttributes& attributes) {
-    EndProperty(); // of an attribute that this one stands in
     PropertyInstance* found = FindPropertyInstance(element, attributes);
+    if (found && IsPropertyOpen()) { // one that this one stands in
+        EndProperty();
+        found = FindPropertyInstance(element, attributes); // callbacks may delete it
+    }
+    refused_ = !found;
     if (!found)
         return nullptr;
     open_.Top().property = found;
@@ -58,28 +62,26 @@ PropertyInstance* XMLInstanceListener::OpenProperty(const char* element,
     return found;
 }
 
+bool XMLInstanceListener::IsPropertyOpen() const {
+    return !open_.IsEmpty() && (open_.Top().property || open_.Top().skipped || valueCount_ > 0);
+}
+
+/// The assets in an attribute that is refused would be elements of its value: they must not become
+/// assets of the scene, where they could meet others of their names.
 bool XMLInstanceListener::StartAttribute(const XMLAttributes& attributes) {
     PropertyInstance* found = OpenProperty("attribute", attributes);
     auto* attribute = ObjectCast<AttributeInstance>(found);
     if (found && !attribute)
         Error("Property is not an attribute property: " + Quoted(attributes.Find("property")));
-    if (!attribute) {
-        SkipAttribute();
+    skipsAssets_ = !attribute;
+    if (!attribute)
         return true;
-    }
     open_.Top().attribute = attribute;
     const char* value = attributes.Find("value");
     if (value && !attribute->TakesInstances())
         attribute->SetValueFromTexts(&value, 1);
     SetBindingAndLocks(attributes);
     return true;
-}
-
-/// The assets in it would be elements of its value: they must not become assets of the scene, where
-/// they could meet others of their names.
-void XMLInstanceListener::SkipAttribute() {
-    if (!open_.IsEmpty())
-        open_.Top().skipped = true;
 }
 
 /// What the element does not fit is left alone: only attributes, nodes and anchors have bindings.
@@ -116,7 +118,7 @@ bool XMLInstanceListener::StartAnchor(const XMLAttributes& attributes) {
 bool XMLInstanceListener::StartGeometry(const XMLAttributes& attributes) {
     if (OpenPropertyInstance()) {
         Error("Unexpected nested <geometry> element");
-        return true;
+        return Ignore();
     }
     alternates_.Clear();
     OpenProperty("geometry", attributes);
@@ -159,7 +161,7 @@ void XMLInstanceListener::EndProperty() {
 // -- values of several elements -------------------------------------------------------------------
 
 bool XMLInstanceListener::StartValue(const XMLAttributes&) {
-    valueOpen_ = OpenAttribute() && !OpenAttribute()->TakesInstances();
+    valueOpen_ = skippingCount_ == 0 && OpenAttribute() && !OpenAttribute()->TakesInstances();
     if (!valueOpen_)
         return true;
     if (valueCount_ == values_.size())

@@ -1,5 +1,6 @@
 #include "xml/XMLTemplateFileWriter.h"
 
+#include <algorithm>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -8,6 +9,7 @@
 #include "schema/AttributeProperty.h"
 #include "schema/GeometryProperty.h"
 #include "types/Enumeration.h"
+#include "xml/TypeElement.h"
 #include "xml/XMLTemplateWriter.h"
 #include "xml/XMLWriter.h"
 
@@ -143,6 +145,44 @@ std::vector<const Type*> Sort(const std::vector<const Type*>& types) {
     return Sorter(Sorter(types, &GetNeeded).sorted, &GetRequired).sorted;
 }
 
+/// Puts types behind what they are based on, also where that is of a later group: plain types come
+/// first, then enumerations, then templates.
+class Groups {
+public:
+    explicit Groups(const std::vector<const std::vector<const Type*>*>& groups)
+        : all_(groups.size()) {
+        for (size_t i = 0; i < groups.size(); ++i) {
+            for (const Type* type : *groups[i])
+                own_[type] = i;
+        }
+        // What was moved comes behind what was in the group anyway, unless that needs it.
+        for (size_t i = groups.size(); i-- > 0;) {
+            for (const Type* type : *groups[i])
+                all_[FindGroup(type)].push_back(type);
+        }
+    }
+
+    const std::vector<const Type*>& operator[](size_t group) const { return all_[group]; }
+
+private:
+    size_t FindGroup(const Type* type) {
+        std::vector<const Type*> path;
+        for (; type && found_.emplace(type, 0).second; type = type->GetBaseType())
+            path.push_back(type);
+        size_t group = type ? found_[type] : 0;
+        for (; !path.empty(); path.pop_back()) {
+            const auto own = own_.find(GetWritten(path.back()));
+            group = std::max(group, own == own_.end() ? 0 : own->second);
+            found_[path.back()] = group;
+        }
+        return group;
+    }
+
+    std::unordered_map<const Type*, size_t> own_;
+    std::unordered_map<const Type*, size_t> found_;
+    std::vector<std::vector<const Type*>> all_;
+};
+
 } // namespace
 
 XMLTemplateFileWriter::XMLTemplateFileWriter(const TemplateManager& manager,
@@ -151,7 +191,7 @@ XMLTemplateFileWriter::XMLTemplateFileWriter(const TemplateManager& manager,
     manager.GetTypesByFileName(fileName, types.data(), static_cast<int>(types.size()));
     for (const Type* type : types) {
         const auto* definition = ObjectCast<Template>(type);
-        if (type->IsRecycled() || type == manager.GetRoot())
+        if (type->IsRecycled() || (type == manager.GetRoot() && fileName.empty()))
             continue;
         if (definition && definition->GetVersion() == definition->GetLatestVersion())
             templates_.push_back(definition);
@@ -189,20 +229,49 @@ std::set<std::string> XMLTemplateFileWriter::CollectUsedPackages() const {
     return packages;
 }
 
-/// Writes the templates, and before each one declarations of those behind it that it mentions.
-void XMLTemplateFileWriter::WriteTemplates(XMLTemplateWriter& elements) const {
+/// Without a template the file deliberately has no package at all.
+void XMLTemplateFileWriter::WriteGroup(const std::vector<const Type*>& types,
+                                       XMLTemplateWriter& elements) const {
+    for (const Type* type : Sort(types)) {
+        if (!templates_.empty())
+            elements.SwitchPackage(*type);
+        if (const auto* enumeration = ObjectCast<Enumeration>(type))
+            elements.WriteEnumeration(*enumeration);
+        else
+            elements.WriteType(*type);
+    }
+}
+
+/// Declares the templates behind a definition that it mentions.
+void XMLTemplateFileWriter::DeclareMentioned(const Type& type,
+                                             std::unordered_set<const Type*>& unknown,
+                                             XMLTemplateWriter& elements) const {
+    for (const Type* mentioned : GetMentioned(type)) {
+        const Type* written = GetWritten(mentioned);
+        if (unknown.erase(written) == 0)
+            continue;
+        const auto& declared = static_cast<const Template&>(*written);
+        if (IsToldByTypeElement(static_cast<const Template&>(*GetVersions(declared).front())))
+            continue;
+        elements.SwitchPackage(declared);
+        elements.DeclareTemplate(declared);
+    }
+}
+
+/// Writes the templates, and what is based on them, each behind what it needs.
+void XMLTemplateFileWriter::WriteTemplates(const std::vector<const Type*>& types,
+                                           XMLTemplateWriter& elements) const {
     std::unordered_set<const Type*> unknown(templates_.begin(), templates_.end());
-    for (const Type* type : Sort(templates_)) {
-        unknown.erase(type);
-        for (const Type* mentioned : GetMentioned(*type)) {
-            const Type* written = GetWritten(mentioned);
-            if (unknown.erase(written) == 0 || written->GetBaseType())
-                continue;
-            elements.SwitchPackage(*written);
-            elements.DeclareTemplate(static_cast<const Template&>(*written));
+    for (const Type* type : Sort(types)) {
+        const auto* definition = ObjectCast<Template>(type);
+        if (!definition) {
+            WriteGroup({type}, elements);
+            continue;
         }
+        unknown.erase(type);
+        DeclareMentioned(*type, unknown, elements);
         elements.SwitchPackage(*type);
-        elements.WriteTemplate(static_cast<const Template&>(*type));
+        elements.WriteTemplate(*definition);
     }
 }
 
@@ -221,21 +290,12 @@ bool XMLTemplateFileWriter::Write(ByteSink& sink) const {
     }
     XMLTemplateWriter elements(writer);
     elements.SetPackage(package_);
-    // Without a template the file deliberately has no package at all.
-    const bool hasPackages = !templates_.empty();
-    for (const Type* type : Sort(plainTypes_)) {
-        if (hasPackages)
-            elements.SwitchPackage(*type);
-        elements.WriteType(*type);
-    }
-    for (const Type* type : Sort(enumerations_)) {
-        if (hasPackages)
-            elements.SwitchPackage(*type);
-        elements.WriteEnumeration(static_cast<const Enumeration&>(*type));
-    }
+    const Groups groups({&plainTypes_, &enumerations_, &templates_});
+    WriteGroup(groups[0], elements);
+    WriteGroup(groups[1], elements);
     for (const LOD* lod : lods_)
         elements.WriteLOD(*lod);
-    WriteTemplates(elements);
+    WriteTemplates(groups[2], elements);
     writer.EndElement();
     return writer.Close();
 }

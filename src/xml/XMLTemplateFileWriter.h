@@ -3,6 +3,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 namespace Kor {
@@ -25,7 +26,10 @@ public:
 
 private:
     std::set<std::string> CollectUsedPackages() const;
-    void WriteTemplates(XMLTemplateWriter& elements) const;
+    void WriteGroup(const std::vector<const Type*>& types, XMLTemplateWriter& elements) const;
+    void WriteTemplates(const std::vector<const Type*>& types, XMLTemplateWriter& elements) const;
+    void DeclareMentioned(const Type& type, std::unordered_set<const Type*>& unknown,
+                          XMLTemplateWriter& elements) const;
 
     std::vector<const Type*> plainTypes_;
     std::vector<const Type*> enumerations_;

@@ -28,6 +28,15 @@ XMLTemplateListener::~XMLTemplateListener() {
         ReportUnclosed("level of detail", lod_->GetNameView());
     if (viewItem_)
         ReportUnclosed("view item", viewItem_->GetNameView());
+    KeepWaitingView();
+}
+
+/// What was read before the file's end stays, where there is memory for it.
+void XMLTemplateListener::KeepWaitingView() try {
+    if (waitingView_)
+        AddView(std::move(waitingView_));
+} catch (const std::bad_alloc&) {
+    return;
 }
 
 /// Called at the listener's end, where no exception may get out: without memory nothing is said.
@@ -270,9 +279,10 @@ void XMLTemplateListener::StartText(const char* element, const XMLAttributes& at
               "element");
         return;
     }
-    // A language that begins with "-" is none.
+    // A language that begins with "-" is none, unless it is said to be meant as it stands.
     const char* language = attributes.Find("language");
-    language_ = language && *language != '-' ? language : "";
+    const bool isNone = language && *language == '-' && !ReadFlag(attributes.Find("exact"));
+    language_ = language && !isNone ? language : "";
     text_.clear();
 }
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/SortedStringList.h"
+#include "schema/View.h"
 #include "xml/IXMLListener.h"
 
 namespace Kor {
@@ -22,7 +23,6 @@ class Property;
 class Template;
 class TemplateManager;
 class Type;
-class View;
 class ViewItem;
 class XMLParser;
 
@@ -92,6 +92,7 @@ private:
                         const XMLAttributes& attributes);
     void SetAncestor(NodeProperty& node, const XMLAttributes& attributes);
     bool IsInsideView(const char* element);
+    void AddView(std::unique_ptr<View> view);
     void AddViewItem(std::unique_ptr<ViewItem> item);
     void EndLOD();
     void EndGroup();
@@ -110,6 +111,7 @@ private:
     void GiveComment(NamedObject& object) const;
     void StoreText(bool isLabel);
     NamedObject* GetTextOwner() const;
+    void KeepWaitingView();
     void ReportUnclosed(const char* kind, std::string_view name);
 
     void Error(const std::string& message);
@@ -122,8 +124,9 @@ private:
     Enumeration* enumeration_ = nullptr;
     std::unique_ptr<LOD> lod_;
     ViewItem* viewItem_ = nullptr;
-    std::unordered_set<View*> views_; // those that the file gave so far
-    std::vector<Group*> openGroups_;  // the view at the bottom
+    std::unordered_set<View*> views_;   // those that the file gave so far
+    std::unique_ptr<View> waitingView_; // of a recycled template, until its end
+    std::vector<Group*> openGroups_;    // the view at the bottom
     std::string package_;
     SortedStringList using_;
     std::string wantedPackage_;

@@ -2,6 +2,7 @@
 
 #include "xml/XMLTemplateListener.h"
 
+#include "core/Undo.h"
 #include "manager/TemplateManager.h"
 #include "schema/ViewProperty.h"
 #include "xml/Quoted.h"
@@ -22,22 +23,34 @@ void XMLTemplateListener::StartView(const XMLAttributes& attributes) {
     if (!templateName || !HasValidName("view", name))
         return;
     Template* owner = FindTemplateVersion(templateName, ReadVersion(attributes, "version"));
-    // A recycled template gives up its views when it is defined anew, which may happen before the
-    // view's end.
-    if (!owner || owner->IsRecycled()) {
+    if (!owner) {
         Error("View " + Quoted(name) + " referring to unknown template " + Quoted(templateName));
         return;
     }
     auto view = std::make_unique<View>(name, owner);
     GiveComment(*view);
-    // A view of the same name that this file gave would belong to nobody.
-    View* former = owner->GetView(name, false);
+    View* opened = view.get();
+    // A recycled template gives up its views when it is defined anew, which may happen before the
+    // view's end: then it gets the view.
+    if (owner->IsRecycled())
+        waitingView_ = std::move(view);
+    else
+        AddView(std::move(view));
+    viewItem_ = opened;
+    openGroups_.push_back(opened);
+}
+
+/// A view of the same name that this file gave would belong to nobody.
+void XMLTemplateListener::AddView(std::unique_ptr<View> view) {
+    Template* owner = view->GetTemplate();
+    View* former = owner->GetView(view->GetKey(), false);
+    views_.insert(view.get());
+    Undo given([&] { views_.erase(view.get()); });
     owner->AddView(view.get());
+    given.Forget();
+    static_cast<void>(view.release()); // the template has it now
     if (former && views_.erase(former) > 0)
         delete former;
-    views_.insert(view.get());
-    viewItem_ = view.get();
-    openGroups_.push_back(view.release());
 }
 
 bool XMLTemplateListener::IsInsideView(const char* element) {
@@ -85,6 +98,8 @@ void XMLTemplateListener::EndGroup() {
     if (!openGroups_.empty())
         openGroups_.pop_back();
     EndViewProperty();
+    if (openGroups_.empty() && waitingView_)
+        AddView(std::move(waitingView_));
 }
 
 void XMLTemplateListener::EndViewProperty() {

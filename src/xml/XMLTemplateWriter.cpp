@@ -7,6 +7,7 @@
 #include "manager/TemplateManager.h"
 #include "schema/Template.h"
 #include "types/Enumeration.h"
+#include "xml/TypeElement.h"
 #include "xml/VersionOrder.h"
 #include "xml/XMLWriter.h"
 
@@ -90,15 +91,18 @@ void XMLTemplateWriter::WriteType(const Type& type) {
 }
 
 void XMLTemplateWriter::WriteEnumeration(const Enumeration& enumeration) {
-    // An enumeration made from another one has its items from there.
-    if (ObjectCast<Enumeration>(enumeration.GetBaseType())) {
+    if (IsToldByTypeElement(enumeration)) {
         WriteType(enumeration);
         return;
     }
+    // The element takes plain types alone: items of its own matter more than where they are from.
+    const Type* base = enumeration.GetBaseType();
+    if (ObjectCast<Enumeration>(base))
+        base = base->GetStorageType();
     StartObject(enumeration, "enum");
     writer_.WriteAttribute("name", enumeration.GetNameView());
-    if (enumeration.GetBaseType())
-        writer_.WriteAttribute("type", enumeration.GetBaseType()->GetFullName());
+    if (base)
+        writer_.WriteAttribute("type", base->GetFullName());
     for (int i = 0; i < enumeration.GetItemCount(); ++i)
         WriteItem(*enumeration.GetItemAt(i));
     EndObject(false);
@@ -149,19 +153,35 @@ void XMLTemplateWriter::StartTemplate(const Template& version) {
 
 void XMLTemplateWriter::WriteTemplate(const Template& latest) {
     const std::vector<const Template*> versions = CollectVersions(latest);
-    const std::vector<VersionStep> steps = OrderVersionSteps(versions);
     const Template& first = *versions.front();
-    if (ObjectCast<Template>(first.GetBaseType())) { // made by a type element, perhaps continued
+    const Template* origin =
+        IsToldByTypeElement(first) ? ObjectCast<Template>(first.GetBaseType()) : nullptr;
+    const std::vector<VersionStep> steps = OrderVersionSteps(versions, origin);
+    if (origin) { // made by a type element, perhaps continued
         WriteType(first);
-        if (steps.empty() && HaveSameTexts(first, *first.GetBaseType())) {
+        if (steps.empty() && HaveSameTexts(first, *origin)) {
             WriteViews(versions);
             return;
         }
+    } else if (first.GetDimension() != 1) {
+        WriteDimension(first);
     }
     if (FitInOneElement(versions))
         WriteInOneElement(steps, versions);
     else
         WriteVersionByVersion(steps, versions);
+}
+
+/// Only a type element tells a dimension: one over the root, of which it takes nothing else.
+void XMLTemplateWriter::WriteDimension(const Template& type) {
+    const TemplateManager* manager = TemplateManager::Get();
+    if (!manager)
+        return;
+    StartObject(type, "type");
+    writer_.WriteAttribute("name", type.GetNameView());
+    writer_.WriteAttribute("type", manager->GetRoot()->GetFullName());
+    writer_.WriteAttribute("dim", type.GetDimension());
+    EndObject(true);
 }
 
 void XMLTemplateWriter::WriteInOneElement(const std::vector<VersionStep>& steps,
@@ -202,21 +222,11 @@ void XMLTemplateWriter::WriteVersionByVersion(const std::vector<VersionStep>& st
 }
 
 void XMLTemplateWriter::WriteStep(const VersionStep& step) {
-    if (!step.property)
-        WriteParents(step);
-    else
-        WriteProperty(*step.property);
-}
-
-void XMLTemplateWriter::WriteParents(const VersionStep& step) {
     const int version = step.version->GetVersion();
-    if (step.writesKnownParent) {
-        if (const Template* known = step.lower->GetParentAt(0))
-            WriteParent(*known, version);
-        return;
-    }
-    for (const Template* parent : GetIntroducedParents(*step.version, step.lower))
-        WriteParent(*parent, version);
+    if (step.property)
+        WriteProperty(*step.property, version);
+    else if (step.parent)
+        WriteParent(*step.parent, version);
 }
 
 void XMLTemplateWriter::WriteParent(const Template& parent, int version) {

@@ -58,6 +58,10 @@ public:
     void WriteAnchor(const AnchorProperty& anchor);
     void WriteGeometry(const GeometryProperty& geometry);
 
+    /// A property of any kind; and what a copy of it would be, which has fresh values.
+    void WriteWholeProperty(const Property& property) { WriteProperty(property, 0); }
+    void WriteCopyOf(const Property& property);
+
     /// Parts of properties.
     void WriteAlternate(const GeometryAlternate& alternate);
     void WriteCommand(const Command& command);
@@ -71,7 +75,8 @@ public:
 private:
     void StartObject(const NamedObject& object, const char* element);
     void EndObject(bool dropsComment);
-    void WriteProperty(const Property& property);
+    void WriteProperty(const Property& property, int version);
+    void WriteVersion(const Property& property);
     void StartMember(const Property& property, const char* element);
     void EndMember(const Property& property);
     void WriteAncestor(const NodeProperty& node);
@@ -81,19 +86,22 @@ private:
     void WriteItems(const Group& outermost);
     std::string_view GetNameInFile(const Template& type) const;
     void StartTemplate(const Template& version);
+    void WriteDimension(const Template& type);
     void WriteInOneElement(const std::vector<VersionStep>& steps,
                            const std::vector<const Template*>& versions);
     void WriteVersionByVersion(const std::vector<VersionStep>& steps,
                                const std::vector<const Template*>& versions);
     void WriteStep(const VersionStep& step);
-    void WriteParents(const VersionStep& step);
     void WriteParent(const Template& parent, int version);
     void WriteValues(const AttributeProperty& attribute);
+    void WriteFreshValues(const Type& type);
     void WriteDefaultAsset(const AttributeProperty& attribute);
 
     XMLWriter& writer_;
     std::string_view package_;
     bool inFile_ = false;
+    int version_ = 0; // that introduces the property being written; 0: as the property says
+    bool asCopy_ = false;
     bool commentPending_ = false; // whether a reader would still give its last comment away
 };
 

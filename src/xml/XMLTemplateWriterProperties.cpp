@@ -44,7 +44,10 @@ std::string TextOfValue(const Type& type, const void* value) {
 
 } // namespace
 
-void XMLTemplateWriter::WriteProperty(const Property& property) {
+/// The version is that of the template that has the property, although a host may have given it
+/// another one: what a template has matters more than what the property says.
+void XMLTemplateWriter::WriteProperty(const Property& property, int version) {
+    version_ = version;
     switch (property.GetClass()) {
     case kNodePropertyClass:
         WriteNode(static_cast<const NodeProperty&>(property));
@@ -55,18 +58,33 @@ void XMLTemplateWriter::WriteProperty(const Property& property) {
     case kGeometryPropertyClass:
         WriteGeometry(static_cast<const GeometryProperty&>(property));
         break;
-    case kAttributePropertyClass:
     case kGeometryAlternateClass: // one that a host listed among the properties of a template
+        WriteNode(static_cast<const NodeProperty&>(property));
+        break;
+    case kAttributePropertyClass:
         WriteAttribute(static_cast<const AttributeProperty&>(property));
         break;
     default: // a kind without an element of its own could not be read again
         break;
     }
+    version_ = 0;
+}
+
+void XMLTemplateWriter::WriteCopyOf(const Property& property) {
+    asCopy_ = true;
+    WriteProperty(property, 0);
+    asCopy_ = false;
+}
+
+void XMLTemplateWriter::WriteVersion(const Property& property) {
+    const int version = version_ > 0 ? version_ : property.GetVersion();
+    if (version != 1)
+        writer_.WriteAttribute("version", version);
 }
 
 void XMLTemplateWriter::StartMember(const Property& property, const char* element) {
     StartObject(property, element);
-    writer_.WriteAttribute("name", property.GetNameView());
+    writer_.WriteAttribute("name", property.GetKey());
 }
 
 void XMLTemplateWriter::EndMember(const Property& property) {
@@ -80,9 +98,8 @@ void XMLTemplateWriter::WriteAttribute(const AttributeProperty& attribute) {
     StartMember(attribute, "attribute");
     // An attribute without a type still needs one to be read at all.
     writer_.WriteAttribute("type", attribute.GetType() ? attribute.GetType()->GetFullName() : "");
-    if (attribute.GetVersion() != 1)
-        writer_.WriteAttribute("version", attribute.GetVersion());
-    if (attribute.IsReference())
+    WriteVersion(attribute);
+    if (attribute.IsReference() && !asCopy_)
         writer_.WriteAttribute("reference", "true");
     WriteValues(attribute);
     if (*attribute.GetAutoBind())
@@ -93,16 +110,14 @@ void XMLTemplateWriter::WriteAttribute(const AttributeProperty& attribute) {
 
 void XMLTemplateWriter::WriteNode(const NodeProperty& node) {
     StartMember(node, "node");
-    if (node.GetVersion() != 1)
-        writer_.WriteAttribute("version", node.GetVersion());
+    WriteVersion(node);
     WriteAncestor(node);
     EndMember(node);
 }
 
 void XMLTemplateWriter::WriteAnchor(const AnchorProperty& anchor) {
     StartMember(anchor, "anchor");
-    if (anchor.GetVersion() != 1)
-        writer_.WriteAttribute("version", anchor.GetVersion());
+    WriteVersion(anchor);
     if (anchor.IsChild())
         writer_.WriteAttribute("child", "true");
     WriteAncestor(anchor);
@@ -120,8 +135,7 @@ void XMLTemplateWriter::WriteAncestor(const NodeProperty& node) {
 
 void XMLTemplateWriter::WriteGeometry(const GeometryProperty& geometry) {
     StartMember(geometry, "geometry");
-    if (geometry.GetVersion() != 1)
-        writer_.WriteAttribute("version", geometry.GetVersion());
+    WriteVersion(geometry);
     geometry.NamedObject::WriteToXML(writer_);
     for (int i = 0; i < geometry.GetAlternateCount(); ++i)
         WriteAlternate(*geometry.GetAlternateAt(i));
@@ -143,6 +157,8 @@ void XMLTemplateWriter::WriteValues(const AttributeProperty& attribute) {
     const Type* type = attribute.GetType();
     if (!type || type->GetDimension() < 1)
         return;
+    if (asCopy_)
+        return WriteFreshValues(*type);
     const void* value = attribute.GetReadableDefault(type->GetDimension());
     const void* minimum = attribute.GetReadableMin();
     const void* maximum = attribute.GetReadableMax();
@@ -159,9 +175,20 @@ void XMLTemplateWriter::WriteValues(const AttributeProperty& attribute) {
         writer_.WriteAttribute("max", TextOfValue(*type, maximum));
 }
 
+/// A type that borrows its values from none has no values.
+void XMLTemplateWriter::WriteFreshValues(const Type& type) {
+    const Type* storage = type.GetStorageType();
+    const bool hasValues =
+        storage && (ObjectCast<Template>(storage) || storage->GetInlineSize(1) > 0);
+    for (const char* value : {"default", "min", "max"}) {
+        if (hasValues)
+            writer_.WriteAttribute(value, TextOfValue(type, nullptr));
+    }
+}
+
 void XMLTemplateWriter::WriteDefaultAsset(const AttributeProperty& attribute) {
     const auto* asset = ObjectCast<Asset>(GetDefaultInstance(attribute));
-    if (!asset)
+    if (!asset || asCopy_)
         return;
     StartObject(*asset, "asset");
     writer_.WriteAttribute("name", asset->GetNameView());

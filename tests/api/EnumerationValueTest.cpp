@@ -48,6 +48,18 @@ TEST_F(EnumerationValueTest, NoByteBehindTheFirstDifferenceIsRead) {
     EXPECT_FALSE(IsValid(colour_, differs.data()));
 }
 
+TEST_F(EnumerationValueTest, ASmallNumberIsNotReadOnAsAName) {
+    OviEnumeration* letter = Load("Letter", "UINT8", {{"Alpha", "1"}, {"A", "2"}});
+    const std::vector<char> alpha{'A'}; // of exactly its size, as above
+    EXPECT_TRUE(IsValid(letter, alpha.data())) << "by its character";
+    OviEnumeration* word = Load("Word", "INT16", {{"Go", "5"}, {"Gone", "6"}});
+    const std::vector<char> gone{'G', 'o'};
+    EXPECT_FALSE(IsValid(word, gone.data()));
+    const std::vector<char> other{'A', 'l'};
+    OviEnumeration* truth = Load("Truth", "BOOL", {{"Alpha", "1"}});
+    EXPECT_TRUE(IsValid(truth, other.data())) << "the first byte is a truth value";
+}
+
 TEST_F(EnumerationValueTest, ATextIsValidWhenItIsAnItemsNameOrValue) {
     OviEnumeration* unit = Load("Unit", "STRING", {{"Metre", "m"}, {"Foot", "ft"}});
     for (const char* text : {"Metre", "Foot", "m", "ft"})

@@ -117,12 +117,70 @@ TEST_F(UnloadTemplateFileTest, BaseTypesOfOtherFilesStay) {
     const std::string base = Load("base.template", "<type name='Z' type='INT32'/>"
                                                    "<type name='A' type='Z'/>");
     const std::string user = Load("user.template", "<type name='User' type='A'/>");
+    OviType* needed = TypeNamed("Z");
     Unload(base);
     EXPECT_TRUE(IsRecycled(TypeNamed("A")));
-    EXPECT_TRUE(IsRecycled(TypeNamed("Z"))) << "what a type that stays needs stays, too";
+    EXPECT_EQ(TypeNamed("Z"), nullptr) << "what stands in the same file does not count";
+    EXPECT_EQ(OviType_GetBaseType(TypeNamed("A")), needed) << "but lives as long as it is needed";
+    EXPECT_FALSE(IsRecycled(needed));
     EXPECT_TRUE(Unload(user));
     EXPECT_TRUE(Unload(base));
     EXPECT_EQ(OviTemplateManager_GetTypeCount(), 14);
+}
+
+TEST_F(UnloadTemplateFileTest, AReferencePropertyOfAnotherFileDoesNotCount) {
+    const std::string file = Load("a.template", "<template name='A'/><type name='T' type='INT32'/>"
+                                                "<enum name='E' type='INT32'/>");
+    const std::string user =
+        Load("user.template", "<template name='User'><attribute name='a' type='A' "
+                              "reference='1'/><attribute name='t' type='T' reference='1' "
+                              "default='7'/><attribute name='e' type='E' reference='1'/>"
+                              "</template>");
+    OviType* const types[] = {TypeOf("User.a"), TypeOf("User.t"), TypeOf("User.e")};
+    EXPECT_TRUE(Unload(file)) << "the result is that of a deletion";
+    EXPECT_EQ(Templates(), (Names{"Object#1", "User#1"}));
+    EXPECT_EQ(TypeNamed("T"), nullptr);
+    EXPECT_EQ(TypeNamed("E"), nullptr);
+    EXPECT_EQ(TypeOf("User.a"), types[0]);
+    EXPECT_STREQ(OviType_GetFullName(types[0]), "A") << "the property goes on using it";
+    EXPECT_FALSE(IsRecycled(types[0]));
+    auto* t = static_cast<OviAttributeProperty*>(OviTemplateManager_GetProperty("User.t"));
+    int value = 5;
+    EXPECT_TRUE(OviAttributeProperty_IsValueValid(t, &value));
+    EXPECT_TRUE(OviTemplateManager_LoadTemplateFile(file.c_str()));
+    EXPECT_NE(Find("A"), types[0]) << "made anew";
+    EXPECT_TRUE(Unload(user));
+    EXPECT_TRUE(Unload(file));
+    EXPECT_EQ(Templates(), Names{"Object#1"});
+}
+
+TEST_F(UnloadTemplateFileTest, WhatIsNotRegisteredDoesNotCount) {
+    const std::string file = Load("a.template", "<type name='T' type='INT32'/>");
+    OviAttributeProperty* held = NewAttribute("held", 1, TypeNamed("T"));
+    EXPECT_TRUE(Unload(file));
+    EXPECT_EQ(TypeNamed("T"), nullptr);
+    EXPECT_STREQ(OviType_GetFullName(OviAttributeProperty_GetType(held)), "T");
+    OviObject_Delete(held);
+}
+
+TEST_F(UnloadTemplateFileTest, ATypeThatOnlyContainsWhatIsReferredToCounts) {
+    const std::string file =
+        Load("a.template", "<type name='T' type='INT32'/><type name='S' type='INT32'/>");
+    OviType* alias = OviCustomType_New("Alias", 1); // registered nowhere
+    OviType_SetBaseType(alias, TypeNamed("T"));
+    AddAttribute(Make("User"), "x", alias);
+    EXPECT_TRUE(Unload(file)) << "S, handled last, is gone";
+    EXPECT_TRUE(IsRecycled(TypeNamed("T")));
+    EXPECT_EQ(TypeNamed("S"), nullptr);
+}
+
+TEST_F(UnloadTemplateFileTest, AVersionThatAnotherFileUsesStaysAlone) {
+    const std::string file = Load("a.template", "<template name='A'><attribute name='x' "
+                                                "type='INT32' version='2'/></template>");
+    AddAttribute(Make("User"), "a", Find("A"));
+    EXPECT_TRUE(Unload(file)) << "version 1, handled last, is gone";
+    EXPECT_EQ(Templates(), (Names{"A#2", "Object#1", "User#1"}));
+    EXPECT_EQ(Find("A"), nullptr);
 }
 
 TEST_F(UnloadTemplateFileTest, ChildrenInOtherFilesFallBackToTheRoot) {
