@@ -7,6 +7,12 @@
 #include "api/Schema.h"
 #include "support/NotOnWindows.h"
 
+#ifndef _WIN32
+#include <sys/stat.h>
+
+#include "support/Deadline.h"
+#endif
+
 namespace {
 
 class PackageTest : public SchemaTest {
@@ -131,6 +137,27 @@ TEST_F(PackageTest, WithoutAPathThatCanBeListedTheSizeStaysAsItWas) {
 }
 
 #ifndef _WIN32
+TEST_F(PackageTest, APackageHasNoFilesButRegularOnes) {
+    Write("defs/a/X.template");
+    Write("elsewhere/Y.template");
+    std::filesystem::create_symlink("../../elsewhere/Y.template", PathOf("defs/a/Y.template"));
+    std::filesystem::create_symlink("/dev/zero", PathOf("defs/a/Device.template"));
+    std::filesystem::create_symlink("missing", PathOf("defs/a/Lost.template"));
+    ASSERT_EQ(mkfifo(PathOf("defs/a/Pipe.template").c_str(), 0600), 0);
+    AddPath("defs");
+    const Deadline deadline;
+    EXPECT_TRUE(Load("a"));
+    EXPECT_EQ(Schema(), (Names{"Y#1", "a.X#1"}));
+    EXPECT_FALSE(OviTemplateManager_LoadTemplate("a.Pipe"));
+    EXPECT_EQ(Errors(), Names{});
+    const std::string pipe = PathOf("defs/a/Pipe.template");
+    EXPECT_FALSE(OviTemplateManager_LoadTemplateFile(pipe.c_str()));
+    EXPECT_EQ(Errors(), Names{"1 -1 Unable to open file '" + pipe + "' for reading"});
+    OviErrorManager_Clear();
+    EXPECT_FALSE(OviTemplateManager_SaveTemplateFile(pipe.c_str(), nullptr));
+    EXPECT_EQ(Errors(), Names{"1 -1 Unable to open file for writing"});
+}
+
 // A link to its own directory leads ever deeper, until the system refuses the path.
 TEST_F(PackageTest, ADirectoryThatCannotBeListedMakesItsSearchPathFail) {
     std::filesystem::create_directory_symlink(".", PathOf("defs/b"));
@@ -144,6 +171,7 @@ TEST_F(PackageTest, ADirectoryThatCannotBeListedMakesItsSearchPathFail) {
     EXPECT_EQ(std::count(packages.begin(), packages.end(), "z"), 0) << "the search ended before";
 }
 #else
+OVI_NOT_ON_WINDOWS(PackageTest, APackageHasNoFilesButRegularOnes, "directories hold nothing else")
 OVI_NOT_ON_WINDOWS(PackageTest, ADirectoryThatCannotBeListedMakesItsSearchPathFail,
                    "making links is for administrators")
 #endif
