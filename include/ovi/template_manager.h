@@ -135,8 +135,8 @@ OVI_API int OviTemplateManager_RemoveAnchorType(OviNamedObject* type);
 
 /** Reads a template file; a file that is loaded already is not read again (true). False when it
  *  cannot be opened (only regular files can) or read to its end: what was read before the fault
- *  stays, and "Unable to open file '...' for reading" is reported either way. Faults inside the file
- *  are reported with line and do not make the result false. */
+ *  stays, and "Unable to open file '...' for reading" is reported either way. Faults inside the
+ *  file are reported with line and do not make the result false. */
 OVI_API bool OviTemplateManager_LoadTemplateFile(const char* path);
 
 /** Deletes what a file defined. What properties, values, instances or other files still refer to
