@@ -11,7 +11,11 @@ namespace {
 /// The longest path of Linux: sources beyond it lose their beginning when there is no memory.
 constexpr size_t kSpareSourceSize = 4096;
 
-constexpr const char* kOutOfMemory = "Out of memory while reading the file";
+std::unique_ptr<ErrorItem> MakeItem(int level, const char* sourceName, int lineNumber,
+                                    const char* message) {
+    return std::make_unique<ErrorItem>(level, sourceName ? sourceName : "", lineNumber,
+                                       message ? message : "");
+}
 
 } // namespace
 
@@ -19,8 +23,7 @@ void ErrorManager::AddErrorItem(int level, const char* sourceName, int lineNumbe
                                 const char* message) {
     std::unique_ptr<ErrorItem> item;
     try {
-        item = std::make_unique<ErrorItem>(level, sourceName ? sourceName : "", lineNumber,
-                                           message ? message : "");
+        item = MakeItem(level, sourceName, lineNumber, message);
     } catch (const std::bad_alloc&) {
         item.reset(); // counted all the same: whoever counts must not take the load for a good one
     }
@@ -48,7 +51,7 @@ void ErrorManager::KeepSpare() noexcept {
         if (items_.capacity() < items_.size() + 2)
             items_.reserve(2 * items_.size() + 2);
         if (!spare_) {
-            auto spare = std::make_unique<ErrorItem>(kError, "", -1, kOutOfMemory);
+            auto spare = MakeItem(kError, "", -1, "Out of memory while reading the file");
             spare->ReserveSourceName(kSpareSourceSize);
             spare_ = std::move(spare);
         }
