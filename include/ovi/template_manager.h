@@ -134,9 +134,9 @@ OVI_API int OviTemplateManager_RemoveAnchorType(OviNamedObject* type);
  */
 
 /** Reads a template file; a file that is loaded already is not read again (true). False when it
- *  cannot be opened or read to its end: what was read before the fault stays, and "Unable to open
- *  file '...' for reading" is reported either way. Faults inside the file are reported with line
- *  and do not make the result false. */
+ *  cannot be opened (only regular files can) or read to its end: what was read before the fault
+ *  stays, and "Unable to open file '...' for reading" is reported either way. Faults inside the
+ *  file are reported with line and do not make the result false. */
 OVI_API bool OviTemplateManager_LoadTemplateFile(const char* path);
 
 /** Deletes what a file defined. What properties, values, instances or other files still refer to
@@ -165,9 +165,11 @@ OVI_API int OviTemplateManager_AddSearchPath(const char* path, bool load);
 OVI_API int OviTemplateManager_RemoveSearchPath(const char* path);
 
 /** Lists the packages below the search paths: their names in order, each with its NUL, then one NUL
- *  more. `size` holds the buffer's size in bytes and receives the size needed; names that do not
- *  fit are left out. The number of packages; -1, leaving `size`, when no search path can be listed,
- *  and always with `loadedOnly`. */
+ *  more. A directory that cannot be listed is reported at level 2 and left out with all it
+ *  contains, a link back to a directory that it lies in is left out in silence. `size` holds the
+ *  buffer's size in bytes and receives the size needed; names that do not fit are left out. The
+ *  number of packages; -1, leaving `size`, when no search path can be listed, and always with
+ *  `loadedOnly`. */
 OVI_API int OviTemplateManager_EnumeratePackages(bool loadedOnly, int* size, char* buffer);
 
 /** Loads all template files of a package ("studio.props" is the directory studio/props) below the

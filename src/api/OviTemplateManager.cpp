@@ -1,6 +1,7 @@
 #include "ovi/template_manager.h"
 
 #include <cstring>
+#include <new>
 
 #include "api/Barrier.h"
 #include "core/ErrorManager.h"
@@ -229,7 +230,12 @@ int OviTemplateManager_RemoveAnchorType(OviNamedObject* type) {
 // cannot be opened.
 bool OviTemplateManager_LoadTemplateFile(const char* path) {
     return WithManager<Manager>(false, [path](Manager& manager) {
-        const bool loaded = manager.LoadTemplateFile(Text(path));
+        bool loaded = false;
+        try {
+            loaded = manager.LoadTemplateFile(Text(path));
+        } catch (const std::bad_alloc&) {
+            loaded = false; // reported, too, as any other reason
+        }
         ErrorManager* errors = ErrorManager::Get();
         if (!loaded && errors) {
             const std::string message =

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "core/Object.h"
 
@@ -22,6 +23,10 @@ public:
     int GetLevel() const { return level_; }
     const char* GetSourceName() const { return sourceName_.c_str(); }
     const char* GetMessage() const { return message_.c_str(); }
+
+    /// Room for a source name of some length, and a name that has it: that needs no memory.
+    void ReserveSourceName(size_t size) { sourceName_.reserve(size); }
+    void SetSourceName(std::string_view name) { sourceName_ = name; }
 
     /// -1 when the message concerns a whole file.
     int GetLineNumber() const { return lineNumber_; }

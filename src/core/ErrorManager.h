@@ -2,6 +2,7 @@
 
 #include <array>
 #include <memory>
+#include <string_view>
 #include <vector>
 
 #include "core/ErrorItem.h"
@@ -16,6 +17,10 @@ public:
     /// Without memory for the item it is counted, and an empty place stands for it in the list.
     void AddErrorItem(int level, const char* sourceName, int lineNumber,
                       const char* message) override;
+
+    /// Says that memory ran out while a file was read. An item is kept for that, which needs none:
+    /// a host that is not told would take what was read for the whole file.
+    void ReportOutOfMemory(std::string_view sourceName) noexcept;
 
     /// How often the level bits of the mask were reported. An item with several bits counts once
     /// under each, one with none under nothing: deliberately not the number of items.
@@ -32,14 +37,18 @@ private:
     friend class Singleton<ErrorManager>;
     static constexpr int kLevelCount = 4;
 
-    ErrorManager() = default;
+    ErrorManager() { KeepSpare(); }
     ~ErrorManager() override = default;
 
     /// Readers go on reporting to it, and nobody sees that.
     void Empty() {}
 
+    void Count(int level) noexcept;
+    void KeepSpare() noexcept;
+
     std::array<unsigned, kLevelCount> counters_{};
-    std::vector<std::unique_ptr<ErrorItem>> items_;
+    std::vector<std::unique_ptr<ErrorItem>> items_; ///< with room for the spare item
+    std::unique_ptr<ErrorItem> spare_;              ///< null once it was needed
 };
 
 } // namespace Kor

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <memory>
+#include <new>
 #include <utility>
 
 // A scene is read by the listener that fills it.
@@ -47,13 +48,18 @@ bool AssetManager::NewScene() {
 }
 
 bool AssetManager::LoadScene(const char* path) {
-    const std::string fileName = ForceSceneExtension(path);
-    const auto file = InputFile::Open(fileName.c_str());
-    if (!file) {
-        std::fprintf(stderr, "Unable to open file '%s'\n", fileName.c_str());
+    std::string fileName;
+    try {
+        fileName = ForceSceneExtension(path);
+        if (const auto file = InputFile::Open(fileName.c_str()))
+            return ReadScene(fileName.c_str(), *file);
+    } catch (const std::bad_alloc&) {
+        if (ErrorManager* errors = ErrorManager::Get())
+            errors->ReportOutOfMemory(fileName.empty() ? TextOf(path) : fileName);
         return false;
     }
-    return ReadScene(fileName.c_str(), *file);
+    std::fprintf(stderr, "Unable to open file '%s'\n", fileName.c_str());
+    return false;
 }
 
 bool AssetManager::ReadScene(const char* sourceName, ByteSource& source) {

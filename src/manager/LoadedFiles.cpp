@@ -4,25 +4,17 @@
 
 namespace Kor {
 
-namespace {
-
-bool IsAmong(const std::vector<std::string>& paths, std::string_view path) {
-    return std::find(paths.begin(), paths.end(), path) != paths.end();
-}
-
-} // namespace
-
 bool LoadedFiles::Contains(std::string_view path) const {
     const auto found = spellings_.find(path);
-    return found != spellings_.end() && IsAmong(found->second, path);
+    return found != spellings_.end() && found->second.count(path) > 0;
 }
 
 void LoadedFiles::Add(std::string_view path) {
     const auto found = spellings_.find(path);
     if (found == spellings_.end())
         spellings_.emplace(path, Spellings{std::string(path)});
-    else if (!IsAmong(found->second, path))
-        found->second.emplace_back(path);
+    else if (found->second.count(path) == 0)
+        found->second.emplace(path);
 }
 
 void LoadedFiles::Remove(std::string_view path) {
@@ -30,7 +22,9 @@ void LoadedFiles::Remove(std::string_view path) {
     if (found == spellings_.end())
         return;
     Spellings& spellings = found->second;
-    spellings.erase(std::remove(spellings.begin(), spellings.end(), path), spellings.end());
+    const auto spelling = spellings.find(path);
+    if (spelling != spellings.end())
+        spellings.erase(spelling);
     if (spellings.empty())
         spellings_.erase(found);
 }

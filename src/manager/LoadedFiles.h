@@ -1,6 +1,8 @@
 #pragma once
 
+#include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,7 +31,7 @@ public:
     std::vector<std::string> GetAll() const;
 
 private:
-    using Spellings = std::vector<std::string>;
+    using Spellings = std::set<std::string, std::less<>>;
 
     std::map<std::string, Spellings, LessIgnoringCase> spellings_;
 };

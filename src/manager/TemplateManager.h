@@ -1,7 +1,9 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -12,6 +14,7 @@
 #include "core/SortedObjectList.h"
 #include "core/SortedStringList.h"
 #include "manager/LoadedFiles.h"
+#include "manager/SearchPaths.h"
 #include "schema/AnchorTypeList.h"
 #include "schema/LOD.h"
 #include "schema/Template.h"
@@ -147,7 +150,8 @@ public:
 
     // -- search paths and packages --------------------------------------------------------------
 
-    virtual int GetSearchPathCount() const { return static_cast<int>(searchPaths_.size()); }
+    virtual int GetSearchPathCount() const { return searchPaths_.GetCount(); }
+    const SearchPaths& GetSearchPaths() const { return searchPaths_; }
 
     /// With its trailing backslash; "" out of range.
     virtual const char* GetSearchPathAt(int index) const;
@@ -165,7 +169,7 @@ public:
 
     /// Loads all template files of a package directory below the first search path that has it.
     virtual bool LoadPackage(std::string_view name);
-    bool IsPackageLoaded(std::string_view name) const { return packages_.Contains(name); }
+    bool IsPackageLoaded(std::string_view name) const { return packages_.count(name) > 0; }
 
     /// Enters a package as loaded, or takes that back.
     void SetPackageLoaded(std::string_view name, bool loaded);
@@ -218,7 +222,7 @@ private:
     void TakeBack(Type& type);
     std::vector<Type*> GetDefinitionsToUnload(std::string_view path) const;
     template <class T> int Remove(ObjectRegistry<T>& registry, T* object);
-    bool FindPackages(const std::string& root, SortedStringList& packages) const;
+    bool LoadFile(const char* path, const char* found);
     const std::unordered_set<Type*>* FindFile(std::string_view fileName) const;
     Type* FindExactly(std::string_view name) const;
     bool HasNewerProperty(const Template& version, const Property& property) const;
@@ -229,9 +233,9 @@ private:
     ObjectRegistry<LOD> lods_;
     AnchorTypeList anchorTypes_;
     Template* root_ = nullptr;
-    SortedStringList packages_;
+    std::set<std::string, std::less<>> packages_; ///< the loaded ones
     LoadedFiles loadedFiles_;
-    std::vector<std::string> searchPaths_;
+    SearchPaths searchPaths_;
     FileIndex typesByFile_;
     std::unordered_set<Type*> displaced_;    // types whose place another one took
     std::unique_ptr<RetiredSchema> retired_; // takes all over in the end, without memory

@@ -1,6 +1,7 @@
 // The part of the template manager that loads, unloads and saves template files.
 
 #include <algorithm>
+#include <new>
 #include <unordered_set>
 
 // Instances that outlive their values let go of a schema before it goes.
@@ -63,7 +64,19 @@ void KeepReferenced(const TemplateManager& manager, TypeGroup& definitions) {
 } // namespace
 
 bool TemplateManager::LoadTemplateFile(const char* path) {
-    const auto file = InputFile::Open(path);
+    return LoadFile(path, path);
+}
+
+/// The path as it is named, and as the system has it.
+bool TemplateManager::LoadFile(const char* path, const char* found) {
+    std::unique_ptr<InputFile> file;
+    try {
+        file = InputFile::Open(found);
+    } catch (const std::bad_alloc&) {
+        if (ErrorManager* errors = ErrorManager::Get())
+            errors->ReportOutOfMemory(path);
+        throw;
+    }
     return file && LoadTemplateStream(path, *file);
 }
 

@@ -3,9 +3,10 @@
 #include <algorithm>
 
 #include "core/Names.h"
+#include "manager/PackageSearch.h"
 #include "manager/TemplateManager.h"
 #include "manager/TemplateReading.h"
-#include "platform/File.h"
+#include "platform/PathFinder.h"
 
 namespace Kor {
 
@@ -13,84 +14,54 @@ namespace {
 
 constexpr std::string_view kExtension = ".template";
 
-std::string WithBackslash(std::string_view path) {
-    std::string result(path);
-    if (!result.empty() && result.back() != '\\')
-        result += '\\';
-    return result;
+std::string ToPath(std::string_view name) {
+    std::string path(name);
+    std::replace(path.begin(), path.end(), '.', '\\');
+    return path;
 }
 
-std::string Replaced(std::string_view text, char from, char to) {
-    std::string result(text);
-    std::replace(result.begin(), result.end(), from, to);
-    return result;
+/// Brings names into a list from the front to the back, so that none has to make room for another.
+void Insert(std::vector<std::string> names, SortedStringList& list) {
+    std::sort(names.begin(), names.end());
+    for (const std::string& name : names)
+        list.Insert(name);
 }
 
 } // namespace
 
 const char* TemplateManager::GetSearchPathAt(int index) const {
-    return index >= 0 && index < GetSearchPathCount()
-               ? searchPaths_[static_cast<size_t>(index)].c_str()
-               : "";
+    return index >= 0 && index < GetSearchPathCount() ? searchPaths_.GetAt(index).c_str() : "";
 }
 
 int TemplateManager::AddSearchPath(std::string_view path, bool load) {
-    const std::string added = WithBackslash(path);
-    const auto same = [&added](const std::string& other) { return EqualsIgnoreCase(other, added); };
-    const auto found = std::find_if(searchPaths_.begin(), searchPaths_.end(), same);
-    const auto index = static_cast<int>(found - searchPaths_.begin());
-    if (found != searchPaths_.end())
-        return index;
-    searchPaths_.push_back(added);
-    if (load) {
-        SortedStringList packages;
-        FindPackages(added, packages);
-        for (const std::string& package : packages)
-            LoadPackage(package);
-    }
-    return ~index;
+    const int result = searchPaths_.Add(path);
+    if (result >= 0 || !load)
+        return result;
+    PackageSearch search;
+    search.LookBelow(searchPaths_.GetAt(~result));
+    SortedStringList packages;
+    Insert(search.GetPackages(), packages);
+    TemplateReading reading(*this);
+    for (const std::string& package : packages)
+        reading.LoadPackage(package);
+    return result;
 }
 
 int TemplateManager::RemoveSearchPath(std::string_view path) {
-    const std::string removed = WithBackslash(path);
-    const auto same = [&removed](const std::string& other) {
-        return EqualsIgnoreCase(other, removed);
-    };
-    const auto found = std::find_if(searchPaths_.begin(), searchPaths_.end(), same);
-    const auto index = static_cast<int>(found - searchPaths_.begin());
-    if (found == searchPaths_.end())
-        return ~index;
-    searchPaths_.erase(found);
-    return index;
-}
-
-/// Every directory at every depth is a package. One that cannot be listed ends the search.
-bool TemplateManager::FindPackages(const std::string& root, SortedStringList& packages) const {
-    std::vector<std::string> pending{std::string()};
-    while (!pending.empty()) {
-        const std::string relative = std::move(pending.back());
-        pending.pop_back();
-        if (!relative.empty())
-            packages.Insert(Replaced(relative, '\\', '.'));
-        std::vector<std::string> names;
-        if (!ListDirectory(root + relative, false, true, names))
-            return false;
-        for (auto name = names.rbegin(); name != names.rend(); ++name) {
-            std::string directory = relative.empty() ? *name : relative + '\\' + *name;
-            pending.push_back(std::move(directory));
-        }
-    }
-    return true;
+    return searchPaths_.Remove(path);
 }
 
 bool TemplateManager::EnumeratePackages(bool loadedOnly, SortedStringList& packages) const {
     if (loadedOnly) {
-        packages = packages_;
+        for (const std::string& package : packages_)
+            packages.Insert(package);
         return false;
     }
+    PackageSearch search;
     bool listed = false;
-    for (const std::string& path : searchPaths_)
-        listed = FindPackages(path, packages) || listed;
+    for (const std::string& path : searchPaths_.GetAll())
+        listed = search.LookBelow(path) || listed;
+    Insert(search.GetPackages(), packages);
     return listed;
 }
 
@@ -99,23 +70,26 @@ bool TemplateManager::LoadPackage(std::string_view name) {
 }
 
 void TemplateManager::SetPackageLoaded(std::string_view name, bool loaded) {
-    if (loaded)
-        packages_.Insert(name);
-    else
-        packages_.Remove(name);
+    const auto found = packages_.find(name);
+    if (loaded && found == packages_.end())
+        packages_.emplace(name);
+    else if (!loaded && found != packages_.end())
+        packages_.erase(found);
 }
 
 bool TemplateManager::LoadTemplate(std::string_view name, const SortedStringList* prefixes) {
-    const std::string file = Replaced(name, '.', '\\') + std::string(kExtension);
-    const std::vector<std::string> paths = searchPaths_;
-    for (const std::string& path : paths) {
-        if (LoadTemplateFile((path + file).c_str()))
+    const std::string file = ToPath(name) + std::string(kExtension);
+    PathFinder finder;
+    const auto load = [this, &finder](const std::string& path) {
+        const std::string found = finder.Find(path);
+        return !found.empty() && LoadFile(path.c_str(), found.c_str());
+    };
+    for (const std::string& path : searchPaths_.GetAll()) {
+        if (load(path + file))
             return true;
         for (int i = 0; prefixes && i < prefixes->GetCount(); ++i) {
-            std::string prefixed = path;
-            prefixed += WithBackslash(Replaced(prefixes->GetAt(i), '.', '\\'));
-            prefixed += file;
-            if (LoadTemplateFile(prefixed.c_str()))
+            const std::string& prefix = prefixes->GetAt(i);
+            if (load(path + (prefix.empty() ? prefix : ToPath(prefix) + '\\') + file))
                 return true;
         }
     }

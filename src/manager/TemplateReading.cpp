@@ -1,6 +1,7 @@
 #include "manager/TemplateReading.h"
 
 #include <algorithm>
+#include <new>
 #include <optional>
 
 // A file is read by the listener that registers what it finds.
@@ -9,6 +10,7 @@
 #include "core/ErrorManager.h"
 #include "core/Names.h"
 #include "manager/LoadingMark.h"
+#include "manager/PackageFinder.h"
 #include "manager/TemplateManager.h"
 #include "platform/File.h"
 #include "xml/XMLParser.h"
@@ -22,32 +24,55 @@ constexpr std::string_view kExtension = ".template";
 /// Packages may wait for each other in great number, so each reads with little room.
 constexpr size_t kBlockSize = 16 * 1024;
 
+std::string ToPath(std::string_view package) {
+    std::string path(package);
+    std::replace(path.begin(), path.end(), '.', '\\');
+    return path;
+}
+
 bool IsTemplateFile(std::string_view name) {
     return name.size() > kExtension.size() &&
            EqualsIgnoreCase(name.substr(name.size() - kExtension.size()), kExtension);
 }
 
-/// The bytes of a file; false when it cannot be opened. Read whole, so that waiting files do not
-/// hold the system's file handles.
-bool ReadWhole(const std::string& path, std::string& text) {
+/// The bytes of a file, read whole, so that waiting files do not hold the system's file handles.
+struct FileText {
+    std::string text;
+    bool opened = false;
+    bool failed = false; ///< before its end
+};
+
+FileText ReadWhole(const std::string& path) {
+    FileText whole;
     const auto file = InputFile::Open(path.c_str());
     if (!file)
-        return false;
+        return whole;
+    whole.opened = true;
     char block[kBlockSize];
     while (const size_t size = file->Read(block, sizeof block))
-        text.append(block, size);
-    return true;
+        whole.text.append(block, size);
+    whole.failed = file->HasFailed();
+    return whole;
 }
+
+/// The same as a source.
+class TextSource : public MemorySource {
+public:
+    TextSource(std::string_view text, bool failed) : MemorySource(text), failed_(failed) {}
+    bool HasFailed() const override { return failed_; }
+
+private:
+    bool failed_;
+};
 
 } // namespace
 
 /// A file that is being read, or waits for a package.
 struct TemplateReading::OpenFile {
-    OpenFile(TemplateManager& manager, std::string filePath, std::string fileText,
-             ByteSource* given)
+    OpenFile(TemplateManager& manager, std::string filePath, FileText fileText, ByteSource* given)
         : path(std::move(filePath)), mark([&manager, this] { manager.RemoveLoadedFile(path); }),
-          text(std::move(fileText)), memory(text), source(given ? given : &memory),
-          parser(given ? Parser::kDefaultBlockSize : kBlockSize),
+          text(std::move(fileText.text)), memory(text, fileText.failed),
+          source(given ? given : &memory), parser(given ? Parser::kDefaultBlockSize : kBlockSize),
           listener(std::make_unique<XMLTemplateListener>(parser)) {
         parser.SetErrorListener(ErrorManager::Get());
         parser.SetXMLListener(listener.get());
@@ -56,7 +81,7 @@ struct TemplateReading::OpenFile {
     std::string path;
     LoadingMark mark; // a template that names the file as its own enters it
     std::string text;
-    MemorySource memory;
+    TextSource memory;
     ByteSource* source;
     XMLParser parser;
     std::unique_ptr<XMLTemplateListener> listener;
@@ -67,25 +92,46 @@ struct TemplateReading::OpenFile {
 struct TemplateReading::OpenPackage {
     std::string name;
     std::optional<LoadingMark> mark;
-    std::vector<std::string> searchPaths;
-    size_t nextSearchPath = 0;
-    std::vector<std::string> files;
+    std::shared_ptr<PackageFinder> finder;
+    size_t nextPlace = 0;
+    std::string directory;          // as messages name it
+    std::string found;              // as the system has it
+    std::vector<std::string> files; // their names
     size_t nextFile = 0;
+    std::string path; // of the file that was opened last
 };
 
 TemplateReading::TemplateReading(TemplateManager& manager) : manager_(manager) {}
 
 TemplateReading::~TemplateReading() = default;
 
-bool TemplateReading::ReadFile(const char* path, ByteSource& source) {
-    open_.push_back({std::make_unique<OpenFile>(manager_, path, std::string(), &source), nullptr});
+bool TemplateReading::ReadFile(const char* path, ByteSource& source) try {
+    open_.push_back({std::make_unique<OpenFile>(manager_, path, FileText(), &source), nullptr});
     manager_.AddLoadedFile(path);
     return Run();
+} catch (const std::bad_alloc&) {
+    ReportOutOfMemory(path);
+    throw;
 }
 
-bool TemplateReading::LoadPackage(std::string_view name) {
+bool TemplateReading::LoadPackage(std::string_view name) try {
     StartPackage(name);
     return Run();
+} catch (const std::bad_alloc&) {
+    ReportOutOfMemory(name);
+    throw;
+}
+
+/// What was begun is named where no file is being read yet.
+void TemplateReading::ReportOutOfMemory(std::string_view begun) const {
+    ErrorManager* errors = ErrorManager::Get();
+    const auto pathOf = [](const Step& step) -> const std::string& {
+        return step.file ? step.file->path : step.package->path;
+    };
+    const auto reading = std::find_if(open_.rbegin(), open_.rend(),
+                                      [&](const Step& step) { return !pathOf(step).empty(); });
+    if (errors)
+        errors->ReportOutOfMemory(reading == open_.rend() ? begun : pathOf(*reading));
 }
 
 /// Works on what was opened last until everything is closed.
@@ -130,29 +176,34 @@ void TemplateReading::StartPackage(std::string_view name) {
         return;
     auto package = std::make_unique<OpenPackage>();
     package->name = name;
-    for (int i = 0; i < manager_.GetSearchPathCount(); ++i)
-        package->searchPaths.emplace_back(manager_.GetSearchPathAt(i));
+    package->finder = GetFinder();
     open_.push_back({nullptr, std::move(package)});
     if (!TryNextSearchPath(*open_.back().package))
         FinishPackage(false);
 }
 
+/// The finder for all packages, unless a callback has changed the search paths meanwhile.
+std::shared_ptr<PackageFinder> TemplateReading::GetFinder() {
+    const SearchPaths& paths = manager_.GetSearchPaths();
+    if (!finder_ || finderRevision_ != paths.GetRevision())
+        finder_ = std::make_shared<PackageFinder>(paths.GetAll());
+    finderRevision_ = paths.GetRevision();
+    return finder_;
+}
+
 /// Goes on to the next search path that has the package's directory; subdirectories are packages
 /// of their own.
 bool TemplateReading::TryNextSearchPath(OpenPackage& package) {
-    std::string relative = package.name;
-    std::replace(relative.begin(), relative.end(), '.', '\\');
-    while (package.nextSearchPath < package.searchPaths.size()) {
-        const std::string directory = package.searchPaths[package.nextSearchPath++] + relative;
-        std::vector<std::string> names;
-        if (!ListDirectory(directory, true, false, names))
+    while (const auto* place = package.finder->Find(package.name, package.nextPlace)) {
+        ++package.nextPlace;
+        if (!ListDirectory(place->directory, true, false, package.files))
             continue;
-        package.files.clear();
+        const auto isOther = [](const std::string& name) { return !IsTemplateFile(name); };
+        auto& files = package.files;
+        files.erase(std::remove_if(files.begin(), files.end(), isOther), files.end());
         package.nextFile = 0;
-        for (const std::string& name : names) {
-            if (IsTemplateFile(name))
-                package.files.emplace_back(directory).append(1, '\\').append(name);
-        }
+        package.found = place->directory;
+        package.directory = package.finder->GetSearchPath(*place) + ToPath(package.name);
         // Entered first, so that packages may use each other in a circle.
         manager_.SetPackageLoaded(package.name, true);
         package.mark.emplace([this, &package] { manager_.SetPackageLoaded(package.name, false); });
@@ -176,12 +227,14 @@ void TemplateReading::AdvancePackage() {
         FinishPackage(true);
         return;
     }
-    const std::string path = package.files[package.nextFile++];
-    std::string text;
-    result_ = ReadWhole(path, text);
-    if (result_ && !manager_.GetLoadedFiles().Contains(path))
+    const std::string& name = package.files[package.nextFile++];
+    package.path = package.directory + '\\' + name;
+    FileText text = ReadWhole(package.found + name);
+    result_ = text.opened;
+    if (result_ && !manager_.GetLoadedFiles().Contains(package.path))
         open_.push_back(
-            {std::make_unique<OpenFile>(manager_, path, std::move(text), nullptr), nullptr});
+            {std::make_unique<OpenFile>(manager_, package.path, std::move(text), nullptr),
+             nullptr});
 }
 
 void TemplateReading::FinishPackage(bool loaded) {

@@ -9,10 +9,12 @@
 
 namespace Kor {
 
+class PackageFinder;
 class TemplateManager;
 
 /// Reads one template file, and the packages that it uses, and those that these use. Files wait
-/// for the packages they use in a list, so that no chain of packages can exhaust the stack.
+/// for the packages they use in a list, so that no chain of packages can exhaust the stack. Where
+/// memory runs out, that is reported with the file that was being read, and everything ends.
 class TemplateReading {
 public:
     explicit TemplateReading(TemplateManager& manager);
@@ -30,13 +32,17 @@ private:
 
     bool Run();
     void StartPackage(std::string_view name);
+    std::shared_ptr<PackageFinder> GetFinder();
     bool TryNextSearchPath(OpenPackage& package);
     void AdvanceFile();
     void AdvancePackage();
     void FinishFile(bool read);
     void FinishPackage(bool loaded);
+    void ReportOutOfMemory(std::string_view begun) const;
 
     TemplateManager& manager_;
+    std::shared_ptr<PackageFinder> finder_; ///< made for the first package
+    unsigned finderRevision_ = 0;           ///< of the search paths that it knows
     /// What is being read, outermost first: a file waits for the package behind it, a package for
     /// its file.
     struct Step {

@@ -1,7 +1,6 @@
 #include "platform/FileNames.h"
 
 #include <algorithm>
-#include <atomic>
 
 namespace Kor {
 
@@ -25,9 +24,14 @@ void SortFileNames(std::vector<std::string>& names) {
     std::sort(names.begin(), names.end(), ComesBefore);
 }
 
-std::string MakeTemporaryName(unsigned long processId) {
-    static std::atomic<unsigned long> counter{0};
-    return ".ovi-" + std::to_string(processId) + "-" + std::to_string(++counter) + ".tmp";
+std::string MakeTemporaryName(const TemporaryNameBytes& random) {
+    constexpr char kDigits[] = "0123456789abcdef";
+    std::string name = ".ovi-";
+    for (const unsigned char byte : random) {
+        name += kDigits[byte >> 4];
+        name += kDigits[byte & 15];
+    }
+    return name + ".tmp";
 }
 
 } // namespace Kor

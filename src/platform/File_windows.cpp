@@ -1,3 +1,7 @@
+// rand_s, the system's source of chance, has to be asked for before any header.
+#define _CRT_RAND_S // NOLINT(bugprone-reserved-identifier): the system's name
+#include <cstdlib>
+
 #include "platform/File.h"
 
 #include "core/Names.h"
@@ -18,6 +22,7 @@ namespace Kor {
 namespace {
 
 constexpr size_t kMaxTransfer = size_t{1} << 30; // the system counts in 32 bits
+constexpr DWORD kNoFile = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE;
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 /// An open file, closed with its owner.
@@ -44,9 +49,27 @@ private:
     HANDLE value_;
 };
 
-Handle OpenFile(const std::wstring& path, DWORD access, DWORD share, DWORD disposition) {
+Handle OpenFile(const std::wstring& path, DWORD access, DWORD share, DWORD disposition,
+                DWORD flags = 0) {
     return Handle(CreateFileW(path.c_str(), access, share, nullptr, disposition,
-                              FILE_ATTRIBUTE_NORMAL, nullptr));
+                              FILE_ATTRIBUTE_NORMAL | flags, nullptr));
+}
+
+/// Whether the system takes a path for one of its devices (NUL, CON, COM1, ...), whatever directory
+/// and extension it has; to open some of them is to wait.
+bool NamesDevice(const std::wstring& path) {
+    std::wstring whole(GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
+    GetFullPathNameW(path.c_str(), static_cast<DWORD>(whole.size()), whole.data(), nullptr);
+    constexpr std::wstring_view kDevices = L"\\\\.\\";
+    return whole.compare(0, kDevices.size(), kDevices) == 0;
+}
+
+/// Neither device nor pipe nor directory nor a whole disk, of which the system knows no number.
+bool IsRegular(const Handle& file) {
+    BY_HANDLE_FILE_INFORMATION about;
+    return file.IsOpen() && GetFileType(file.Get()) == FILE_TYPE_DISK &&
+           GetFileInformationByHandle(file.Get(), &about) &&
+           (about.dwFileAttributes & kNoFile) == 0;
 }
 
 class WindowsInputFile : public InputFile {
@@ -58,8 +81,7 @@ public:
         DWORD taken = 0;
         if (ReadFile(file_.Get(), buffer, wanted, &taken, nullptr))
             return taken;
-        // A pipe ends where its writer goes away.
-        failed_ = failed_ || GetLastError() != ERROR_BROKEN_PIPE;
+        failed_ = true;
         return 0;
     }
 
@@ -106,13 +128,11 @@ public:
             DeleteFileW(temporary_.c_str());
     }
 
-    /// Takes over the target itself, which is open.
-    void UseTarget(Handle file) { file_ = std::move(file); }
-
     /// Makes the file that is to take the target's place; false when that cannot be done. Once it
-    /// is there nothing needs memory, so that it never stays behind.
+    /// is there nothing needs memory, so that it never stays behind. While it is open nobody else
+    /// can open it, and a link of that name would count as there.
     bool MakeTemporary(std::wstring path) {
-        file_ = OpenFile(path, GENERIC_WRITE, 0, CREATE_NEW);
+        file_ = OpenFile(path, GENERIC_WRITE, 0, CREATE_NEW, FILE_FLAG_OPEN_REPARSE_POINT);
         if (file_.IsOpen())
             temporary_ = std::move(path);
         return file_.IsOpen();
@@ -130,10 +150,10 @@ public:
 
     bool Commit() override {
         bool done = file_.IsOpen() && !failed_;
-        if (done && !temporary_.empty())
+        if (done)
             done = FlushFileBuffers(file_.Get());
         done = file_.Close() && done;
-        if (done && !temporary_.empty()) {
+        if (done) {
             // Not earlier: they may forbid to take the temporary file away again.
             CopyPermissions(target_, temporary_);
             done = Replace(target_, temporary_);
@@ -167,13 +187,23 @@ bool IsReadOnly(const std::wstring& path) {
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
 }
 
+bool FillWithChance(TemporaryNameBytes& bytes) {
+    for (unsigned char& byte : bytes) {
+        unsigned number = 0;
+        if (rand_s(&number) != 0)
+            return false;
+        byte = static_cast<unsigned char>(number);
+    }
+    return true;
+}
+
 std::unique_ptr<OutputFile> CreateBeside(const std::wstring& target) {
-    constexpr int kMaxTries = 100;
+    constexpr int kMaxTries = 100; // one is enough, as nobody can know the names beforehand
+    TemporaryNameBytes random;
     const size_t nameAt = target.find_last_of(L"\\/:") + 1;
     auto file = std::make_unique<WindowsOutputFile>(target);
-    for (int i = 0; i < kMaxTries; ++i) {
-        if (file->MakeTemporary(target.substr(0, nameAt) +
-                                ToWide(MakeTemporaryName(GetCurrentProcessId()))))
+    for (int i = 0; i < kMaxTries && FillWithChance(random); ++i) {
+        if (file->MakeTemporary(target.substr(0, nameAt) + ToWide(MakeTemporaryName(random))))
             return file;
         if (GetLastError() != ERROR_FILE_EXISTS)
             break;
@@ -184,26 +214,25 @@ std::unique_ptr<OutputFile> CreateBeside(const std::wstring& target) {
 } // namespace
 
 std::unique_ptr<InputFile> InputFile::Open(const char* path) {
+    const std::wstring given = ToWidePath(std::string(TextOf(path)));
+    if (NamesDevice(given))
+        return nullptr;
     // Other programs may go on reading, writing and replacing the file.
-    Handle file =
-        OpenFile(ToWidePath(std::string(TextOf(path))), GENERIC_READ, kShareAll, OPEN_EXISTING);
-    return file.IsOpen() ? std::make_unique<WindowsInputFile>(std::move(file)) : nullptr;
+    Handle file = OpenFile(given, GENERIC_READ, kShareAll, OPEN_EXISTING);
+    return IsRegular(file) ? std::make_unique<WindowsInputFile>(std::move(file)) : nullptr;
 }
 
 std::unique_ptr<OutputFile> OutputFile::Create(const char* path) {
     const std::wstring given = ToWidePath(std::string(TextOf(path)));
+    if (NamesDevice(given))
+        return nullptr;
     // Opening what is there tells whether it may be written, and finds directories out.
     Handle old = OpenFile(given, GENERIC_WRITE, kShareAll, OPEN_EXISTING);
     if (!old.IsOpen())
         return GetLastError() == ERROR_FILE_NOT_FOUND ? CreateBeside(given) : nullptr;
-    if (GetFileType(old.Get()) != FILE_TYPE_DISK) {
-        auto file = std::make_unique<WindowsOutputFile>(given);
-        file->UseTarget(std::move(old));
-        return file;
-    }
     const std::wstring target = GetFinalPath(old, given);
     // Some users may open such a file all the same; it is not to be replaced by them either.
-    if (IsReadOnly(target))
+    if (!IsRegular(old) || IsReadOnly(target))
         return nullptr;
     old.Close();
     return CreateBeside(target);
@@ -223,11 +252,15 @@ bool ListDirectory(const std::string& directory, bool files, bool directories,
     const unsigned codePage = GetCodePageOf(directory);
     do {
         const bool isDirectory = (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-        if (entry.cFileName[0] != L'.' && (isDirectory ? directories : files))
+        const bool isFile = (entry.dwFileAttributes & kNoFile) == 0;
+        if (entry.cFileName[0] != L'.' && ((isDirectory && directories) || (isFile && files)))
             names.push_back(FromWide(entry.cFileName, codePage));
     } while (FindNextFileW(search, &entry));
+    const bool whole = GetLastError() == ERROR_NO_MORE_FILES;
+    if (!whole) // half a list would look like a whole one
+        names.clear();
     SortFileNames(names);
-    return true;
+    return whole;
 }
 
 } // namespace Kor

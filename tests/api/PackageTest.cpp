@@ -1,56 +1,11 @@
 // Packages: directories of template files below the search paths.
 
 #include <algorithm>
-#include <cstring>
 #include <filesystem>
 
-#include "api/Schema.h"
-#include "support/NotOnWindows.h"
+#include "api/PackageHost.h"
 
 namespace {
-
-class PackageTest : public SchemaTest {
-protected:
-    /// A file with one template of the file's own package, "studio/props/Cup.template".
-    void Write(const std::string& name) {
-        const std::filesystem::path path(name);
-        std::string package = path.parent_path().generic_string();
-        package.erase(0, package.find('/') == std::string::npos ? package.size()
-                                                                : package.find('/') + 1);
-        std::replace(package.begin(), package.end(), '/', '.');
-        WriteSchema(name, "<templates package='" + package + "'><template name='" +
-                              path.stem().string() + "'/></templates>");
-    }
-
-    /// Adds a directory of the test as search path.
-    int AddPath(const std::string& name, bool load = false) {
-        PathOf(name + "/.");
-        return OviTemplateManager_AddSearchPath((Directory() + "/" + name).c_str(), load);
-    }
-
-    static bool Load(const char* package) { return OviTemplateManager_LoadPackage(package); }
-
-    /// All packages below the search paths.
-    static Names Packages() {
-        int size = 0;
-        const int count = OviTemplateManager_EnumeratePackages(false, &size, nullptr);
-        if (count < 0)
-            return {"none"};
-        std::string buffer(static_cast<size_t>(size), '?');
-        EXPECT_EQ(OviTemplateManager_EnumeratePackages(false, &size, buffer.data()), count);
-        Names names;
-        for (const char* name = buffer.data(); *name; name += std::strlen(name) + 1)
-            names.push_back(name);
-        EXPECT_EQ(names.size(), static_cast<size_t>(count));
-        return names;
-    }
-
-    Names Schema() {
-        Names templates = Templates();
-        templates.erase(std::find(templates.begin(), templates.end(), "Object#1"));
-        return templates;
-    }
-};
 
 TEST_F(PackageTest, EveryDirectoryAtEveryDepthIsAPackage) {
     Write("defs/studio/props/Cup.template");
@@ -129,24 +84,6 @@ TEST_F(PackageTest, WithoutAPathThatCanBeListedTheSizeStaysAsItWas) {
     EXPECT_EQ(OviTemplateManager_EnumeratePackages(false, &size, nullptr), -1);
     EXPECT_EQ(size, 77);
 }
-
-#ifndef _WIN32
-// A link to its own directory leads ever deeper, until the system refuses the path.
-TEST_F(PackageTest, ADirectoryThatCannotBeListedMakesItsSearchPathFail) {
-    std::filesystem::create_directory_symlink(".", PathOf("defs/b"));
-    Write("defs/z/X.template");
-    AddPath("defs");
-    EXPECT_EQ(Packages(), Names{"none"});
-    PathOf("good/fine/x");
-    AddPath("good");
-    const Names packages = Packages();
-    EXPECT_EQ(std::count(packages.begin(), packages.end(), "fine"), 1);
-    EXPECT_EQ(std::count(packages.begin(), packages.end(), "z"), 0) << "the search ended before";
-}
-#else
-OVI_NOT_ON_WINDOWS(PackageTest, ADirectoryThatCannotBeListedMakesItsSearchPathFail,
-                   "making links is for administrators")
-#endif
 
 // -- loading --------------------------------------------------------------------------------------
 

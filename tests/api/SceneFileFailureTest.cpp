@@ -5,10 +5,12 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include <unistd.h>
+#include <sys/stat.h>
 
 #include "api/SceneHost.h"
+#include "support/Deadline.h"
 #include "support/FileSizeLimit.h"
+#include "support/OrdinaryUser.h"
 
 namespace fs = std::filesystem;
 
@@ -49,24 +51,6 @@ protected:
 
     std::string folder_;
     std::string old_;
-};
-
-/// Whom permissions bind, also when the tests are run by root.
-class OrdinaryUser {
-public:
-    OrdinaryUser() : previous_(getuid()) {
-        bound_ = previous_ != 0 || setresuid(kNobody, kNobody, previous_) == 0;
-    }
-    ~OrdinaryUser() {
-        if (getuid() != previous_ && setresuid(previous_, previous_, previous_) != 0)
-            std::abort();
-    }
-    bool IsBound() const { return bound_; }
-
-private:
-    static constexpr uid_t kNobody = 65534;
-    uid_t previous_;
-    bool bound_ = false;
 };
 
 } // namespace
@@ -115,15 +99,22 @@ TEST_F(SceneFileFailureTest, LeavesAFileThatIsWriteProtected) {
     fs::permissions(Scene(), fs::perms(0644));
 }
 
-TEST_F(SceneFileFailureTest, ReportsADeviceThatIsFull) {
-    if (!fs::is_character_file("/dev/full"))
-        GTEST_SKIP() << "this system has no such device";
-    const std::string link = PathOf("links/full.asset");
-    fs::create_symlink("/dev/full", link);
-    EXPECT_FALSE(OviAssetManager_SaveScene(link.c_str()));
-    EXPECT_EQ(Errors(), Lines{"1 -1 Unable to open file for writing"});
-    EXPECT_TRUE(fs::is_symlink(link));
-    EXPECT_TRUE(fs::is_character_file("/dev/full"));
+TEST_F(SceneFileFailureTest, SavesOntoNothingButFiles) {
+    const std::string path = PathOf("odd/scene.asset");
+    const Deadline deadline;
+    for (const char* target : {"/dev/null", "pipe"}) {
+        fs::remove(path);
+        ASSERT_TRUE(*target == '/' || mkfifo(PathOf("odd/pipe").c_str(), 0600) == 0);
+        fs::create_symlink(target, path);
+        OviErrorManager_Clear();
+        EXPECT_FALSE(OviAssetManager_SaveScene(path.c_str()));
+        EXPECT_EQ(Errors(), Lines{"1 -1 Unable to open file for writing"});
+        EXPECT_EQ(OviErrorItem_GetSourceName(OviErrorManager_GetErrorItemAt(0)), path);
+        EXPECT_TRUE(fs::is_symlink(path) && fs::is_other(path));
+        ::testing::internal::CaptureStderr();
+        EXPECT_FALSE(OviAssetManager_LoadScene(path.c_str()));
+        EXPECT_EQ(::testing::internal::GetCapturedStderr(), "Unable to open file '" + path + "'\n");
+    }
 }
 
 #else
@@ -193,8 +184,8 @@ OVI_NOT_ON_WINDOWS(SceneFileFailureTest, LeavesNoFileWhereNoneWas,
                    "a process cannot limit its files")
 OVI_NOT_ON_WINDOWS(SceneFileFailureTest, LeavesTheOldFileInADirectoryThatCannotBeWritten,
                    "there are no permission bits")
-OVI_NOT_ON_WINDOWS(SceneFileFailureTest, ReportsADeviceThatIsFull,
-                   "there is no device that is always full")
+OVI_NOT_ON_WINDOWS(SceneFileFailureTest, SavesOntoNothingButFiles,
+                   "FileWindowsTest has devices and pipes")
 
 #endif
 

@@ -51,7 +51,7 @@ def function_rows(source):
 
 def reported(name, given):
     """What a call hands to the error manager or prints: all reporting ends in one of these."""
-    if name == "AddErrorItem" and len(given) == 4:
+    if name in ("AddErrorItem", "MakeItem") and len(given) == 4:
         return given[3]
     if name == "fprintf" and given[0] == "stderr":
         return given[1]

@@ -17,7 +17,9 @@ CASES = [("scene", "A scene of 1 GB", 10**9),
          ("value", "A value of 100 MB", 10**8),
          ("attributes", "A million attributes on an element", 10**6),
          ("templates", "A million templates", 10**6),
-         ("errors", "A million errors", 10**6)]
+         ("errors", "A million errors", 10**6),
+         ("paths", "8,000 search paths, each with a package", 8 * 10**3),
+         ("missing", "20,000 packages missing beside 20,000 files", 2 * 10**4)]
 
 ENOUGH_MS = 20  # below it, a ratio of times is noise
 ENOUGH_KB = 1500  # and of memory, which comes in pieces

@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
+#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <string>
@@ -184,16 +185,69 @@ void RunErrors(long long count, const std::string& directory) {
     });
 }
 
+/// Of one of so many packages, in an order that is none.
+std::string PackageName(long long i, long long count) {
+    return "package" + Number(100000000 + i * 7919 % count);
+}
+
+/// A template file that uses so many packages.
+std::string UsePackages(long long count, const std::string& directory) {
+    const std::string path = directory + "/input.template";
+    Input input(path);
+    input.Put("<templates>\n");
+    for (long long i = 0; i < count; ++i)
+        input.Put("<using package='" + PackageName(i, count) + "'/>\n");
+    input.Put("</templates>\n");
+    return path;
+}
+
+/// So many search paths, each with one of the packages that a file uses.
+void RunPaths(long long count, const std::string& directory) {
+    for (long long i = 0; i < count; ++i)
+        std::filesystem::create_directories(directory + "/path" + Number(i) + "/studio/" +
+                                            PackageName(i, count));
+    const std::string path = UsePackages(count, directory);
+    Begin();
+    Step("add search paths", [&] {
+        for (long long i = 0; i < count; ++i)
+            OviTemplateManager_AddSearchPath((directory + "/Path" + Number(i) + "/Studio").c_str(),
+                                             false);
+        return OviTemplateManager_GetSearchPathCount() == count;
+    });
+    Step("look for a template", [] { return !OviTemplateManager_LoadTemplate("none.Missing"); });
+    Step("load the packages", [&] {
+        return OviTemplateManager_LoadTemplateFile(path.c_str()) &&
+               OviErrorManager_GetErrorItemCount(OVI_LEVEL_WARNING) == 0;
+    });
+    Step("list the packages", [count] {
+        return OviTemplateManager_EnumeratePackages(false, nullptr, nullptr) == count;
+    });
+}
+
+/// A search path with so many files in it, and as many packages that are not there.
+void RunMissing(long long count, const std::string& directory) {
+    const std::string root = directory + "/library";
+    std::filesystem::create_directories(root);
+    for (long long i = 0; i < count; ++i)
+        Input(root + "/a_file_with_a_long_name" + Number(i) + ".txt");
+    const std::string path = UsePackages(count, directory);
+    Begin();
+    OviTemplateManager_AddSearchPath(root.c_str(), false);
+    Step("look for packages", [&] {
+        return OviTemplateManager_LoadTemplateFile(path.c_str()) &&
+               OviErrorManager_GetErrorItemCount(OVI_LEVEL_WARNING) == count;
+    });
+}
+
 struct Case {
     const char* name;
     void (*run)(long long size, const std::string& directory);
 };
 
-constexpr Case kCases[] = {{"scene", &RunScene},
-                           {"value", &RunValue},
-                           {"attributes", &RunAttributes},
-                           {"templates", &RunTemplates},
-                           {"errors", &RunErrors}};
+constexpr Case kCases[] = {{"scene", &RunScene},           {"value", &RunValue},
+                           {"attributes", &RunAttributes}, {"templates", &RunTemplates},
+                           {"errors", &RunErrors},         {"paths", &RunPaths},
+                           {"missing", &RunMissing}};
 
 } // namespace
 
@@ -205,7 +259,8 @@ int main(int argumentCount, char** arguments) {
             return allWell ? 0 : 1;
         }
     }
-    std::fputs("usage: ovi_hostile scene|value|attributes|templates|errors SIZE DIRECTORY\n",
-               stderr);
+    std::fputs(
+        "usage: ovi_hostile scene|value|attributes|templates|errors|paths|missing SIZE DIRECTORY\n",
+        stderr);
     return 2;
 }

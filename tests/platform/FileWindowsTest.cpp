@@ -100,9 +100,43 @@ TEST_F(FileWindowsTest, AFileThatSomebodyKeepsToHimselfCannotBeRead) {
     EXPECT_EQ(CountFiles(), 1);
 }
 
-TEST_F(FileWindowsTest, ADeviceIsWrittenDirectly) {
-    EXPECT_TRUE(WriteAll("NUL", "text"));
+TEST_F(FileWindowsTest, DevicesAreNeitherReadNorWritten) {
+    for (const char* name : {"NUL", "nul", "CON", "CONIN$", "COM1", "\\\\.\\NUL",
+                             "\\\\.\\PhysicalDrive0", "\\\\.\\pipe\\ovi"}) {
+        EXPECT_EQ(InputFile::Open(name), nullptr) << name;
+        EXPECT_EQ(OutputFile::Create(name), nullptr) << name;
+    }
+    EXPECT_EQ(InputFile::Open(At("NUL").c_str()), nullptr);
     EXPECT_EQ(CountFiles(), 0);
+}
+
+/// As long as it is open, so that the library can be seen to wait or not.
+TEST_F(FileWindowsTest, APipeIsNeitherReadNorWritten) {
+    const std::string name = "\\\\.\\pipe\\ovi-" + std::to_string(GetCurrentProcessId());
+    const HANDLE pipe =
+        CreateNamedPipeA(name.c_str(), PIPE_ACCESS_DUPLEX, PIPE_TYPE_BYTE, 1, 100, 100, 0, nullptr);
+    ASSERT_NE(pipe, INVALID_HANDLE_VALUE);
+    EXPECT_EQ(InputFile::Open(name.c_str()), nullptr);
+    EXPECT_EQ(OutputFile::Create(name.c_str()), nullptr);
+    CloseHandle(pipe);
+}
+
+TEST_F(FileWindowsTest, ATextThatIsNotCompleteYetCannotBeOpened) {
+    const auto file = OutputFile::Create(At("file").c_str());
+    ASSERT_TRUE(file && file->Write("text"));
+    ASSERT_EQ(CountFiles(), 1);
+    const fs::path hidden = fs::directory_iterator(root_)->path();
+    EXPECT_EQ(ReadAll(hidden.u8string()), "none");
+}
+
+TEST_F(FileWindowsTest, ATextHasANameThatNobodyForesees) {
+    const std::string process = std::to_string(GetCurrentProcessId());
+    constexpr int kTaken = 1000;
+    for (int i = 0; i < kTaken; ++i)
+        Put(".ovi-" + process + "-" + std::to_string(i) + ".tmp", "");
+    EXPECT_TRUE(WriteAll(At("file"), "new"));
+    EXPECT_EQ(Get("file"), "new");
+    EXPECT_EQ(CountFiles(), kTaken + 1);
 }
 
 TEST_F(FileWindowsTest, ACharacterThatNoNameMayHaveMakesNoFile) {

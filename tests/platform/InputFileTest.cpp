@@ -1,5 +1,13 @@
 #include "platform/FileTest.h"
 
+#ifndef _WIN32
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "support/Deadline.h"
+#endif
+
 #include "support/NotOnWindows.h"
 
 using namespace Kor;
@@ -67,6 +75,33 @@ TEST_F(InputFileTest, PrefersThePathAsWritten) {
     EXPECT_EQ(ReadAll(At("fILE")), "3") << "the first in byte order";
 }
 
+TEST_F(InputFileTest, OpensNoDevicesAndNoPipes) {
+    ASSERT_EQ(mkfifo(At("pipe").c_str(), 0600), 0);
+    fs::create_symlink("pipe", root_ / "link");
+    const Deadline deadline;
+    for (const std::string& path : {At("pipe"), At("link"), std::string("/dev/zero")})
+        EXPECT_EQ(ReadAll(path), "none") << path;
+}
+
+TEST_F(InputFileTest, TouchesNoPipeThatSomebodyWaitsAt) {
+    ASSERT_EQ(mkfifo(At("pipe").c_str(), 0600), 0);
+    const Deadline deadline;
+    const int reader = open(At("pipe").c_str(), O_RDONLY | O_NONBLOCK);
+    const int writer = open(At("pipe").c_str(), O_WRONLY | O_NONBLOCK);
+    ASSERT_EQ(write(writer, "text", 4), 4);
+    EXPECT_EQ(ReadAll(At("pipe")), "none");
+    char buffer[8];
+    EXPECT_EQ(read(reader, buffer, sizeof buffer), 4) << "it is still there";
+    close(writer);
+    close(reader);
+}
+
+TEST_F(InputFileTest, OpensAFileThroughALink) {
+    Put("file", "x");
+    fs::create_symlink("file", root_ / "link");
+    EXPECT_EQ(ReadAll(At("link")), "x");
+}
+
 TEST_F(InputFileTest, TellsAFailureFromTheEnd) {
     char buffer[8];
     Put("file", "x");
@@ -84,6 +119,10 @@ TEST_F(InputFileTest, TellsAFailureFromTheEnd) {
 
 #else
 
+OVI_NOT_ON_WINDOWS(InputFileTest, OpensNoDevicesAndNoPipes, "FileWindowsTest has devices")
+OVI_NOT_ON_WINDOWS(InputFileTest, TouchesNoPipeThatSomebodyWaitsAt,
+                   "pipes have no place in the file system")
+OVI_NOT_ON_WINDOWS(InputFileTest, OpensAFileThroughALink, "making links is for administrators")
 OVI_NOT_ON_WINDOWS(InputFileTest, TellsAFailureFromTheEnd, "no file fails on demand")
 OVI_NOT_ON_WINDOWS(InputFileTest, PrefersThePathAsWritten, "names that differ in case are one file")
 
