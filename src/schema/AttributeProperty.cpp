@@ -60,8 +60,10 @@ bool AttributeProperty::SetType(Type* type) {
         type_->TakeFromUsers();
     type_.Reset(type);
     for (const Slot slot : {kDefault, kMinimum, kMaximum}) {
-        if (type && GetMade(slot)) // handed over before there was a type
-            EditMade(slot).GiveType(type, CountElements(*type));
+        if (!type || !GetMade(slot) || GetMade(slot).GetType())
+            continue;
+        EditMade(slot).GiveType(type, CountElements(*type)); // handed over before there was a type
+        HandOut(GetMade(slot).Get());
     }
     if (type && type->GetClass() == CustomType::kClassId)
         type->LeaveToUsers();
@@ -74,7 +76,8 @@ void* AttributeProperty::HandOut(void* value) {
         if (!value || made.Get() != value)
             continue;
         EditMade(slot).HandOut();
-        Template::HandOut(*made.GetType(), value, made.GetCount());
+        if (made.GetType())
+            Template::HandOut(*made.GetType(), value, made.GetCount());
     }
     return value;
 }
