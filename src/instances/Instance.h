@@ -2,7 +2,6 @@
 
 #include <memory>
 
-#include "core/BlockPool.h"
 #include "core/NamedObject.h"
 #include "core/SortedObjectList.h"
 #include "instances/PropertyInstance.h"
@@ -15,9 +14,10 @@ class Asset;
 
 /// An object built from templates, each in one exact version, with one property instance for every
 /// property that these define, inherited ones included. Deleting an instance sends no events.
-class Instance : public NamedObject, public Pooled {
+class Instance : public NamedObject {
 public:
     static constexpr int kClassId = kInstanceClass;
+    KOR_OBJECT_MEMORY
 
     enum Place {
         kFreeStanding, ///< An asset, or an instance that the host holds.

@@ -15,4 +15,12 @@ void* TakeLargePages(size_t size);
 /// Gives such memory back.
 void GiveLargePages(void* pages) noexcept;
 
+/// Memory in the size of one large page, aligned to 64 KiB at least, straight from the system: what
+/// is given back leaves the process. In one large page where that is asked for and the system has
+/// them. Throws std::bad_alloc.
+void* MapRegion(bool inLargePage);
+
+/// Gives such memory back.
+void UnmapRegion(void* region) noexcept;
+
 } // namespace Kor

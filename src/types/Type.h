@@ -16,6 +16,7 @@ namespace Kor {
 class Type : public NamedObject {
 public:
     static constexpr int kClassId = kTypeClass;
+    KOR_OBJECT_MEMORY
 
     /// The name may carry its package ("a.b.Vector"); an invalid one stays empty.
     Type(std::string_view name, int dimension, int alignment);
