@@ -27,10 +27,10 @@ OviType* OviAttributeProperty_GetType(OviAttributeProperty* property) {
 }
 
 bool OviAttributeProperty_SetType(OviAttributeProperty* property, OviType* type) {
-    return With<AttributeProperty>(property, false, [type](AttributeProperty& self) {
-        Type* given = From<Type>(type);
-        return given || !type ? self.SetType(given) : false;
-    });
+    return WithOptional<AttributeProperty, Type>(
+        property, type, false, [type](AttributeProperty& self, Type* given) {
+            return given || !type ? self.SetType(given) : false;
+        });
 }
 
 void* OviAttributeProperty_GetDefaultValue(OviAttributeProperty* property) {

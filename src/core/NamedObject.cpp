@@ -1,5 +1,7 @@
 #include "core/NamedObject.h"
 
+#include "core/Kept.h"
+
 #include "core/Names.h"
 // An object writes its own texts: the writer knows only core, so the way back is here alone.
 #include "xml/XMLWriter.h"
@@ -9,8 +11,8 @@ namespace Kor {
 namespace {
 
 const LocalizedTextTable& NoTexts() {
-    static const auto& none = *new LocalizedTextTable(); // outlives all users at process exit
-    return none;
+    static NeverDestroyed<LocalizedTextTable> none;
+    return none.Get();
 }
 
 void WriteTexts(const LocalizedTextTable& table, const char* element, XMLWriter& writer) {

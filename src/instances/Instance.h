@@ -169,6 +169,7 @@ private:
     void DeletePropertyInstances();
     void ReleaseTemplates();
     static void MakeRoomForAbandoned();
+    static void GiveBackRoomForAbandoned() noexcept;
     void LeaveAbandoned();
     void Notify(int event, void* argument);
     void AnnounceDroppedProperties(const Template& old, const Template& next);
