@@ -76,6 +76,7 @@ bool Checks::AreOn() noexcept {
 }
 
 void Checks::Set(bool on) noexcept {
+    isDecided_ = true;
     limit_ = on ? kAlways : kNever;
     BlockPool::KeepDead(on);
 }

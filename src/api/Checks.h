@@ -23,7 +23,7 @@ public:
 
     /// Asks the environment, once.
     static void Begin() noexcept {
-        if (limit_ == kUndecided)
+        if (!isDecided_)
             Decide();
     }
 
@@ -46,8 +46,7 @@ public:
 
 private:
     static constexpr std::uintptr_t kNever = 0;
-    static constexpr std::uintptr_t kAlways = UINTPTR_MAX - 1;
-    static constexpr std::uintptr_t kUndecided = UINTPTR_MAX;
+    static constexpr std::uintptr_t kAlways = UINTPTR_MAX;
 
     /// The way of a handle that is not looked at is to be the straight one.
     static bool IsUnlikely(bool condition) {
@@ -61,7 +60,8 @@ private:
     static void Decide() noexcept;
     static bool LookAt(const void* handle, const char* function) noexcept;
 
-    static inline std::uintptr_t limit_ = kUndecided;
+    static inline std::uintptr_t limit_ = kAlways;
+    static inline bool isDecided_ = false;
 };
 
 } // namespace Kor

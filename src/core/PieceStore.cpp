@@ -57,6 +57,7 @@ void* PieceStore::Take() {
     Region& region = *withPieces_;
     const size_t piece = LowestBit(region.freePieces);
     region.freePieces &= ~BitOf(piece);
+    ++pieces_;
     if (region.freePieces == 0)
         Unlist(region);
     return StartOf(&region) + piece * kPieceSize;
@@ -64,6 +65,7 @@ void* PieceStore::Take() {
 
 void PieceStore::Give(Piece* piece) noexcept {
     Region& region = *FindRegion(table_, table_ + count_, piece);
+    --pieces_;
     if (region.freePieces == 0)
         List(region);
     region.freePieces |= BitOf((AddressOf(piece) - AddressOf(StartOf(&region))) / kPieceSize);

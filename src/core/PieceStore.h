@@ -15,7 +15,8 @@ public:
     /// The piece that an address lies in; null where none is in use. Any address may be asked for.
     static Piece* Find(const void* address) noexcept;
 
-    /// How many regions the process has now.
+    /// How many pieces are in use, and how many regions they are cut from.
+    static size_t CountPieces() { return pieces_; }
     static size_t CountRegions() { return count_; }
 
 private:
@@ -30,6 +31,7 @@ private:
     static inline Region** table_ = nullptr;
     static inline size_t count_ = 0;
     static inline size_t capacity_ = 0;
+    static inline size_t pieces_ = 0;
     static inline Region* withPieces_ = nullptr; ///< The regions that have a piece to give.
 };
 

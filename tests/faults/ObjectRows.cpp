@@ -27,6 +27,8 @@ CallRows ObjectRows() {
     return {
         OVI_DO((Ovi_Initialize(), Ovi_Terminate())),
         OVI_CALL(Ovi_GetVersion()),
+        OVI_DO((Ovi_SetChecks(true), Ovi_SetChecks(false))),
+        OVI_CALL(Ovi_GetChecks()),
 
         OVI_DO(DeleteFree(m.freeTemplate)),
         OVI_DO(DeleteFree(m.freeAttribute)),
