@@ -25,7 +25,7 @@ protected:
         ChecksTest::SetUp();
         Schema("<lod name='High'/><enum name='Colour' type='INT32'><item name='Red' value='1'/>"
                "</enum><template name='Figure'><node name='node'/><anchor name='anchor'/>"
-               "<attribute name='size' type='INT32'><command name='c' "
+               "<attribute name='size' type='INT32'><command execute='c' "
                "notification='AttributeValueChanged'/></attribute>"
                "<geometry name='shape'><alternate lod='High'/></geometry></template>"
                "<view name='main' template='Figure'><group name='g'><property name='node'/>"
@@ -34,7 +34,7 @@ protected:
         AddInstances();
         for (const auto& [classId, object] : LivingObjects())
             ASSERT_NE(object, nullptr) << classId;
-        ASSERT_TRUE(TakeErrors().empty());
+        ASSERT_EQ(CountItems(), 1); // the one among them
     }
 
     void TearDown() override {
@@ -97,9 +97,12 @@ protected:
     }
 
     /// Hands a bad handle to each function in the place of each of its handles.
-    static void HandToAll(void* handle, const std::string& fault) {
+    /// The lock functions ask for a part of an object, which no handle of an object is.
+    static void HandToAll(void* handle, const std::string& faultOfHandle) {
         for (const HandleRow& row : AllHandleRows()) {
             for (const size_t place : row.handles) {
+                const bool takesPart = row.function.rfind("OviLockable_", 0) == 0;
+                const std::string fault = takesPart ? kNothing : faultOfHandle;
                 std::string result;
                 const auto findings = FindingsOf(row, place, handle, result);
                 EXPECT_EQ(findings, Finding(row.function + ": " + fault)) << place;
