@@ -1,8 +1,9 @@
 #include "api/Checks.h"
 
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <new>
+#include <string>
 
 #include "api/ClassNames.h"
 #include "core/ErrorManager.h"
@@ -13,22 +14,29 @@ namespace Kor {
 
 namespace {
 
-/// Adds an error item; neither throws nor needs memory before the item itself.
-void Report(const char* function, const char* fault) noexcept {
-    char message[256];
-    std::snprintf(message, sizeof message, "%s: %s", function, fault);
+void AddFinding(const char* function, const std::string& fault) {
+    const std::string message = std::string(function) + ": " + fault;
     if (ErrorManager* errors = ErrorManager::Get())
-        errors->AddErrorItem(kError, "", -1, message);
+        errors->AddErrorItem(kError, "", -1, message.c_str());
 }
 
-void ReportDead(const char* function, int classId) noexcept {
-    char fault[128];
-    std::snprintf(fault, sizeof fault, "the handle is dead (it was %s)", NameWithArticle(classId));
-    Report(function, fault);
+void AddDeadFinding(const char* function, int classId) {
+    const char* name = NameOfClass(classId);
+    AddFinding(function,
+               std::string("the handle is dead (it was ") + ArticleOf(name) + " " + name + ")");
 }
 
-void ReportNothing(const char* function) noexcept {
-    Report(function, "not a handle (no object begins there)");
+/// Says what was refused. Without memory for the whole message the item has a shorter one.
+void TellOfRefusal(const char* function, const ObjectAt& found) noexcept {
+    try {
+        if (found.state == ObjectAt::kDead)
+            AddDeadFinding(function, found.classId);
+        else
+            AddFinding(function, "not a handle (no object begins there)");
+    } catch (const std::bad_alloc&) {
+        if (ErrorManager* errors = ErrorManager::Get())
+            errors->AddErrorItem(kError, "", -1, "a bad handle was refused");
+    }
 }
 
 /// Whether hosts may still use an object that is in memory. An object whose deletion only waits for
@@ -92,11 +100,10 @@ bool Checks::LookAt(const void* handle, const char* function) noexcept {
     if (!handle || limit_ == kNever)
         return false;
     const ObjectAt found = Find(handle);
-    if (found.state == ObjectAt::kDead)
-        ReportDead(function, found.classId);
-    else if (found.state == ObjectAt::kNothing)
-        ReportNothing(function);
-    return found.state != ObjectAt::kAlive;
+    if (found.state == ObjectAt::kAlive)
+        return false;
+    TellOfRefusal(function, found);
+    return true;
 }
 
 Object* Checks::Admit(Object* handle, int classId, const char* function) noexcept {
@@ -112,10 +119,8 @@ Lockable* Checks::AdmitLockable(OviLockable* handle, const char* function) noexc
     Lockable* part = FindPart<Property>(handle, found);
     if (!part)
         part = FindPart<ViewItem>(handle, found);
-    if (!part && found.state == ObjectAt::kDead)
-        ReportDead(function, found.classId);
-    else if (!part)
-        ReportNothing(function);
+    if (!part)
+        TellOfRefusal(function, found);
     return part;
 }
 

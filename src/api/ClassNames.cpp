@@ -1,5 +1,7 @@
 #include "api/ClassNames.h"
 
+#include <cstring>
+
 #include "core/ClassId.h"
 
 namespace Kor {
@@ -13,47 +15,52 @@ struct ClassName {
 
 // Those of handles, and of the classes that only their numbers tell apart.
 constexpr ClassName kNames[] = {
-    {kObjectClass, "an Object"},
-    {kTemplateClass, "a Template"},
-    {kAttributeInstanceClass, "an AttributeInstance"},
-    {kAttributePropertyClass, "an AttributeProperty"},
-    {kFloatTypeClass, "a FloatType"},
-    {kEnumerationClass, "an Enumeration"},
-    {kEnumerationItemClass, "an EnumerationItem"},
-    {kGeometryAlternateClass, "a GeometryAlternate"},
-    {kGeometryInstanceClass, "a GeometryInstance"},
-    {kGeometryPropertyClass, "a GeometryProperty"},
-    {kInstanceClass, "an Instance"},
-    {kIntTypeClass, "an IntType"},
-    {kLODClass, "an LOD"},
-    {kNodeInstanceClass, "a NodeInstance"},
-    {kNodePropertyClass, "a NodeProperty"},
-    {kPropertyClass, "a Property"},
-    {kPropertyInstanceClass, "a PropertyInstance"},
-    {kStringTypeClass, "a StringType"},
-    {kTypeClass, "a Type"},
-    {kAnchorPropertyClass, "an AnchorProperty"},
-    {kAssetClass, "an Asset"},
-    {kAnchorInstanceClass, "an AnchorInstance"},
-    {kNamedObjectClass, "a NamedObject"},
-    {kErrorItemClass, "an ErrorItem"},
-    {kCommandClass, "a Command"},
-    {kBoolTypeClass, "a BoolType"},
-    {kGroupClass, "a Group"},
-    {kViewItemClass, "a ViewItem"},
-    {kViewPropertyClass, "a ViewProperty"},
-    {kViewClass, "a View"},
-    {kCustomTypeClass, "a CustomType"},
+    {kObjectClass, "Object"},
+    {kTemplateClass, "Template"},
+    {kAttributeInstanceClass, "AttributeInstance"},
+    {kAttributePropertyClass, "AttributeProperty"},
+    {kFloatTypeClass, "FloatType"},
+    {kEnumerationClass, "Enumeration"},
+    {kEnumerationItemClass, "EnumerationItem"},
+    {kGeometryAlternateClass, "GeometryAlternate"},
+    {kGeometryInstanceClass, "GeometryInstance"},
+    {kGeometryPropertyClass, "GeometryProperty"},
+    {kInstanceClass, "Instance"},
+    {kIntTypeClass, "IntType"},
+    {kLODClass, "LOD"},
+    {kNodeInstanceClass, "NodeInstance"},
+    {kNodePropertyClass, "NodeProperty"},
+    {kPropertyClass, "Property"},
+    {kPropertyInstanceClass, "PropertyInstance"},
+    {kStringTypeClass, "StringType"},
+    {kTypeClass, "Type"},
+    {kAnchorPropertyClass, "AnchorProperty"},
+    {kAssetClass, "Asset"},
+    {kAnchorInstanceClass, "AnchorInstance"},
+    {kNamedObjectClass, "NamedObject"},
+    {kErrorItemClass, "ErrorItem"},
+    {kCommandClass, "Command"},
+    {kBoolTypeClass, "BoolType"},
+    {kGroupClass, "Group"},
+    {kViewItemClass, "ViewItem"},
+    {kViewPropertyClass, "ViewProperty"},
+    {kViewClass, "View"},
+    {kCustomTypeClass, "CustomType"},
 };
 
 } // namespace
 
-const char* NameWithArticle(int classId) noexcept {
+const char* NameOfClass(int classId) noexcept {
     for (const ClassName& known : kNames) {
         if (known.classId == classId)
             return known.name;
     }
-    return "an object";
+    return "object";
+}
+
+const char* ArticleOf(const char* name) noexcept {
+    const bool isSpelled = std::strcmp(name, "LOD") == 0;
+    return isSpelled || std::strchr("AEIOaeio", name[0]) ? "an" : "a";
 }
 
 } // namespace Kor

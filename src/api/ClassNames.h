@@ -2,8 +2,10 @@
 
 namespace Kor {
 
-/// The name of a class for messages, such as "an Asset"; "an object" where the number is no
-/// class's.
-const char* NameWithArticle(int classId) noexcept;
+/// The name of a class for messages, such as "Asset"; "object" where the number is no class's.
+const char* NameOfClass(int classId) noexcept;
+
+/// "a" or "an", whichever goes in front of such a name.
+const char* ArticleOf(const char* name) noexcept;
 
 } // namespace Kor

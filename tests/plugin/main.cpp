@@ -168,7 +168,8 @@ bool UseMuch(Library library, const std::string& directory) {
 
 /// Whether rounds of loading, using, ending and letting go of the library keep no memory.
 bool KeepsNothing(const char* path, int rounds, const std::string& directory) {
-    constexpr long long kTolerance = 256 * 1024; // the system's own, such as its loader's
+    [[maybe_unused]] constexpr long long kTolerance =
+        256 * 1024; // the system's own, such as its loader's
     long long before = 0;
     for (int round = 0; round < rounds; ++round) {
         if (round == rounds / 10)
@@ -181,7 +182,11 @@ bool KeepsNothing(const char* path, int rounds, const std::string& directory) {
     }
     const long long more = CountBytes() - before;
     std::printf("%d rounds: %lld bytes more than after a tenth of them\n", rounds, more);
+#ifdef __SANITIZE_ADDRESS__
+    return true; // it keeps memory of its own, and finds at the end what was lost
+#else
     return more < kTolerance;
+#endif
 }
 
 } // namespace
