@@ -32,14 +32,11 @@ HeapObjects objects;
 } // namespace
 
 void* BlockPool::Take(size_t size) {
-    return size >= kLargePageSize ? TakeLargePages(size) : ::operator new(size);
+    return ::operator new(size);
 }
 
-void BlockPool::Give(void* block, size_t size) noexcept {
-    if (block && size >= kLargePageSize)
-        GiveLargePages(block);
-    else
-        ::operator delete(block);
+void BlockPool::Give(void* block, size_t /*size*/) noexcept {
+    ::operator delete(block);
 }
 
 void* BlockPool::TakeObject(size_t size) {
@@ -87,7 +84,7 @@ bool IsBlock(Piece& piece, const void* address) {
 void* BlockPool::Take(size_t size) {
     if (size - 1 < kLargestBlock)
         return blockShelves[ShelfOf(size)].Take(ShelfOf(size) * kStep, false);
-    return size >= kLargePageSize ? TakeLargePages(size) : ::operator new(size);
+    return size >= kLargePageSize ? MapPages(size, true) : ::operator new(size);
 }
 
 void BlockPool::Give(void* block, size_t size) noexcept {
@@ -96,7 +93,7 @@ void BlockPool::Give(void* block, size_t size) noexcept {
     if (size - 1 < kLargestBlock)
         Shelf::Give(block);
     else if (size >= kLargePageSize)
-        GiveLargePages(block);
+        UnmapPages(block, size);
     else
         ::operator delete(block);
 }
@@ -157,7 +154,7 @@ struct EndOfLibrary {
         BlockPool::KeepDead(false);
         BlockPool::GiveSpareBack();
     }
-} const endOfLibrary;
+} const kEndOfLibrary;
 
 } // namespace
 

@@ -86,7 +86,7 @@ void PieceStore::AddRegion() {
     MakeRoomInTable();
     void* start = nullptr;
     try {
-        start = MapRegion(count_ >= kPlainRegions);
+        start = MapPages(kLargePageSize, count_ >= kPlainRegions);
     } catch (const std::bad_alloc&) {
         DropEmptyTable();
         throw;
@@ -104,7 +104,7 @@ void PieceStore::RemoveRegion(Region& region) noexcept {
     Region** place = std::lower_bound(table_, table_ + count_, &region);
     std::copy(place + 1, table_ + count_, place);
     --count_;
-    UnmapRegion(StartOf(&region));
+    UnmapPages(StartOf(&region), kLargePageSize);
     DropEmptyTable();
 }
 
@@ -112,6 +112,7 @@ void PieceStore::MakeRoomInTable() {
     if (count_ < capacity_)
         return;
     const size_t wanted = std::max<size_t>(2 * capacity_, 64);
+    // Pointers are meant. NOLINTNEXTLINE(bugprone-sizeof-expression)
     auto* larger = static_cast<Region**>(::operator new(wanted * sizeof(Region*)));
     std::copy(table_, table_ + count_, larger);
     ::operator delete(table_);

@@ -26,16 +26,23 @@ size_t Excess(const char* address) {
     return reinterpret_cast<std::uintptr_t>(address) % kLargePageSize;
 }
 
-/// Where the first attempt is not aligned, twice the size holds what is.
-char* MapAligned() {
-    char* pages = Map(kLargePageSize);
+/// The system counts in pages of its own size, of which there are several sizes.
+size_t RoundUp(size_t size) {
+    constexpr size_t kStep = 64 * 1024;
+    return (size + kStep - 1) / kStep * kStep;
+}
+
+/// Where the first attempt is not aligned, a large page more holds what is.
+char* MapAligned(size_t wanted) {
+    const size_t size = RoundUp(wanted);
+    char* pages = Map(size);
     if (Excess(pages) == 0)
         return pages;
-    Unmap(pages, kLargePageSize);
-    char* wide = Map(2 * kLargePageSize);
+    Unmap(pages, size);
+    char* wide = Map(size + kLargePageSize);
     const size_t before = (kLargePageSize - Excess(wide)) % kLargePageSize;
     Unmap(wide, before);
-    Unmap(wide + before + kLargePageSize, kLargePageSize - before);
+    Unmap(wide + before + size, kLargePageSize - before);
     return wide + before;
 }
 
@@ -49,25 +56,15 @@ void AskForLargePages(void* pages, size_t size) {
 
 } // namespace
 
-void* TakeLargePages(size_t size) {
-    void* pages = ::operator new (size, std::align_val_t{kLargePageSize});
-    AskForLargePages(pages, size);
+void* MapPages(size_t size, bool inLargePages) {
+    char* pages = MapAligned(size);
+    if (inLargePages)
+        AskForLargePages(pages, size);
     return pages;
 }
 
-void GiveLargePages(void* pages) noexcept {
-    ::operator delete (pages, std::align_val_t{kLargePageSize});
-}
-
-void* MapRegion(bool inLargePage) {
-    char* region = MapAligned();
-    if (inLargePage)
-        AskForLargePages(region, kLargePageSize);
-    return region;
-}
-
-void UnmapRegion(void* region) noexcept {
-    Unmap(static_cast<char*>(region), kLargePageSize);
+void UnmapPages(void* pages, size_t size) noexcept {
+    Unmap(static_cast<char*>(pages), RoundUp(size));
 }
 
 } // namespace Kor

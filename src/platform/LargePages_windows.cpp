@@ -9,27 +9,18 @@
 
 namespace Kor {
 
-// Windows gives large pages only to programs whose user was granted that, and never on demand. So
-// the memory is not aligned for them either, which would commit twice as much.
+// Windows gives large pages only to programs whose user was granted that, and never on demand. What
+// it maps stands at multiples of 64 KiB.
 
-void* TakeLargePages(size_t size) {
-    return ::operator new(size);
-}
-
-void GiveLargePages(void* pages) noexcept {
-    ::operator delete(pages);
-}
-
-// The system places whatever it maps at multiples of 64 KiB.
-void* MapRegion(bool /*inLargePage*/) {
-    void* region = VirtualAlloc(nullptr, kLargePageSize, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE);
-    if (!region)
+void* MapPages(size_t size, bool /*inLargePages*/) {
+    void* pages = VirtualAlloc(nullptr, size, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE);
+    if (!pages)
         throw std::bad_alloc();
-    return region;
+    return pages;
 }
 
-void UnmapRegion(void* region) noexcept {
-    VirtualFree(region, 0, MEM_RELEASE);
+void UnmapPages(void* pages, size_t /*size*/) noexcept {
+    VirtualFree(pages, 0, MEM_RELEASE);
 }
 
 } // namespace Kor
