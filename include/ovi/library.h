@@ -19,10 +19,10 @@ OVI_API void Ovi_Terminate(void);
 OVI_API const char* Ovi_GetVersion(void);
 
 /**
- * Switches the checks of handles on or off. They find mistakes of a host: with them on, every handle
- * that a function is given, be it the object or an argument, is looked up among the living objects
- * of the library, also those made before. What is no handle of a living object (one that was
- * deleted, with its owner or by itself, also one deleted twice, and any other address) is not
+ * Switches the checks of handles on or off. They find mistakes of a host: with them on, every
+ * handle that a function is given, be it the object or an argument, is looked up among the living
+ * objects of the library, also those made before. What is no handle of a living object (one that
+ * was deleted, with its owner or by itself, also one deleted twice, and any other address) is not
  * touched. The call does nothing then, and gives what it gives for a null handle. It adds one error
  * item: level 1, source "", line -1, and a message that names the function and, where that is still
  * known, what the object was, as in
