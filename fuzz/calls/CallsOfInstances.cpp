@@ -134,5 +134,8 @@ std::vector<Call> CallsOfInstances() {
         OVI_SPECIAL(OviAssetManager_LoadScene, LoadScene, kAlone),
         OVI_SPECIAL(OviAssetManager_SaveScene, SaveScene, kReads),
         OVI_READS(OviAssetManager_IsDirty),
+
+        OVI_SETS(Ovi_SetChecks),
+        OVI_READS(Ovi_GetChecks),
     };
 }

@@ -203,6 +203,7 @@ void World::End() {
     do
         Ovi_Terminate();
     while (TemplateManager::Exists()); // there may have been several starts
+    Ovi_SetChecks(false);
     for (Object* object : left)
         DropValues(object);
     const auto end = [&left](auto isNext) {

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "api/Checks.h"
 #include "core/Ending.h"
 #include "core/Object.h"
 #include "ovi/types.h"
@@ -29,28 +30,82 @@ template <class Body> void Guard(Body&& body) noexcept {
     }
 }
 
+// Every function below that takes handles is called by an exported function itself, never in a body
+// that it hands over: the default of the last parameter is the name of the caller, which a finding
+// of the checks tells the host.
+
+/// Whether an object is of a class. Said to throw nothing, so that a function which only reads
+/// needs no way out of its body.
+inline bool IsOfClass(const Object& object, int classId) noexcept {
+    return object.ImplementsClass(classId);
+}
+
 /// The object behind a handle; null for a null handle or one of another class.
-template <class T, class Handle> T* From(Handle* handle) {
+template <class T, class Handle> T* From(Handle* handle, const char* function) noexcept {
+    Object* object = reinterpret_cast<Object*>(handle);
+    if (Checks::IsDoubtful(handle))
+        return static_cast<T*>(Checks::Admit(object, T::kClassId, function));
+    return IsOfClass(*object, T::kClassId) ? static_cast<T*>(object) : nullptr;
+}
+
+/// The same for a handle that was looked at.
+template <class T, class Handle> T* Cast(Handle* handle) {
     return ObjectCast<T>(reinterpret_cast<Object*>(handle));
 }
 
 /// Runs the body with the object behind a handle; the fallback is the result when there is none.
 template <class T, class Handle, class Result, class Body>
-Result With(Handle* handle, Result fallback, Body&& body) noexcept {
+Result With(Handle* handle, Result fallback, Body&& body,
+            const char* function = __builtin_FUNCTION()) noexcept {
     return Guard(fallback, [&]() -> Result {
-        T* object = From<T>(handle);
+        T* object = From<T>(handle, function);
         return object ? body(*object) : fallback;
     });
 }
 
-template <class T, class Handle, class Body> void With(Handle* handle, Body&& body) noexcept {
+template <class T, class Handle, class Body>
+void With(Handle* handle, Body&& body, const char* function = __builtin_FUNCTION()) noexcept {
     Guard([&] {
-        if (T* object = From<T>(handle))
+        if (T* object = From<T>(handle, function))
             body(*object);
     });
 }
 
-/// The same for a manager.
+/// Runs the body with two objects; the fallback is the result when there is one missing.
+template <class T, class Other, class Handle, class OtherHandle, class Result, class Body>
+Result WithBoth(Handle* handle, OtherHandle* otherHandle, Result fallback, Body&& body,
+                const char* function = __builtin_FUNCTION()) noexcept {
+    return Guard(fallback, [&]() -> Result {
+        T* object = From<T>(handle, function);
+        Other* other = object ? From<Other>(otherHandle, function) : nullptr;
+        return other ? body(*object, *other) : fallback;
+    });
+}
+
+/// Runs the body with an object, and with another one or null. Where the other handle is refused
+/// nothing is done: null would mean something else than the host did.
+template <class T, class Other, class Handle, class OtherHandle, class Result, class Body>
+Result WithOptional(Handle* handle, OtherHandle* otherHandle, Result fallback, Body&& body,
+                    const char* function = __builtin_FUNCTION()) noexcept {
+    return Guard(fallback, [&]() -> Result {
+        T* object = From<T>(handle, function);
+        if (!object || Checks::Refuse(otherHandle, function))
+            return fallback;
+        return body(*object, Cast<Other>(otherHandle));
+    });
+}
+
+template <class T, class Other, class Handle, class OtherHandle, class Body>
+void WithOptional(Handle* handle, OtherHandle* otherHandle, Body&& body,
+                  const char* function = __builtin_FUNCTION()) noexcept {
+    Guard([&] {
+        T* object = From<T>(handle, function);
+        if (object && !Checks::Refuse(otherHandle, function))
+            body(*object, Cast<Other>(otherHandle));
+    });
+}
+
+/// Runs the body with a manager.
 template <class Manager, class Result, class Body>
 Result WithManager(Result fallback, Body&& body) noexcept {
     return Guard(fallback, [&]() -> Result {
@@ -63,6 +118,16 @@ template <class Manager, class Body> void WithManager(Body&& body) noexcept {
     Guard([&] {
         if (Manager* manager = Manager::Get())
             body(*manager);
+    });
+}
+
+/// Runs the body with a manager and the object behind a handle; -1 when one of them is missing.
+template <class Manager, class T, class Handle, class Body>
+int WithManagerAnd(Handle* handle, Body&& body,
+                   const char* function = __builtin_FUNCTION()) noexcept {
+    return WithManager<Manager>(-1, [&](Manager& manager) {
+        T* object = From<T>(handle, function);
+        return object ? body(manager, *object) : -1;
     });
 }
 

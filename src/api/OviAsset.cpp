@@ -49,16 +49,13 @@ OviAsset* OviAssetManager_NewAsset(const char* name) {
 }
 
 int OviAssetManager_AddAsset(OviAsset* asset) {
-    return WithManager<AssetManager>(-1, [asset](AssetManager& scene) {
-        auto* added = From<Asset>(asset);
-        return added ? scene.AddAssetAndAnnounce(added) : -1;
-    });
+    return WithManagerAnd<AssetManager, Asset>(
+        asset, [](AssetManager& scene, Asset& added) { return scene.AddAssetAndAnnounce(&added); });
 }
 
 int OviAssetManager_RemoveAsset(OviAsset* asset) {
-    return WithManager<AssetManager>(-1, [asset](AssetManager& scene) {
-        auto* removed = From<Asset>(asset);
-        return removed ? scene.RemoveAssetAndAnnounce(removed) : -1;
+    return WithManagerAnd<AssetManager, Asset>(asset, [](AssetManager& scene, Asset& removed) {
+        return scene.RemoveAssetAndAnnounce(&removed);
     });
 }
 

@@ -27,46 +27,46 @@ OviType* OviAttributeProperty_GetType(OviAttributeProperty* property) {
 }
 
 bool OviAttributeProperty_SetType(OviAttributeProperty* property, OviType* type) {
-    return With<AttributeProperty>(property, false, [type](AttributeProperty& self) {
-        Type* given = From<Type>(type);
-        return given || !type ? self.SetType(given) : false;
-    });
+    return WithOptional<AttributeProperty, Type>(
+        property, type, false, [type](AttributeProperty& self, Type* given) {
+            return given || !type ? self.SetType(given) : false;
+        });
 }
 
 void* OviAttributeProperty_GetDefaultValue(OviAttributeProperty* property) {
-    return With<AttributeProperty>(property, kNoValue,
-                                   [](AttributeProperty& self) { return self.HandOut(self.GetDefaultValue()); });
+    return With<AttributeProperty>(property, kNoValue, [](AttributeProperty& self) {
+        return self.HandOut(self.GetDefaultValue());
+    });
 }
 
 void OviAttributeProperty_SetDefaultValue(OviAttributeProperty* property, void* value) {
-    With<AttributeProperty>(property,
-                            [value](AttributeProperty& self) {
+    With<AttributeProperty>(property, [value](AttributeProperty& self) {
         self.SetDefaultValue(value);
         self.HandOut(value);
     });
 }
 
 void* OviAttributeProperty_GetMinValue(OviAttributeProperty* property) {
-    return With<AttributeProperty>(property, kNoValue,
-                                   [](AttributeProperty& self) { return self.HandOut(self.GetMinValue()); });
+    return With<AttributeProperty>(property, kNoValue, [](AttributeProperty& self) {
+        return self.HandOut(self.GetMinValue());
+    });
 }
 
 void OviAttributeProperty_SetMinValue(OviAttributeProperty* property, void* value) {
-    With<AttributeProperty>(property,
-                            [value](AttributeProperty& self) {
+    With<AttributeProperty>(property, [value](AttributeProperty& self) {
         self.SetMinValue(value);
         self.HandOut(value);
     });
 }
 
 void* OviAttributeProperty_GetMaxValue(OviAttributeProperty* property) {
-    return With<AttributeProperty>(property, kNoValue,
-                                   [](AttributeProperty& self) { return self.HandOut(self.GetMaxValue()); });
+    return With<AttributeProperty>(property, kNoValue, [](AttributeProperty& self) {
+        return self.HandOut(self.GetMaxValue());
+    });
 }
 
 void OviAttributeProperty_SetMaxValue(OviAttributeProperty* property, void* value) {
-    With<AttributeProperty>(property,
-                            [value](AttributeProperty& self) {
+    With<AttributeProperty>(property, [value](AttributeProperty& self) {
         self.SetMaxValue(value);
         self.HandOut(value);
     });

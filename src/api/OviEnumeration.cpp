@@ -19,10 +19,9 @@ OviCustomType* OviCustomType_New(const char* name, int dimension) {
 }
 
 int OviEnumeration_AddItem(OviEnumeration* enumeration, OviEnumerationItem* item) {
-    return With<Enumeration>(enumeration, -1, [item](Enumeration& self) {
-        auto* added = From<EnumerationItem>(item);
-        return added ? self.AddItem(added) : -1;
-    });
+    return WithBoth<Enumeration, EnumerationItem>(
+        enumeration, item, -1,
+        [](Enumeration& self, EnumerationItem& added) { return self.AddItem(&added); });
 }
 
 OviEnumerationItem* OviEnumeration_GetItem(OviEnumeration* enumeration, const char* name) {
@@ -42,10 +41,9 @@ OviEnumerationItem* OviEnumeration_GetItemAt(OviEnumeration* enumeration, int in
 }
 
 int OviEnumeration_RemoveItem(OviEnumeration* enumeration, OviEnumerationItem* item) {
-    return With<Enumeration>(enumeration, -1, [item](Enumeration& self) {
-        auto* removed = From<EnumerationItem>(item);
-        return removed ? self.RemoveItem(removed) : -1;
-    });
+    return WithBoth<Enumeration, EnumerationItem>(
+        enumeration, item, -1,
+        [](Enumeration& self, EnumerationItem& removed) { return self.RemoveItem(&removed); });
 }
 
 void OviEnumerationItem_SetValue(OviEnumerationItem* item, const void* value) {

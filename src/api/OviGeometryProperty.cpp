@@ -64,18 +64,17 @@ OviGeometryProperty* OviGeometryProperty_New(const char* name, uint32_t version)
 
 int OviGeometryProperty_AddAlternate(OviGeometryProperty* property,
                                      OviGeometryAlternate* alternate) {
-    return With<GeometryProperty>(property, -1, [alternate](GeometryProperty& self) {
-        auto* added = From<GeometryAlternate>(alternate);
-        return added ? self.AddAlternate(added) : -1;
-    });
+    return WithBoth<GeometryProperty, GeometryAlternate>(
+        property, alternate, -1,
+        [](GeometryProperty& self, GeometryAlternate& added) { return self.AddAlternate(&added); });
 }
 
 int OviGeometryProperty_RemoveAlternate(OviGeometryProperty* property,
                                         OviGeometryAlternate* alternate) {
-    return With<GeometryProperty>(property, -1, [alternate](GeometryProperty& self) {
-        auto* removed = From<GeometryAlternate>(alternate);
-        return removed ? self.RemoveAlternate(removed) : -1;
-    });
+    return WithBoth<GeometryProperty, GeometryAlternate>(
+        property, alternate, -1, [](GeometryProperty& self, GeometryAlternate& removed) {
+            return self.RemoveAlternate(&removed);
+        });
 }
 
 int OviGeometryProperty_GetAlternateCount(OviGeometryProperty* property) {
@@ -103,6 +102,6 @@ OviLOD* OviGeometryAlternate_GetLOD(OviGeometryAlternate* alternate) {
 }
 
 void OviGeometryAlternate_SetLOD(OviGeometryAlternate* alternate, OviLOD* lod) {
-    With<GeometryAlternate>(alternate,
-                            [lod](GeometryAlternate& self) { self.SetLOD(From<LOD>(lod)); });
+    WithOptional<GeometryAlternate, LOD>(
+        alternate, lod, [](GeometryAlternate& self, LOD* given) { self.SetLOD(given); });
 }

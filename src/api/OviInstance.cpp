@@ -17,14 +17,6 @@ namespace {
 OviTemplate* const kNoTemplate = nullptr;
 OviPropertyInstance* const kNoPropertyInstance = nullptr;
 
-template <class Body>
-int WithTemplate(OviInstance* instance, OviTemplate* handle, Body&& body) noexcept {
-    return With<Instance>(instance, -1, [&](Instance& self) {
-        auto* type = From<Template>(handle);
-        return type ? body(self, *type) : -1;
-    });
-}
-
 } // namespace
 
 OviInstance* OviInstance_New(const char* name) {
@@ -33,7 +25,7 @@ OviInstance* OviInstance_New(const char* name) {
 }
 
 int OviInstance_AddTemplate(OviInstance* instance, OviTemplate* added) {
-    return WithTemplate(instance, added, [](Instance& self, Template& type) {
+    return WithBoth<Instance, Template>(instance, added, -1, [](Instance& self, Template& type) {
         return self.AddTemplate(&type, true);
     });
 }
@@ -55,13 +47,13 @@ int OviInstance_GetTemplateCount(OviInstance* instance) {
 }
 
 int OviInstance_RemoveTemplate(OviInstance* instance, OviTemplate* removed) {
-    return WithTemplate(instance, removed, [](Instance& self, Template& type) {
+    return WithBoth<Instance, Template>(instance, removed, -1, [](Instance& self, Template& type) {
         return self.RemoveTemplate(&type, true);
     });
 }
 
 int OviInstance_UpdateTemplate(OviInstance* instance, OviTemplate* old) {
-    return WithTemplate(instance, old, [](Instance& self, Template& type) {
+    return WithBoth<Instance, Template>(instance, old, -1, [](Instance& self, Template& type) {
         return self.UpdateTemplate(&type, true);
     });
 }

@@ -11,6 +11,7 @@ using namespace Kor;
 using namespace Kor::Api;
 
 void Ovi_Initialize(void) {
+    Checks::Begin();
     WithManager<ErrorManager>([](ErrorManager& manager) { manager.Initialize(); });
     WithManager<NotificationManager>([](NotificationManager& manager) { manager.Initialize(); });
     WithManager<TemplateManager>([](TemplateManager& manager) { manager.Initialize(); });
@@ -27,4 +28,12 @@ void Ovi_Terminate(void) {
 
 const char* Ovi_GetVersion(void) {
     return OVI_VERSION_STRING;
+}
+
+void Ovi_SetChecks(bool on) {
+    Checks::Set(on);
+}
+
+bool Ovi_GetChecks(void) {
+    return Checks::AreOn();
 }

@@ -26,9 +26,9 @@ OviNodeInstance* OviGeometryInstance_GetNodeInstanceAt(OviGeometryInstance* geom
 
 void OviGeometryInstance_SetNodeInstanceAt(OviGeometryInstance* geometry, int index,
                                            OviNodeInstance* node) {
-    With<GeometryInstance>(geometry, [=](GeometryInstance& self) {
-        auto* replacement = From<NodeInstance>(node);
-        if (replacement || !node)
-            self.SetNodeInstanceAt(index, replacement);
-    });
+    WithOptional<GeometryInstance, NodeInstance>(
+        geometry, node, [=](GeometryInstance& self, NodeInstance* replacement) {
+            if (replacement || !node)
+                self.SetNodeInstanceAt(index, replacement);
+        });
 }

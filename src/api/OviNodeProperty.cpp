@@ -55,17 +55,15 @@ void OviAnchorProperty_SetChild(OviAnchorProperty* property, bool child) {
 }
 
 int OviAnchorProperty_AddAnchorType(OviAnchorProperty* property, OviNamedObject* type) {
-    return With<AnchorProperty>(property, -1, [type](AnchorProperty& self) {
-        auto* added = From<NamedObject>(type);
-        return added ? self.AddAnchorType(added) : -1;
-    });
+    return WithBoth<AnchorProperty, NamedObject>(
+        property, type, -1,
+        [](AnchorProperty& self, NamedObject& added) { return self.AddAnchorType(&added); });
 }
 
 int OviAnchorProperty_RemoveAnchorType(OviAnchorProperty* property, OviNamedObject* type) {
-    return With<AnchorProperty>(property, -1, [type](AnchorProperty& self) {
-        auto* removed = From<NamedObject>(type);
-        return removed ? self.RemoveAnchorType(removed) : -1;
-    });
+    return WithBoth<AnchorProperty, NamedObject>(
+        property, type, -1,
+        [](AnchorProperty& self, NamedObject& removed) { return self.RemoveAnchorType(&removed); });
 }
 
 int OviAnchorProperty_GetAnchorTypeCount(OviAnchorProperty* property) {

@@ -17,6 +17,18 @@ Lockable* LockableOf(Object* object) {
     return ObjectCast<ViewItem>(object);
 }
 
+// What a doubtful handle takes stands apart, so that others have nothing to keep meanwhile.
+
+[[gnu::noinline]] int GetDoubtfulLockState(OviLockable* handle, const char* function) {
+    const Lockable* part = Checks::AdmitLockable(handle, function);
+    return part ? part->GetLockState() : 0;
+}
+
+[[gnu::noinline]] void SetDoubtfulLockState(OviLockable* handle, int state, const char* function) {
+    if (Lockable* part = Checks::AdmitLockable(handle, function))
+        part->SetLockState(state);
+}
+
 } // namespace
 
 void OviObject_Delete(OviObject* object) {
@@ -44,10 +56,14 @@ OviLockable* OviObject_GetLockable(OviObject* object) {
 }
 
 int OviLockable_GetLockState(OviLockable* lockable) {
-    return lockable ? reinterpret_cast<Lockable*>(lockable)->GetLockState() : 0;
+    if (Checks::IsDoubtful(lockable))
+        return GetDoubtfulLockState(lockable, __func__);
+    return reinterpret_cast<Lockable*>(lockable)->GetLockState();
 }
 
 void OviLockable_SetLockState(OviLockable* lockable, int state) {
-    if (lockable)
+    if (Checks::IsDoubtful(lockable))
+        SetDoubtfulLockState(lockable, state, __func__);
+    else
         reinterpret_cast<Lockable*>(lockable)->SetLockState(state);
 }

@@ -17,16 +17,14 @@ OviTemplate* OviProperty_GetTemplate(OviProperty* property) {
 }
 
 int OviProperty_AddCommand(OviProperty* property, OviCommand* command) {
-    return With<Property>(property, -1, [command](Property& self) {
-        auto* added = From<Command>(command);
-        return added ? self.AddCommand(added) : -1;
+    return WithBoth<Property, Command>(property, command, -1, [](Property& self, Command& added) {
+        return self.AddCommand(&added);
     });
 }
 
 int OviProperty_RemoveCommand(OviProperty* property, OviCommand* command) {
-    return With<Property>(property, -1, [command](Property& self) {
-        auto* removed = From<Command>(command);
-        return removed ? self.RemoveCommand(removed) : -1;
+    return WithBoth<Property, Command>(property, command, -1, [](Property& self, Command& removed) {
+        return self.RemoveCommand(&removed);
     });
 }
 

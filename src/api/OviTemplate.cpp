@@ -12,15 +12,6 @@ OviTemplate* const kNoTemplate = nullptr;
 OviProperty* const kNoProperty = nullptr;
 OviView* const kNoView = nullptr;
 
-/// Runs the body with a template and another object; -1 when one of them is missing.
-template <class T, class Handle, class Body>
-int WithBoth(OviTemplate* handle, Handle* other, Body&& body) noexcept {
-    return With<Template>(handle, -1, [&](Template& self) {
-        T* object = From<T>(other);
-        return object ? body(self, *object) : -1;
-    });
-}
-
 } // namespace
 
 int OviTemplate_GetVersion(OviTemplate* self) {
@@ -32,12 +23,13 @@ int OviTemplate_GetLatestVersion(OviTemplate* self) {
 }
 
 int OviTemplate_AddParent(OviTemplate* self, OviTemplate* parent) {
-    return WithBoth<Template>(
-        self, parent, [](Template& target, Template& other) { return target.AddParent(&other); });
+    return WithBoth<Template, Template>(self, parent, -1, [](Template& target, Template& other) {
+        return target.AddParent(&other);
+    });
 }
 
 int OviTemplate_RemoveParent(OviTemplate* self, OviTemplate* parent) {
-    return WithBoth<Template>(self, parent, [](Template& target, Template& other) {
+    return WithBoth<Template, Template>(self, parent, -1, [](Template& target, Template& other) {
         return target.RemoveParent(&other);
     });
 }
@@ -75,29 +67,28 @@ OviTemplate* OviTemplate_GetChild(OviTemplate* self, const char* key) {
 }
 
 bool OviTemplate_IsChildOf(OviTemplate* self, OviTemplate* other) {
-    return With<Template>(self, false, [other](Template& target) {
-        const auto* parent = From<Template>(other);
-        return parent && target.IsChildOf(parent);
+    return WithBoth<Template, Template>(self, other, false, [](Template& target, Template& parent) {
+        return target.IsChildOf(&parent);
     });
 }
 
 bool OviTemplate_IsDescendantOf(OviTemplate* self, OviTemplate* other) {
-    return With<Template>(self, false, [other](Template& target) {
-        const auto* ancestor = From<Template>(other);
-        return ancestor && target.IsDescendantOf(ancestor);
-    });
+    return WithBoth<Template, Template>(
+        self, other, false,
+        [](Template& target, Template& ancestor) { return target.IsDescendantOf(&ancestor); });
 }
 
 int OviTemplate_AddProperty(OviTemplate* self, OviProperty* property, int position) {
-    return WithBoth<Property>(self, property, [position](Template& target, Property& added) {
-        return target.AddProperty(&added, position);
-    });
+    return WithBoth<Template, Property>(self, property, -1,
+                                        [position](Template& target, Property& added) {
+                                            return target.AddProperty(&added, position);
+                                        });
 }
 
 int OviTemplate_RemoveProperty(OviTemplate* self, OviProperty* property) {
-    return WithBoth<Property>(self, property, [](Template& target, Property& removed) {
-        return target.RemoveProperty(&removed);
-    });
+    return WithBoth<Template, Property>(
+        self, property, -1,
+        [](Template& target, Property& removed) { return target.RemoveProperty(&removed); });
 }
 
 int OviTemplate_GetPropertyCount(OviTemplate* self) {
@@ -126,13 +117,14 @@ int OviTemplate_CreateView(OviTemplate* self, const char* name) {
 }
 
 int OviTemplate_AddView(OviTemplate* self, OviView* view) {
-    return WithBoth<View>(self, view,
-                          [](Template& target, View& added) { return target.AddView(&added); });
+    return WithBoth<Template, View>(
+        self, view, -1, [](Template& target, View& added) { return target.AddView(&added); });
 }
 
 int OviTemplate_RemoveView(OviTemplate* self, OviView* view) {
-    return WithBoth<View>(
-        self, view, [](Template& target, View& removed) { return target.RemoveView(&removed); });
+    return WithBoth<Template, View>(self, view, -1, [](Template& target, View& removed) {
+        return target.RemoveView(&removed);
+    });
 }
 
 int OviTemplate_GetViewCount(OviTemplate* self) {

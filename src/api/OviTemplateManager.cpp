@@ -20,14 +20,6 @@ OviEnumeration* const kNoEnumeration = nullptr;
 OviLOD* const kNoLOD = nullptr;
 OviNamedObject* const kNoAnchorType = nullptr;
 
-/// Runs the body with the manager and the object behind a handle; -1 without one.
-template <class T, class Handle, class Body> int WithObject(Handle* handle, Body&& body) noexcept {
-    return WithManager<Manager>(-1, [&](Manager& manager) {
-        T* object = From<T>(handle);
-        return object ? body(manager, object) : -1;
-    });
-}
-
 /// Puts names into a buffer one behind the other, each with its NUL where it fits, and one NUL
 /// more at the end; gives the bytes that the whole list needs.
 size_t PackNames(const SortedStringList& names, char* buffer, size_t size) {
@@ -81,13 +73,14 @@ OviTemplate* OviTemplateManager_CreateTemplateVersion(const char* name, int vers
 }
 
 int OviTemplateManager_AddTemplate(OviTemplate* added) {
-    return WithObject<Template>(
-        added, [](Manager& manager, Template* object) { return manager.AddTemplate(object); });
+    return WithManagerAnd<Manager, Template>(
+        added, [](Manager& manager, Template& object) { return manager.AddTemplate(&object); });
 }
 
 int OviTemplateManager_RemoveTemplate(OviTemplate* removed) {
-    return WithObject<Template>(
-        removed, [](Manager& manager, Template* object) { return manager.RemoveTemplate(object); });
+    return WithManagerAnd<Manager, Template>(removed, [](Manager& manager, Template& object) {
+        return manager.RemoveTemplate(&object);
+    });
 }
 
 OviTemplate* OviTemplateManager_GetRoot(void) {
@@ -120,15 +113,15 @@ OviEnumeration* OviTemplateManager_GetEnumeration(const char* name) {
 }
 
 int OviTemplateManager_AddEnumeration(OviEnumeration* enumeration) {
-    return WithObject<Enumeration>(enumeration, [](Manager& manager, Enumeration* object) {
-        return manager.AddEnumeration(object);
-    });
+    return WithManagerAnd<Manager, Enumeration>(
+        enumeration,
+        [](Manager& manager, Enumeration& object) { return manager.AddEnumeration(&object); });
 }
 
 int OviTemplateManager_RemoveEnumeration(OviEnumeration* enumeration) {
-    return WithObject<Enumeration>(enumeration, [](Manager& manager, Enumeration* object) {
-        return manager.RemoveEnumeration(object);
-    });
+    return WithManagerAnd<Manager, Enumeration>(
+        enumeration,
+        [](Manager& manager, Enumeration& object) { return manager.RemoveEnumeration(&object); });
 }
 
 OviType* OviTemplateManager_GetType(const char* name) {
@@ -162,13 +155,13 @@ OviType* OviTemplateManager_ResolveType(const char* name) {
 }
 
 int OviTemplateManager_AddType(OviType* type) {
-    return WithObject<Type>(type,
-                            [](Manager& manager, Type* object) { return manager.AddType(object); });
+    return WithManagerAnd<Manager, Type>(
+        type, [](Manager& manager, Type& object) { return manager.AddType(&object); });
 }
 
 int OviTemplateManager_RemoveType(OviType* type) {
-    return WithObject<Type>(
-        type, [](Manager& manager, Type* object) { return manager.RemoveType(object); });
+    return WithManagerAnd<Manager, Type>(
+        type, [](Manager& manager, Type& object) { return manager.RemoveType(&object); });
 }
 
 // -- levels of detail and anchor types ------------------------------------------------------------
@@ -188,13 +181,13 @@ OviLOD* OviTemplateManager_GetLOD(const char* name) {
 }
 
 int OviTemplateManager_AddLOD(OviLOD* lod) {
-    return WithObject<LOD>(lod,
-                           [](Manager& manager, LOD* object) { return manager.AddLOD(object); });
+    return WithManagerAnd<Manager, LOD>(
+        lod, [](Manager& manager, LOD& object) { return manager.AddLOD(&object); });
 }
 
 int OviTemplateManager_RemoveLOD(OviLOD* lod) {
-    return WithObject<LOD>(lod,
-                           [](Manager& manager, LOD* object) { return manager.RemoveLOD(object); });
+    return WithManagerAnd<Manager, LOD>(
+        lod, [](Manager& manager, LOD& object) { return manager.RemoveLOD(&object); });
 }
 
 int OviTemplateManager_GetAnchorTypeCount(void) {
@@ -214,13 +207,13 @@ OviNamedObject* OviTemplateManager_GetAnchorType(const char* name) {
 }
 
 int OviTemplateManager_AddAnchorType(OviNamedObject* type) {
-    return WithObject<NamedObject>(
-        type, [](Manager& manager, NamedObject* object) { return manager.AddAnchorType(object); });
+    return WithManagerAnd<Manager, NamedObject>(
+        type, [](Manager& manager, NamedObject& object) { return manager.AddAnchorType(&object); });
 }
 
 int OviTemplateManager_RemoveAnchorType(OviNamedObject* type) {
-    return WithObject<NamedObject>(type, [](Manager& manager, NamedObject* object) {
-        return manager.RemoveAnchorType(object);
+    return WithManagerAnd<Manager, NamedObject>(type, [](Manager& manager, NamedObject& object) {
+        return manager.RemoveAnchorType(&object);
     });
 }
 

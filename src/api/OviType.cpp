@@ -16,8 +16,7 @@ OviType* OviType_GetBaseType(OviType* type) {
 }
 
 void OviType_SetBaseType(OviType* type, OviType* base) {
-    With<Type>(type, [base](Type& self) {
-        Type* given = From<Type>(base);
+    WithOptional<Type, Type>(type, base, [base](Type& self, Type* given) {
         if (given || !base)
             self.SetBaseType(given);
     });

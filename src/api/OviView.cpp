@@ -16,7 +16,9 @@ OviGroup* OviGroup_New(const char* name) {
 }
 
 void OviGroup_AddViewItemAt(OviGroup* group, OviViewItem* item, int position) {
-    With<Group>(group, [=](Group& self) { self.AddViewItemAt(From<ViewItem>(item), position); });
+    WithOptional<Group, ViewItem>(group, item, [position](Group& self, ViewItem* added) {
+        self.AddViewItemAt(added, position);
+    });
 }
 
 void OviGroup_RemoveViewItemAt(OviGroup* group, int index) {
@@ -33,9 +35,11 @@ OviViewItem* OviGroup_GetViewItemAt(OviGroup* group, int index) {
 }
 
 OviViewProperty* OviViewProperty_New(const char* name, OviProperty* property) {
+    if (Checks::Refuse(property, __func__))
+        return nullptr;
     return Guard(static_cast<OviViewProperty*>(nullptr), [=] {
         return To<OviViewProperty>(
-            IsValidName(Text(name)) ? new ViewProperty(name, From<Property>(property)) : nullptr);
+            IsValidName(Text(name)) ? new ViewProperty(name, Cast<Property>(property)) : nullptr);
     });
 }
 
@@ -46,7 +50,7 @@ OviProperty* OviViewProperty_GetProperty(OviViewProperty* viewProperty) {
 }
 
 void OviViewProperty_SetProperty(OviViewProperty* viewProperty, OviProperty* property) {
-    With<ViewProperty>(viewProperty, [property](ViewProperty& self) {
-        self.SetProperty(From<Property>(property));
-    });
+    WithOptional<ViewProperty, Property>(
+        viewProperty, property,
+        [](ViewProperty& self, Property* given) { self.SetProperty(given); });
 }

@@ -1,7 +1,12 @@
 #include "core/BlockPool.h"
 
-#include <cstdint>
+#include <cstring>
 #include <new>
+
+#include "core/HeapObjects.h"
+#include "core/PieceStore.h"
+#include "core/Quarantine.h"
+#include "core/Shelf.h"
 
 // How memory comes in large pages is the business of the system.
 #include "platform/LargePages.h"
@@ -18,121 +23,139 @@
 
 namespace Kor {
 
+#ifdef OVI_NO_POOL
+
 namespace {
 
-#ifdef OVI_NO_POOL
-constexpr size_t kLargest = 0;
+HeapObjects objects;
+
+} // namespace
+
+void* BlockPool::Take(size_t size) {
+    return ::operator new(size);
+}
+
+void BlockPool::Give(void* block, size_t /*size*/) noexcept {
+    ::operator delete(block);
+}
+
+void* BlockPool::TakeObject(size_t size) {
+    return objects.Take(size);
+}
+
+void BlockPool::GiveObject(void* object, int classId) noexcept {
+    objects.Give(object, classId);
+}
+
+ObjectAt BlockPool::FindObject(const void* address) noexcept {
+    return objects.Find(address);
+}
+
+void BlockPool::KeepDead(bool keep) noexcept {
+    objects.KeepDead(keep);
+}
+
+void BlockPool::GiveSpareBack() noexcept {}
+
 #else
-constexpr size_t kLargest = 256;
-#endif
+
+namespace {
+
 constexpr size_t kStep = 16;
-constexpr size_t kPieceSize = 64 * 1024;
-constexpr int kSmallPieces = 16; ///< From then on a shelf grows by large pages.
+constexpr size_t kLargestBlock = 256;
 
-/// The blocks of one size. Pieces and free blocks are linked through their first bytes.
-struct Shelf {
-    struct Link {
-        Link* next;
-    };
-
-    void* Take(size_t size) {
-        if (free) {
-            Link* block = free;
-            free = block->next;
-            ++used;
-            return block;
-        }
-        if (static_cast<size_t>(end - fresh) < size)
-            AddPiece();
-        void* block = fresh;
-        fresh += size;
-        ++used;
-        return block;
-    }
-
-    void Give(void* block) {
-        free = new (block) Link{free};
-        if (--used == 0)
-            Empty();
-    }
-
-    void AddPiece() {
-        if (pieceCount < kSmallPieces) {
-            StartPiece(::operator new(kPieceSize), kPieceSize, pieces);
-            ++pieceCount;
-            return;
-        }
-        StartPiece(TakeLargePages(kLargePageSize), kLargePageSize, pages);
-    }
-
-    void StartPiece(void* piece, size_t size, Link*& list) {
-        list = new (piece) Link{list};
-        fresh = static_cast<char*>(piece) + kStep;
-        end = static_cast<char*>(piece) + size;
-    }
-
-    /// One piece stays, so that making and deleting a single object over and over costs no heap.
-    void Empty() {
-        while (Link* page = pages) {
-            pages = page->next;
-            GiveLargePages(page);
-        }
-        while (Link* next = pieces->next) {
-            pieces->next = next->next;
-            ::operator delete(next);
-        }
-        pieceCount = 1;
-        free = nullptr;
-        fresh = reinterpret_cast<char*>(pieces) + kStep;
-        end = fresh - kStep + kPieceSize;
-    }
-
-    void GiveSpareBack() {
-        if (used > 0 || !pieces)
-            return;
-        ::operator delete(pieces);
-        *this = Shelf();
-    }
-
-    Link* free = nullptr;
-    Link* pieces = nullptr;
-    Link* pages = nullptr; ///< Pieces in the size of a large page.
-    int pieceCount = 0;    ///< Of those that are not.
-    char* fresh = nullptr; ///< Where no block was cut yet.
-    char* end = nullptr;
-    size_t used = 0;
-};
-
-Shelf shelves[kLargest / kStep + 1];
+Shelf blockShelves[kLargestBlock / kStep + 1];
+Shelf objectShelves[BlockPool::kLargestObject / kStep + 1];
+Quarantine quarantine;
 
 size_t ShelfOf(size_t size) {
     return (size + kStep - 1) / kStep;
 }
 
+/// Whether a block begins at an address of a piece, be it in use or free.
+bool IsBlock(Piece& piece, const void* address) {
+    const auto* wanted = static_cast<const char*>(address);
+    return wanted >= piece.GetFirstBlock() && wanted < piece.fresh &&
+           static_cast<size_t>(wanted - piece.GetFirstBlock()) % piece.blockSize == 0;
+}
+
 } // namespace
 
 void* BlockPool::Take(size_t size) {
-    if (size >= kLargePageSize)
-        return TakeLargePages(size);
-    if (size == 0 || size > kLargest)
-        return ::operator new(size);
-    return shelves[ShelfOf(size)].Take(ShelfOf(size) * kStep);
+    if (size - 1 < kLargestBlock)
+        return blockShelves[ShelfOf(size)].Take(ShelfOf(size) * kStep, false);
+    return size >= kLargePageSize ? MapPages(size, true) : ::operator new(size);
 }
 
 void BlockPool::Give(void* block, size_t size) noexcept {
     if (!block)
         return;
-    if (size >= kLargePageSize)
-        GiveLargePages(block);
-    else if (size == 0 || size > kLargest)
-        ::operator delete(block);
+    if (size - 1 < kLargestBlock)
+        Shelf::Give(block);
+    else if (size >= kLargePageSize)
+        UnmapPages(block, size);
     else
-        shelves[ShelfOf(size)].Give(block);
+        ::operator delete(block);
+}
+
+void* BlockPool::TakeObject(size_t size) {
+    if (size > kLargestObject)
+        throw std::bad_alloc();
+    return objectShelves[ShelfOf(size)].Take(ShelfOf(size) * kStep, true);
+}
+
+void BlockPool::GiveObject(void* object, int classId) noexcept {
+    auto* dead = static_cast<DeadObject*>(object);
+    dead->classId = classId;
+    if (quarantine.IsOn())
+        dead = quarantine.Put(dead);
+    if (dead)
+        Shelf::Give(dead);
+}
+
+ObjectAt BlockPool::FindObject(const void* address) noexcept {
+    Piece* piece = PieceStore::Find(address);
+    if (!piece || !piece->holdsObjects || !IsBlock(*piece, address))
+        return {};
+    DeadObject dead{};
+    std::memcpy(&dead, address, sizeof dead);
+    if (dead.link % 2 == 0)
+        return {ObjectAt::kAlive, 0};
+    return {ObjectAt::kDead, dead.classId};
+}
+
+void BlockPool::KeepDead(bool keep) noexcept {
+    quarantine.SetOn(keep);
+    if (keep)
+        return;
+    while (DeadObject* dead = quarantine.TakeOldest())
+        Shelf::Give(dead);
 }
 
 void BlockPool::GiveSpareBack() noexcept {
-    for (Shelf& shelf : shelves)
+    for (Shelf& shelf : blockShelves)
+        shelf.GiveSpareBack();
+    for (Shelf& shelf : objectShelves)
         shelf.GiveSpareBack();
 }
+
+#endif
+
+namespace {
+
+/// The last thing that the library does when it is unloaded, or the process ends. Objects that a
+/// host still has stay usable, and the memory of the last of them goes with it.
+struct EndOfLibrary {
+    EndOfLibrary() = default;
+    EndOfLibrary(const EndOfLibrary&) = delete;
+    EndOfLibrary& operator=(const EndOfLibrary&) = delete;
+    ~EndOfLibrary() {
+        Shelf::KeepNoSpares();
+        BlockPool::KeepDead(false);
+        BlockPool::GiveSpareBack();
+    }
+} const kEndOfLibrary;
+
+} // namespace
 
 } // namespace Kor

@@ -11,6 +11,7 @@ namespace Kor {
 class ErrorItem : public Object {
 public:
     static constexpr int kClassId = kErrorItemClass;
+    KOR_OBJECT_MEMORY
 
     ErrorItem(int level, const char* sourceName, int lineNumber, const char* message)
         : level_(level), sourceName_(sourceName), message_(message), lineNumber_(lineNumber) {}

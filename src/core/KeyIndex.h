@@ -24,6 +24,9 @@ public:
 
     int GetCount() const { return static_cast<int>(count_); }
 
+    /// For how many objects there is room, and more.
+    size_t GetSlotCount() const { return slots_.size(); }
+
     /// The object with the key, or null.
     T* Find(std::string_view key) const {
         if (slots_.empty())
@@ -40,7 +43,7 @@ public:
     void Add(T* object) noexcept {
         try {
             if (2 * (count_ + 1) > slots_.size())
-                Grow();
+                Resize(slots_.empty() ? kFirstSize : 2 * slots_.size());
         } catch (const std::bad_alloc&) {
             Clear();
             return;
@@ -84,20 +87,31 @@ private:
     using Slots = std::vector<Slot, PoolAllocator<Slot>>;
 
     static constexpr size_t kFirstSize = 64;
+    static constexpr size_t kManySlots = 4096; ///< No fewer are worth giving back.
 
     size_t Mask() const { return slots_.size() - 1; } // the size is a power of two
     size_t Next(size_t at) const { return (at + 1) & Mask(); }
 
-    void Grow() {
-        Slots bigger(slots_.empty() ? kFirstSize : 2 * slots_.size());
-        bigger.swap(slots_);
-        for (const Slot& slot : bigger) {
+    void Resize(size_t size) {
+        Slots former(size);
+        former.swap(slots_);
+        for (const Slot& slot : former) {
             if (!slot.object)
                 continue;
             size_t at = slot.hash & Mask();
             while (slots_[at].object)
                 at = Next(at);
             slots_[at] = slot;
+        }
+    }
+
+    /// A few objects must not keep the slots of the many that there were. Where there is no memory
+    /// for fewer slots, these stay.
+    void Shrink() noexcept {
+        try {
+            Resize(slots_.size() / 8);
+        } catch (const std::bad_alloc&) {
+            return;
         }
     }
 
@@ -121,6 +135,8 @@ private:
         slots_[free] = {};
         if (--count_ == 0)
             ambiguous_ = false;
+        if (slots_.size() > kManySlots && 32 * count_ < slots_.size())
+            Shrink();
     }
 
     Slots slots_;

@@ -1,5 +1,7 @@
 #include "core/NamedObject.h"
 
+#include "core/Kept.h"
+
 #include "core/Names.h"
 // An object writes its own texts: the writer knows only core, so the way back is here alone.
 #include "xml/XMLWriter.h"
@@ -8,10 +10,8 @@ namespace Kor {
 
 namespace {
 
-const LocalizedTextTable& NoTexts() {
-    static const auto& none = *new LocalizedTextTable(); // outlives all users at process exit
-    return none;
-}
+/// What stands for texts that there are none of.
+NeverDestroyed<LocalizedTextTable> noTexts;
 
 void WriteTexts(const LocalizedTextTable& table, const char* element, XMLWriter& writer) {
     for (int i = 0; i < table.GetCount(); ++i) {
@@ -57,12 +57,12 @@ void NamedObject::SetComment(std::string_view comment) {
 
 const LocalizedTextTable& NamedObject::GetLabels() const {
     const NameAndTexts::Texts* texts = nameAndTexts_.GetTexts();
-    return texts ? texts->labels : NoTexts();
+    return texts ? texts->labels : noTexts.Get();
 }
 
 const LocalizedTextTable& NamedObject::GetDescriptions() const {
     const NameAndTexts::Texts* texts = nameAndTexts_.GetTexts();
-    return texts ? texts->descriptions : NoTexts();
+    return texts ? texts->descriptions : noTexts.Get();
 }
 
 } // namespace Kor

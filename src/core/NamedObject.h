@@ -16,6 +16,7 @@ class XMLWriter;
 class NamedObject : public Object {
 public:
     static constexpr int kClassId = kNamedObjectClass;
+    KOR_OBJECT_MEMORY
 
     NamedObject() = default;
     /// Takes the name when it passes the name rule; otherwise the name stays empty.

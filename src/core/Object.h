@@ -2,14 +2,27 @@
 
 #include <memory>
 
+#include "core/BlockPool.h"
 #include "core/ClassId.h"
+
+/// Stands in every class that has a number: where an object of it dies, the number stays behind and
+/// says what the object was.
+#define KOR_OBJECT_MEMORY                                                                          \
+    static void* operator new(size_t size) {                                                       \
+        return BlockPool::TakeObject(size);                                                        \
+    }                                                                                              \
+    static void operator delete(void* object) noexcept {                                           \
+        BlockPool::GiveObject(object, kClassId);                                                   \
+    }
 
 namespace Kor {
 
-/// The root of every model class: a class number, a copy, a virtual destructor.
+/// The root of every model class: a class number, a copy, a virtual destructor, and a place among
+/// all objects.
 class Object {
 public:
     static constexpr int kClassId = kObjectClass;
+    KOR_OBJECT_MEMORY
 
     Object() = default;
     virtual ~Object() = default;

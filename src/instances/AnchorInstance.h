@@ -9,6 +9,7 @@ namespace Kor {
 class AnchorInstance : public NodeInstance {
 public:
     static constexpr int kClassId = kAnchorInstanceClass;
+    KOR_OBJECT_MEMORY
 
     AnchorInstance(Instance& instance, AnchorProperty& property)
         : NodeInstance(instance, property) {}

@@ -11,6 +11,7 @@ class AssetManager;
 class Asset : public Instance {
 public:
     static constexpr int kClassId = kAssetClass;
+    KOR_OBJECT_MEMORY
 
     explicit Asset(std::string_view name) : Instance(name) {}
     ~Asset() override;

@@ -15,6 +15,7 @@ class AttributeProperty;
 class AttributeInstance : public PropertyInstance {
 public:
     static constexpr int kClassId = kAttributeInstanceClass;
+    KOR_OBJECT_MEMORY
 
     AttributeInstance(Instance& instance, AttributeProperty& property);
     ~AttributeInstance() override;

@@ -13,6 +13,7 @@ namespace Kor {
 class GeometryInstance : public PropertyInstance {
 public:
     static constexpr int kClassId = kGeometryInstanceClass;
+    KOR_OBJECT_MEMORY
 
     GeometryInstance(Instance& instance, GeometryProperty& property);
     ~GeometryInstance() override;

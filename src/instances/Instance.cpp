@@ -1,5 +1,6 @@
 #include "instances/Instance.h"
 
+#include <new>
 #include <string>
 #include <utility>
 #include <vector>
@@ -8,6 +9,7 @@
 #include "core/Names.h"
 #include "core/Prefetch.h"
 #include "core/Undo.h"
+#include "core/Kept.h"
 #include "instances/Asset.h"
 #include "instances/AttributeInstance.h"
 #include "instances/LivingInstances.h"
@@ -25,8 +27,9 @@ namespace {
 /// Instances whose values are gone, in any order. They are kept in reach, so that a schema that
 /// goes can take its links away from them.
 std::vector<Instance*>& Abandoned() {
-    static auto& instances = *new std::vector<Instance*>(); // outlives all users at process exit
-    return instances;
+    static NeverDestroyed<std::vector<Instance*>> instances;
+    static const EmptiedAtEnd<std::vector<Instance*>> emptied(instances.Get());
+    return instances.Get();
 }
 
 bool HasName(const PropertyInstance* candidate, std::string_view fullName) {
@@ -55,6 +58,7 @@ Instance::~Instance() {
     LetGo();
     LivingInstances::Remove(livingPlace_);
     --count_;
+    GiveBackRoomForAbandoned();
 }
 
 void Instance::Leave() noexcept {
@@ -235,6 +239,23 @@ void Instance::MakeRoomForAbandoned() {
     auto& abandoned = Abandoned();
     if (abandoned.capacity() <= count_)
         abandoned.reserve(2 * count_ + 1);
+}
+
+/// One instance must not keep the room for all that there were. Where there is no memory for less,
+/// the room stays.
+void Instance::GiveBackRoomForAbandoned() noexcept {
+    constexpr size_t kLittle = 1024;
+    auto& abandoned = Abandoned();
+    if (abandoned.capacity() < kLittle || count_ >= abandoned.capacity() / 8)
+        return;
+    try {
+        std::vector<Instance*> fewer;
+        fewer.reserve(2 * count_ + 1);
+        fewer.insert(fewer.end(), abandoned.begin(), abandoned.end());
+        abandoned.swap(fewer);
+    } catch (const std::bad_alloc&) {
+        return;
+    }
 }
 
 void Instance::LoseValue() {

@@ -3,7 +3,6 @@
 #include <memory>
 #include <unordered_set>
 
-#include "core/BlockPool.h"
 #include "core/NamedObject.h"
 #include "core/SortedObjectList.h"
 #include "instances/PropertyInstance.h"
@@ -16,9 +15,10 @@ class Asset;
 
 /// An object built from templates, each in one exact version, with one property instance for every
 /// property that these define, inherited ones included. Deleting an instance sends no events.
-class Instance : public NamedObject, public Pooled {
+class Instance : public NamedObject {
 public:
     static constexpr int kClassId = kInstanceClass;
+    KOR_OBJECT_MEMORY
 
     enum Place {
         kFreeStanding, ///< An asset, or an instance that the host holds.
@@ -190,6 +190,7 @@ private:
     static void MakeRoomForAbandoned();
     void LetGo() noexcept;
     void Abandon();
+    static void GiveBackRoomForAbandoned() noexcept;
     void LeaveAbandoned();
     void RemoveListed(PropertyInstance& listed, bool notify);
     void AnnounceDroppedProperties(const Template& old, const Template& next);

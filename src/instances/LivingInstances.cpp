@@ -1,12 +1,22 @@
 #include "instances/LivingInstances.h"
 
+#include <new>
+
+#include "core/Kept.h"
 #include "instances/Instance.h"
 
 namespace Kor {
 
+namespace {
+
+constexpr size_t kLittle = 1024; // entries that are not worth giving back
+
+} // namespace
+
 std::vector<Instance*>& LivingInstances::All() {
-    static auto& instances = *new std::vector<Instance*>(); // outlives all users at process exit
-    return instances;
+    static NeverDestroyed<std::vector<Instance*>> kept; // outlives all users at process exit
+    static const EmptiedAtEnd<std::vector<Instance*>> emptied(kept.Get());
+    return kept.Get();
 }
 
 unsigned LivingInstances::Add(Instance& instance) {
@@ -26,6 +36,19 @@ void LivingInstances::Remove(unsigned place) noexcept {
     }
     if (gaps_ > all.size() / 2)
         CloseGaps();
+    if (all.capacity() > kLittle && all.size() < all.capacity() / 8)
+        GiveRoomBack();
+}
+
+/// One instance must not keep the room for all that there were. Where there is no memory for less,
+/// the room stays.
+void LivingInstances::GiveRoomBack() noexcept {
+    try {
+        std::vector<Instance*> fewer(All());
+        All().swap(fewer);
+    } catch (const std::bad_alloc&) {
+        return;
+    }
 }
 
 void LivingInstances::CloseGaps() noexcept {

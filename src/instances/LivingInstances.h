@@ -26,6 +26,7 @@ public:
 private:
     static std::vector<Instance*>& All();
     static void CloseGaps() noexcept;
+    static void GiveRoomBack() noexcept;
 
     static inline size_t gaps_ = 0; // places of those that are gone
 };

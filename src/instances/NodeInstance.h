@@ -11,6 +11,7 @@ class GeometryInstance;
 class NodeInstance : public AttributeInstance {
 public:
     static constexpr int kClassId = kNodeInstanceClass;
+    KOR_OBJECT_MEMORY
 
     NodeInstance(Instance& instance, NodeProperty& property)
         : AttributeInstance(instance, property) {}

@@ -1,5 +1,7 @@
 #include "instances/OpenInstances.h"
 
+#include "core/Kept.h"
+
 #include "instances/Instance.h"
 
 namespace Kor {
@@ -16,8 +18,9 @@ void ForgetProperty(OpenInstances::Place& place) {
 
 /// One stack for all readers, so that an instance need only know the last of its places.
 std::vector<OpenInstances::Place>& OpenInstances::Places() {
-    static auto& places = *new std::vector<Place>(); // outlives all users at process exit
-    return places;
+    static NeverDestroyed<std::vector<Place>> places;
+    static const EmptiedAtEnd<std::vector<Place>> emptied(places.Get());
+    return places.Get();
 }
 
 OpenInstances::~OpenInstances() {

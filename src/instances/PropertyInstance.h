@@ -1,6 +1,5 @@
 #pragma once
 
-#include "core/BlockPool.h"
 #include "core/NamedObject.h"
 
 namespace Kor {
@@ -11,9 +10,10 @@ class Template;
 
 /// The value side of one property inside an instance: what all kinds share. It is found by its
 /// property's full name; a name of its own it never has.
-class PropertyInstance : public NamedObject, public Pooled {
+class PropertyInstance : public NamedObject {
 public:
     static constexpr int kClassId = kPropertyInstanceClass;
+    KOR_OBJECT_MEMORY
 
     ~PropertyInstance() override { LetGo(); }
 

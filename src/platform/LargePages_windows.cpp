@@ -2,17 +2,25 @@
 
 #include <new>
 
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN
+#endif
+#include <windows.h>
+
 namespace Kor {
 
-// Windows gives large pages only to programs whose user was granted that, and never on demand. So
-// the memory is not aligned for them either, which would commit twice as much.
+// Windows gives large pages only to programs whose user was granted that, and never on demand. What
+// it maps stands at multiples of 64 KiB.
 
-void* TakeLargePages(size_t size) {
-    return ::operator new(size);
+void* MapPages(size_t size, bool /*inLargePages*/) {
+    void* pages = VirtualAlloc(nullptr, size, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE);
+    if (!pages)
+        throw std::bad_alloc();
+    return pages;
 }
 
-void GiveLargePages(void* pages) noexcept {
-    ::operator delete(pages);
+void UnmapPages(void* pages, size_t /*size*/) noexcept {
+    VirtualFree(pages, 0, MEM_RELEASE);
 }
 
 } // namespace Kor

@@ -12,6 +12,7 @@ class PropertyInstance;
 class AnchorProperty : public NodeProperty {
 public:
     static constexpr int kClassId = kAnchorPropertyClass;
+    KOR_OBJECT_MEMORY
 
     AnchorProperty(std::string_view name, int version) : NodeProperty(name, version) {}
 

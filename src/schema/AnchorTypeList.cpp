@@ -6,6 +6,7 @@
 
 #include "core/Undo.h"
 #include "schema/SchemaRevision.h"
+#include "core/Kept.h"
 
 namespace Kor {
 
@@ -17,9 +18,11 @@ bool everUsed = false;
 
 /// The lists that have each anchor type. Until there is one, nobody asks about objects that die.
 std::unordered_map<const NamedObject*, Lists>& Users() {
-    static auto& users = *new std::unordered_map<const NamedObject*, Lists>(); // outlives all lists
+    using All = std::unordered_map<const NamedObject*, Lists>;
+    static NeverDestroyed<All> users;
+    static const EmptiedAtEnd<All> emptied(users.Get());
     everUsed = true;
-    return users;
+    return users.Get();
 }
 
 /// The lists that have an object, or null. Asked about every object that dies, also when there is

@@ -1,5 +1,7 @@
 #include "schema/AttributeProperty.h"
 
+#include "core/Kept.h"
+
 // A property makes its own value side; the instances' headers know the schema, not the reverse.
 #include "instances/AttributeInstance.h"
 
@@ -11,6 +13,13 @@
 #include "types/Type.h"
 
 namespace Kor {
+
+namespace {
+
+/// What stands for a value that there is none of.
+NeverDestroyed<TypedValue> noValue;
+
+} // namespace
 
 AttributeProperty::AttributeProperty(const AttributeProperty& source)
     : Property(source), autoBind_(source.autoBind_) {
@@ -101,8 +110,7 @@ int AttributeProperty::CountElements(const Type& type) {
 
 /// What is there, made or not due.
 const TypedValue& AttributeProperty::GetMade(Slot slot) const {
-    static const TypedValue& none = *new TypedValue; // outlives all users at process exit
-    return values_ ? values_->slots[slot] : none;
+    return values_ ? values_->slots[slot] : noValue.Get();
 }
 
 TypedValue& AttributeProperty::EditMade(Slot slot) const {

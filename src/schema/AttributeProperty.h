@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "core/BlockPool.h"
 #include "schema/Property.h"
 #include "types/TypeRef.h"
 #include "types/TypedValue.h"
@@ -13,6 +14,7 @@ namespace Kor {
 class AttributeProperty : public Property {
 public:
     static constexpr int kClassId = kAttributePropertyClass;
+    KOR_OBJECT_MEMORY
 
     AttributeProperty(std::string_view name, int version) : Property(name, version) {}
     ~AttributeProperty() override { AttributeProperty::Leave(); }

@@ -15,6 +15,7 @@ class Property;
 class Command : public NamedObject {
 public:
     static constexpr int kClassId = kCommandClass;
+    KOR_OBJECT_MEMORY
 
     Command(std::string_view name, unsigned hostMask, unsigned trigger)
         : NamedObject(name), hostMask_(hostMask), trigger_(trigger) {}

@@ -15,6 +15,7 @@ class GeometryProperty;
 class GeometryAlternate : public NodeProperty {
 public:
     static constexpr int kClassId = kGeometryAlternateClass;
+    KOR_OBJECT_MEMORY
 
     /// Takes the level's name as its own.
     GeometryAlternate(LOD* lod, int version);

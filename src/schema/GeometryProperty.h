@@ -10,6 +10,7 @@ namespace Kor {
 class GeometryProperty : public Property {
 public:
     static constexpr int kClassId = kGeometryPropertyClass;
+    KOR_OBJECT_MEMORY
 
     GeometryProperty(std::string_view name, int version) : Property(name, version) {}
     ~GeometryProperty() override { GeometryProperty::Leave(); }

@@ -10,6 +10,7 @@ namespace Kor {
 class Group : public ViewItem {
 public:
     static constexpr int kClassId = kGroupClass;
+    KOR_OBJECT_MEMORY
 
     explicit Group(std::string_view name) : ViewItem(name) {}
 

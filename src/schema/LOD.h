@@ -14,6 +14,7 @@ class GeometryAlternate;
 class LOD : public NamedObject {
 public:
     static constexpr int kClassId = kLODClass;
+    KOR_OBJECT_MEMORY
 
     /// Kinds of levels.
     enum LevelType : int { kBoundingVolume = 0, kCollision = 1, kSurface = 2 };

@@ -9,6 +9,7 @@ namespace Kor {
 class NodeProperty : public AttributeProperty {
 public:
     static constexpr int kClassId = kNodePropertyClass;
+    KOR_OBJECT_MEMORY
 
     NodeProperty(std::string_view name, int version) : AttributeProperty(name, version) {}
 

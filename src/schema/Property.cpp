@@ -7,6 +7,7 @@
 #include "core/Names.h"
 #include "core/TakeOut.h"
 #include "core/Undo.h"
+#include "core/Kept.h"
 #include "schema/SchemaRevision.h"
 #include "schema/Template.h"
 #include "schema/ViewProperty.h"
@@ -99,9 +100,12 @@ void Property::SetOwner(Template* owner) {
 }
 
 void Property::UpdateFullName() {
-    static std::string& fullName = *new std::string; // kept, so that composing costs no allocation
+    static NeverDestroyed<std::string> kept; // so that composing costs no allocation
+    static const EmptiedAtEnd<std::string> emptied(kept.Get());
+    std::string& fullName = kept.Get();
     ComposeFullName(fullName);
     StoreFullName(fullName);
+    fullName.clear();
 }
 
 void Property::ComposeFullName(std::string& fullName) const {

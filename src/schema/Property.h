@@ -5,7 +5,6 @@
 #include <string_view>
 #include <vector>
 
-#include "core/BlockPool.h"
 #include "core/Lockable.h"
 #include "core/MakeRoom.h"
 #include "core/NamedObject.h"
@@ -33,9 +32,10 @@ class ViewProperty;
 /// all, and it owns those whose source was introduced by the version that it was copied from. Where
 /// a newer property of the name is added, it takes over the lookup, with the older one as its
 /// predecessor; that one stays in the declaration order.
-class Property : public NamedObject, public VersionedObject, public Lockable, public Pooled {
+class Property : public NamedObject, public VersionedObject, public Lockable {
 public:
     static constexpr int kClassId = kPropertyClass;
+    KOR_OBJECT_MEMORY
 
     ~Property() override { Property::Leave(); }
 

@@ -17,6 +17,7 @@
 #include "core/TakeOut.h"
 #include "core/Undo.h"
 #include "schema/SchemaHistory.h"
+#include "core/Kept.h"
 #include "schema/SchemaRevision.h"
 #include "schema/TemplateLinks.h"
 #include "schema/TemplateWalk.h"
@@ -134,8 +135,10 @@ void Template::UpdateFullName() {
 
 /// How many templates there are of each key, registered or not.
 std::unordered_map<std::string, int>& Template::KeyCounts() {
-    static auto& counts = *new std::unordered_map<std::string, int>(); // outlives all templates
-    return counts;
+    using Counts = std::unordered_map<std::string, int>;
+    static NeverDestroyed<Counts> counts;
+    static const EmptiedAtEnd<Counts> emptied(counts.Get());
+    return counts.Get();
 }
 
 void Template::ReleaseKey(const std::string& key) {

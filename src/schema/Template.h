@@ -22,6 +22,7 @@ class BinaryPacker;
 class Template : public Type, public VersionedObject {
 public:
     static constexpr int kClassId = kTemplateClass;
+    KOR_OBJECT_MEMORY
 
     Template(std::string_view name, int dimension, int alignment);
     ~Template() override;

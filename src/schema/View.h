@@ -13,6 +13,7 @@ class Template;
 class View : public Group, public Tied {
 public:
     static constexpr int kClassId = kViewClass;
+    KOR_OBJECT_MEMORY
 
     View(std::string_view name, Template* owner) : Group(name) { SetTemplate(owner); }
 

@@ -14,6 +14,7 @@ class Group;
 class ViewItem : public NamedObject, public Lockable {
 public:
     static constexpr int kClassId = kViewItemClass;
+    KOR_OBJECT_MEMORY
 
     explicit ViewItem(std::string_view name) : NamedObject(name) {}
 

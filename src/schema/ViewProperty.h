@@ -12,6 +12,7 @@ class Property;
 class ViewProperty : public ViewItem, public Tied {
 public:
     static constexpr int kClassId = kViewPropertyClass;
+    KOR_OBJECT_MEMORY
 
     ViewProperty(std::string_view name, Property* property);
     ~ViewProperty() override { ViewProperty::Leave(); }

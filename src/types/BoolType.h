@@ -8,6 +8,7 @@ namespace Kor {
 class BoolType : public ScalarType<unsigned char> {
 public:
     static constexpr int kClassId = kBoolTypeClass;
+    KOR_OBJECT_MEMORY
 
     using ScalarType::ScalarType;
 

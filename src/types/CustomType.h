@@ -9,6 +9,7 @@ namespace Kor {
 class CustomType : public BorrowingType {
 public:
     static constexpr int kClassId = kCustomTypeClass;
+    KOR_OBJECT_MEMORY
 
     CustomType(std::string_view name, int dimension) : BorrowingType(name, dimension, 1) {}
 

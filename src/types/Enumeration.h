@@ -10,6 +10,7 @@ namespace Kor {
 class Enumeration : public BorrowingType {
 public:
     static constexpr int kClassId = kEnumerationClass;
+    KOR_OBJECT_MEMORY
 
     Enumeration(std::string_view name, Type* base);
     ~Enumeration() override;

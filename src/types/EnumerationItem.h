@@ -11,6 +11,7 @@ class Enumeration;
 class EnumerationItem : public BorrowingType {
 public:
     static constexpr int kClassId = kEnumerationItemClass;
+    KOR_OBJECT_MEMORY
 
     /// The value is the value type's zero with its first element read from the text.
     EnumerationItem(std::string_view name, Type* valueType, const char* valueText);

@@ -8,6 +8,7 @@ namespace Kor {
 template <class Element> class FloatType : public ScalarType<Element> {
 public:
     static constexpr int kClassId = kFloatTypeClass;
+    KOR_OBJECT_MEMORY
 
     using ScalarType<Element>::ScalarType;
 

@@ -10,6 +10,7 @@ namespace Kor {
 template <class Element> class IntType : public ScalarType<Element> {
 public:
     static constexpr int kClassId = kIntTypeClass;
+    KOR_OBJECT_MEMORY
 
     using ScalarType<Element>::ScalarType;
 

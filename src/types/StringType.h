@@ -8,6 +8,7 @@ namespace Kor {
 class StringType : public Type {
 public:
     static constexpr int kClassId = kStringTypeClass;
+    KOR_OBJECT_MEMORY
 
     using Type::Type;
 

@@ -16,6 +16,7 @@ namespace Kor {
 class Type : public NamedObject {
 public:
     static constexpr int kClassId = kTypeClass;
+    KOR_OBJECT_MEMORY
 
     /// The name may carry its package ("a.b.Vector"); an invalid one stays empty.
     Type(std::string_view name, int dimension, int alignment);
@@ -151,9 +152,7 @@ public:
     void SetRetired(bool retired) { retired_ = retired; }
 
     /// Hands a type that nobody else owns to those who use it: the last user frees it.
-    void LeaveToUsers() {
-        ownedByUsers_ = !registered_ && !displaced_ && !retired_ && !HasEnded();
-    }
+    void LeaveToUsers() { ownedByUsers_ = !registered_ && !displaced_ && !retired_ && !HasEnded(); }
     bool IsLeftToUsers() const { return ownedByUsers_; }
     void TakeFromUsers() { ownedByUsers_ = false; }
 

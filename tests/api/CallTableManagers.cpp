@@ -13,6 +13,7 @@ Calls ManagerCalls() {
         OVI_RETURNS(Ovi_Initialize()),
         OVI_RETURNS(Ovi_Terminate()),
         OVI_RETURNS(Ovi_GetVersion()),
+        OVI_RETURNS(Ovi_SetChecks(Ovi_GetChecks())),
 
         OVI_RETURNS(OviErrorManager_AddErrorItem(1, nullptr, 0, nullptr)),
         OVI_GIVES(0, OviErrorManager_GetErrorItemCount(0)),

@@ -1,7 +1,7 @@
-// What the pool asks of the heap, and what it gives back.
+// What the pool takes from the system, and what it gives back.
 
+#include <array>
 #include <cstddef>
-#include <cstdlib>
 #include <new>
 #include <set>
 #include <vector>
@@ -9,128 +9,187 @@
 #include <gtest/gtest.h>
 
 #include "core/BlockPool.h"
+#include "core/PieceStore.h"
+
+#ifndef _WIN32
+#include <cstdio>
+#include <sys/resource.h>
+#include <unistd.h>
+#endif
 
 #if !defined(__SANITIZE_ADDRESS__) && !defined(OVI_NO_POOL) // else every block comes from the heap
 
 namespace {
 
-long heapBlocks = 0;
-long heapCalls = 0;
-bool heapIsEmpty = false;
-
-/// What the heap gave, or failed to give.
-void* Count(void* memory) {
-    if (!memory)
-        throw std::bad_alloc();
-    ++heapBlocks;
-    ++heapCalls;
-    return memory;
-}
-
-} // namespace
-
-void* operator new(std::size_t size) {
-    return Count(heapIsEmpty ? nullptr : std::malloc(size == 0 ? 1 : size));
-}
-void operator delete(void* memory) noexcept {
-    heapBlocks -= memory ? 1 : 0;
-    std::free(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept {
-    operator delete(memory);
-}
-
-#ifndef _WIN32 // where large pages are like all others
-void* operator new(std::size_t size, std::align_val_t alignment) {
-    const auto step = static_cast<std::size_t>(alignment);
-    return Count(heapIsEmpty ? nullptr : std::aligned_alloc(step, (size + step - 1) / step * step));
-}
-void operator delete(void* memory, std::align_val_t) noexcept {
-    operator delete(memory);
-}
-void operator delete(void* memory, std::size_t, std::align_val_t) noexcept {
-    operator delete(memory);
-}
-#endif
-
-namespace {
-
 using Kor::BlockPool;
+using Kor::PieceStore;
 
-TEST(BlockPoolMemory, ASingleObjectIsMadeAgainWithoutTheHeap) {
+using Blocks = std::vector<void*>;
+
+void TakeMore(Blocks& blocks, size_t count, size_t size) {
+    for (size_t i = 0; i < count; ++i)
+        blocks.push_back(BlockPool::Take(size));
+}
+
+void GiveAll(Blocks& blocks, size_t size) {
+    for (void* block : blocks)
+        BlockPool::Give(block, size);
+    blocks.clear();
+}
+
+size_t PieceOf(const void* block) {
+    return reinterpret_cast<std::uintptr_t>(block) / Kor::kPieceSize;
+}
+
+TEST(BlockPoolMemory, ASingleObjectIsMadeAgainWithoutANewPiece) {
     constexpr size_t kSize = 192;
-    BlockPool::Give(BlockPool::Take(kSize), kSize);
-    const long before = heapCalls;
-    BlockPool::Give(BlockPool::Take(kSize), kSize);
-    EXPECT_EQ(heapCalls, before);
+    BlockPool::GiveSpareBack();
+    const size_t before = PieceStore::CountPieces();
+    void* first = BlockPool::Take(kSize);
+    BlockPool::Give(first, kSize);
+    EXPECT_EQ(PieceStore::CountPieces(), before + 1);
+    EXPECT_EQ(BlockPool::Take(kSize), first);
+    BlockPool::Give(first, kSize);
 }
 
 TEST(BlockPoolMemory, AllButOnePieceIsGivenBackOnceNoBlockIsInUse) {
     constexpr size_t kSize = 208;
-    std::vector<void*> blocks(3000);
-    BlockPool::Give(BlockPool::Take(kSize), kSize); // the piece that stays
-    const long before = heapBlocks;
+    BlockPool::GiveSpareBack();
+    const size_t before = PieceStore::CountPieces();
+    Blocks blocks;
     for (int round = 0; round < 2; ++round) {
-        for (void*& block : blocks)
-            block = BlockPool::Take(kSize);
-        EXPECT_GT(heapBlocks, before + 5);
-        EXPECT_LT(heapBlocks, before + 20);
-        for (void* block : blocks)
-            BlockPool::Give(block, kSize);
-        EXPECT_EQ(heapBlocks, before);
+        TakeMore(blocks, 3000, kSize);
+        EXPECT_GE(PieceStore::CountPieces(), before + 10);
+        EXPECT_LE(PieceStore::CountPieces(), before + 11);
+        GiveAll(blocks, kSize);
+        EXPECT_EQ(PieceStore::CountPieces(), before + 1);
     }
 }
 
-/// Takes blocks until the heap has no more, which is no earlier than where they begin to fail.
-bool TakeUntilTheHeapIsEmpty(std::vector<void*>& blocks, size_t size) {
-    heapIsEmpty = true;
-    bool failed = false;
-    try {
-        while (blocks.size() < blocks.capacity())
-            blocks.push_back(BlockPool::Take(size));
-    } catch (const std::bad_alloc&) {
-        failed = true;
+TEST(BlockPoolMemory, OneBlockKeepsNoMoreThanItsPieceAndASpareOne) {
+    constexpr size_t kSize = 112;
+    constexpr size_t kCount = 500000;
+    BlockPool::GiveSpareBack();
+    const size_t pieces = PieceStore::CountPieces();
+    const size_t regions = PieceStore::CountRegions();
+    for (const size_t kept : {size_t{0}, kCount / 2, kCount - 1}) {
+        Blocks blocks;
+        TakeMore(blocks, kCount, kSize);
+        EXPECT_GT(PieceStore::CountRegions(), regions + 20);
+        void* survivor = blocks[kept];
+        blocks.erase(blocks.begin() + static_cast<std::ptrdiff_t>(kept));
+        GiveAll(blocks, kSize);
+        EXPECT_LE(PieceStore::CountPieces(), pieces + 2);
+        EXPECT_LE(PieceStore::CountRegions(), regions + 2);
+        BlockPool::Give(survivor, kSize);
     }
-    heapIsEmpty = false;
-    return failed;
 }
 
-TEST(BlockPoolMemory, NothingIsLostWhereTheHeapHasNoMore) {
-    constexpr size_t kSize = 224;
-    BlockPool::Give(BlockPool::Take(kSize), kSize);                        // the piece that stays
-    for (const size_t before : {size_t{10}, size_t{1000}, size_t{8000}}) { // and large pages
-        const long heapBefore = heapBlocks;
-        {
-            std::vector<void*> blocks;
-            blocks.reserve(20000);
-            while (blocks.size() < before)
-                blocks.push_back(BlockPool::Take(kSize));
-            EXPECT_TRUE(TakeUntilTheHeapIsEmpty(blocks, kSize));
-            blocks.push_back(BlockPool::Take(kSize));
-            const std::set<void*> different(blocks.begin(), blocks.end());
-            EXPECT_EQ(different.size(), blocks.size());
-            for (void* block : blocks)
-                BlockPool::Give(block, kSize);
+TEST(BlockPoolMemory, NewBlocksGatherInThePiecesThatAreFuller) {
+    constexpr size_t kSize = 176;
+    constexpr size_t kPerPiece = 371;
+    Blocks blocks;
+    TakeMore(blocks, 10 * kPerPiece, kSize);
+    std::set<size_t> sparse;
+    for (size_t i = 0; i < blocks.size(); ++i) { // every other piece keeps a tenth, or nine tenths
+        const bool isSparse = PieceOf(blocks[i]) % 2 == 0;
+        const bool goes = isSparse ? i % 10 != 0 : i % 10 == 0;
+        if (isSparse)
+            sparse.insert(PieceOf(blocks[i]));
+        if (goes) {
+            BlockPool::Give(blocks[i], kSize);
+            blocks[i] = nullptr;
         }
-        EXPECT_EQ(heapBlocks, heapBefore);
     }
+    for (int i = 0; i < 100; ++i) {
+        blocks.push_back(BlockPool::Take(kSize));
+        EXPECT_EQ(sparse.count(PieceOf(blocks.back())), 0u);
+    }
+    GiveAll(blocks, kSize);
 }
 
 TEST(BlockPoolMemory, TheSparePieceIsGivenBackWhenAskedUnlessABlockIsInUse) {
     constexpr size_t kSize = 224;
     BlockPool::GiveSpareBack();
-    const long before = heapBlocks;
+    const size_t before = PieceStore::CountPieces();
     void* block = BlockPool::Take(kSize);
     BlockPool::GiveSpareBack();
-    EXPECT_EQ(heapBlocks, before + 1);
+    EXPECT_EQ(PieceStore::CountPieces(), before + 1);
     BlockPool::Give(block, kSize);
-    EXPECT_EQ(heapBlocks, before + 1);
+    EXPECT_EQ(PieceStore::CountPieces(), before + 1);
     BlockPool::GiveSpareBack();
     BlockPool::GiveSpareBack();
-    EXPECT_EQ(heapBlocks, before);
+    EXPECT_EQ(PieceStore::CountPieces(), before);
     BlockPool::Give(BlockPool::Take(kSize), kSize); // a shelf begins anew
-    EXPECT_EQ(heapBlocks, before + 1);
+    EXPECT_EQ(PieceStore::CountPieces(), before + 1);
 }
+
+TEST(BlockPoolMemory, OnlyAddressesInPiecesInUseAreFound) {
+    constexpr size_t kSize = 240;
+    BlockPool::GiveSpareBack();
+    auto* block = static_cast<char*>(BlockPool::Take(kSize));
+    EXPECT_EQ(PieceStore::Find(block + 5), Kor::Piece::Of(block));
+    EXPECT_EQ(PieceStore::Find(&block), nullptr);
+    EXPECT_EQ(PieceStore::Find(nullptr), nullptr);
+    EXPECT_EQ(PieceStore::Find(reinterpret_cast<void*>(UINTPTR_MAX)), nullptr);
+    BlockPool::Give(block, kSize);
+    BlockPool::GiveSpareBack();
+    EXPECT_EQ(PieceStore::Find(block), nullptr);
+}
+
+#ifndef _WIN32
+/// Lets the process have no more memory than it has.
+class NoMoreMemory {
+public:
+    NoMoreMemory() {
+        getrlimit(RLIMIT_AS, &before_);
+        long pages = 0;
+        if (std::FILE* file = std::fopen("/proc/self/statm", "r")) {
+            if (std::fscanf(file, "%ld", &pages) != 1)
+                pages = 0;
+            std::fclose(file);
+        }
+        rlimit limit = before_;
+        limit.rlim_cur = static_cast<rlim_t>(pages) * static_cast<rlim_t>(sysconf(_SC_PAGESIZE));
+        setrlimit(RLIMIT_AS, &limit);
+    }
+    ~NoMoreMemory() { setrlimit(RLIMIT_AS, &before_); }
+    NoMoreMemory(const NoMoreMemory&) = delete;
+    NoMoreMemory& operator=(const NoMoreMemory&) = delete;
+
+private:
+    rlimit before_{};
+};
+
+/// Takes blocks until there is no more memory, which is no earlier than where they begin to fail.
+bool TakeUntilNoneIsLeft(Blocks& blocks, size_t size) {
+    const NoMoreMemory none;
+    try {
+        while (blocks.size() < blocks.capacity())
+            blocks.push_back(BlockPool::Take(size));
+    } catch (const std::bad_alloc&) {
+        return true;
+    }
+    return false;
+}
+
+TEST(BlockPoolMemory, NothingIsLostWhereTheSystemHasNoMore) {
+    constexpr size_t kSize = 224;
+    BlockPool::Give(BlockPool::Take(kSize), kSize); // the piece that stays
+    for (const size_t before : {size_t{10}, size_t{1000}, size_t{80000}}) {
+        const size_t piecesBefore = PieceStore::CountPieces();
+        Blocks blocks;
+        blocks.reserve(200000);
+        TakeMore(blocks, before, kSize);
+        EXPECT_TRUE(TakeUntilNoneIsLeft(blocks, kSize));
+        TakeMore(blocks, 1, kSize);
+        const std::set<void*> different(blocks.begin(), blocks.end());
+        EXPECT_EQ(different.size(), blocks.size());
+        GiveAll(blocks, kSize);
+        EXPECT_EQ(PieceStore::CountPieces(), piecesBefore);
+    }
+}
+#endif
 
 } // namespace
 

@@ -27,6 +27,26 @@ std::vector<std::unique_ptr<Named>> MakeMany(int count) {
     return all;
 }
 
+TEST(KeyIndex, AFewObjectsDoNotKeepTheSlotsOfMany) {
+    const auto all = MakeMany(100000);
+    Index index;
+    for (const auto& object : all)
+        index.Add(object.get());
+    EXPECT_GT(index.GetSlotCount(), 200000u);
+    for (size_t i = 0; i < all.size(); ++i) {
+        if (i % 10000 != 0)
+            index.Remove(all[i].get());
+    }
+    EXPECT_LT(index.GetSlotCount(), 5000u);
+    for (size_t i = 0; i < all.size(); ++i)
+        ASSERT_EQ(index.Find(all[i]->key), i % 10000 == 0 ? all[i].get() : nullptr);
+    for (const auto& object : all) { // and room for many again
+        if (!index.Find(object->key))
+            index.Add(object.get());
+    }
+    EXPECT_EQ(index.Find("object.99999"), all.back().get());
+}
+
 TEST(KeyIndex, FindsWhatWasAddedAndNothingElse) {
     const auto all = MakeMany(5000);
     Index index;

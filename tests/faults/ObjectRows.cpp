@@ -1,5 +1,7 @@
 // Calls on the library, objects of all kinds, diagnostics, callbacks and types.
 
+#include <gtest/gtest.h>
+
 #include "faults/CallRows.h"
 
 namespace {
@@ -21,12 +23,27 @@ template <class Handle> void DeleteFree(Handle*& handle) {
     handle = nullptr;
 }
 
+/// With checks, what is no handle is refused also where there is no memory to report it.
+void RefuseBadHandles(Model& m) {
+    Ovi_SetChecks(true);
+    OviObject_Delete(reinterpret_cast<OviObject*>(&m));
+    OviObject_Delete(m.freeAsset);
+    OviObject_Delete(m.freeAsset);
+    EXPECT_EQ(OviErrorManager_GetErrorItemCount(OVI_LEVEL_ERROR), 2);
+    OviErrorManager_Clear();
+    m.freeAsset = nullptr;
+    Ovi_SetChecks(false);
+}
+
 } // namespace
 
 CallRows ObjectRows() {
     return {
         OVI_DO((Ovi_Initialize(), Ovi_Terminate())),
         OVI_CALL(Ovi_GetVersion()),
+        OVI_DO((Ovi_SetChecks(true), Ovi_SetChecks(false))),
+        OVI_DO(RefuseBadHandles(m)),
+        OVI_CALL(Ovi_GetChecks()),
 
         OVI_DO(DeleteFree(m.freeTemplate)),
         OVI_DO(DeleteFree(m.freeAttribute)),
