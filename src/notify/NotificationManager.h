@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -81,17 +82,12 @@ public:
 private:
     friend class Singleton<NotificationManager>;
 
-    struct Record {
-        void* userData;
-        Callback callback;
-    };
-    using Records = std::vector<Record>;
+    using Records = std::map<void*, Callback, std::less<>>; // by the user data
     using Codes = std::map<std::string, int, std::less<>>;
 
     NotificationManager();
     ~NotificationManager() = default;
 
-    static Records::iterator Locate(Records& records, void* userData);
     static bool Register(Records& records, Callback callback, void* userData);
     static bool Unregister(Records& records, void* userData);
     static void Call(const Records& records, void* object, int event, void* argument);

@@ -3,7 +3,6 @@
 // An alternate writes its own declaration, whose form the writer of template files knows.
 #include "xml/XMLTemplateWriter.h"
 
-#include "core/TakeOut.h"
 #include "core/Undo.h"
 #include "schema/GeometryProperty.h"
 
@@ -71,7 +70,7 @@ void GeometryAlternate::ForgetLOD() {
 }
 
 void GeometryAlternate::RemoveLister(GeometryProperty* lister) {
-    TakeOut(listers_, lister);
+    listers_.TakeOut(lister);
 }
 
 void GeometryAlternate::LeaveSortedLists() {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <vector>
-
+#include "core/MakeRoom.h"
+#include "core/PointerList.h"
 #include "schema/LOD.h"
 #include "schema/NodeProperty.h"
 
@@ -57,7 +57,7 @@ private:
     GeometryAlternate(const GeometryAlternate& source);
 
     LOD* lod_;
-    std::vector<GeometryProperty*> listers_;
+    PointerList<GeometryProperty> listers_;
 };
 
 } // namespace Kor

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "core/Names.h"
-#include "core/TakeOut.h"
 #include "core/Undo.h"
 #include "schema/SchemaRevision.h"
 #include "schema/Template.h"
@@ -112,7 +111,7 @@ void Property::RemoveViewer(ViewProperty* viewer) {
 }
 
 void Property::RemoveHolder(Template* holder) {
-    TakeOutLast(holders_, holder); // versions go from the latest to the first
+    holders_.TakeOut(holder); // from the last on: versions go from the latest to the first
 }
 
 } // namespace Kor

@@ -62,7 +62,7 @@ public:
     }
 
 private:
-    using NamedProperties = std::unordered_multimap<std::string_view, const Property*>;
+    using NamedProperties = std::unordered_multimap<std::string_view, const Property*, KeyHash>;
 
     size_t AddStep(const VersionStep& step) {
         steps_.push_back(step);

@@ -7,7 +7,7 @@
 #include <unordered_set>
 #include <vector>
 
-#include "core/SortedStringList.h"
+#include "manager/UsingList.h"
 #include "xml/IXMLListener.h"
 
 namespace Kor {
@@ -125,7 +125,7 @@ private:
     std::unordered_set<View*> views_; // those that the file gave so far
     std::vector<Group*> openGroups_;  // the view at the bottom
     std::string package_;
-    SortedStringList using_;
+    UsingList using_;
     std::string wantedPackage_;
     std::string comment_;
     std::string text_;
