@@ -1,7 +1,9 @@
 #include "types/EnumerationValues.h"
 
 #include <algorithm>
+#include <functional>
 #include <new>
+#include <utility>
 
 #include "types/EnumerationItem.h"
 #include "types/FloatType.h"
@@ -23,9 +25,6 @@ bool HasNaN(const Type& carrier, const void* value, int count) {
 
 } // namespace
 
-EnumerationValues::Order::Order(const Type& itsCarrier, int itsDimension)
-    : carrier(&itsCarrier), dimension(itsDimension), entries(Before{carrier, dimension}) {}
-
 bool EnumerationValues::Before::operator()(const Entry& a, const Entry& b) const {
     const int order = carrier->CompareValues(a.value, b.value, elements);
     return order == 0 ? std::less<>()(a.item, b.item) : order < 0;
@@ -37,47 +36,57 @@ bool EnumerationValues::Has(const SortedObjectList<EnumerationItem>& items, cons
         const void* other = item->GetValueOfStorage(&carrier);
         return other && carrier.CompareValues(value, other, elements) == 0;
     };
-    // Elements in part, and what is no number, are rare: each item is looked at.
-    if (elements != carrier.GetDimension() || HasNaN(carrier, value, elements))
+    if (HasNaN(carrier, value, elements)) // rare: each item is looked at
         return std::any_of(items.begin(), items.end(), isEqual);
-    if (!order_ || order_->carrier != &carrier || order_->dimension != elements)
-        Build(items, carrier);
-    const auto found = order_->entries.lower_bound({value, nullptr});
-    if (found != order_->entries.end() && isEqual(found->item))
+    if (carrier_ != &carrier)
+        Clear();
+    carrier_ = &carrier;
+    const Order& order = GetOrder(items, elements);
+    const auto found = order.entries.lower_bound({value, nullptr});
+    if (found != order.entries.end() && isEqual(found->item))
         return true;
-    return std::any_of(order_->unordered.begin(), order_->unordered.end(), isEqual);
+    return std::any_of(order.unordered.begin(), order.unordered.end(), isEqual);
 }
 
-void EnumerationValues::Build(const SortedObjectList<EnumerationItem>& items, const Type& carrier) {
-    auto order = std::make_unique<Order>(carrier, carrier.GetDimension());
+const EnumerationValues::Order&
+EnumerationValues::GetOrder(const SortedObjectList<EnumerationItem>& items, int elements) {
+    const auto known = orders_.find(elements);
+    if (known != orders_.end())
+        return known->second;
+    Order order(Before{carrier_, elements});
     for (const EnumerationItem* item : items)
-        AddTo(*order, *item);
-    order_ = std::move(order);
+        AddTo(order, elements, *item);
+    return orders_.emplace(elements, std::move(order)).first->second;
 }
 
-void EnumerationValues::AddTo(Order& order, const EnumerationItem& item) {
-    const void* value = item.GetValueOfStorage(order.carrier);
-    if (value && HasNaN(*order.carrier, value, order.dimension))
+void EnumerationValues::AddTo(Order& order, int elements, const EnumerationItem& item) const {
+    const void* value = item.GetValueOfStorage(carrier_);
+    if (!value || item.GetValueCount() < elements)
+        return;
+    if (HasNaN(*carrier_, value, elements))
         order.unordered.insert(&item);
-    else if (value)
+    else
         order.entries.insert({value, &item});
 }
 
 void EnumerationValues::Add(const EnumerationItem& item) noexcept {
     try {
-        if (order_)
-            AddTo(*order_, item);
+        for (auto& [elements, order] : orders_)
+            AddTo(order, elements, item);
     } catch (const std::bad_alloc&) {
         Clear();
     }
 }
 
 void EnumerationValues::Remove(const EnumerationItem& item) noexcept {
-    if (!order_)
+    if (orders_.empty())
         return;
-    order_->unordered.erase(&item);
-    if (const void* value = item.GetValueOfStorage(order_->carrier))
-        order_->entries.erase({value, &item});
+    const void* value = item.GetValueOfStorage(carrier_);
+    for (auto& [elements, order] : orders_) {
+        order.unordered.erase(&item);
+        if (value && item.GetValueCount() >= elements && !HasNaN(*carrier_, value, elements))
+            order.entries.erase({value, &item});
+    }
 }
 
 } // namespace Kor

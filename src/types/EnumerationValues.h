@@ -1,7 +1,6 @@
 #pragma once
 
-#include <functional>
-#include <memory>
+#include <map>
 #include <set>
 
 #include "core/SortedObjectList.h"
@@ -24,7 +23,7 @@ public:
 
     void Add(const EnumerationItem& item) noexcept;
     void Remove(const EnumerationItem& item) noexcept;
-    void Clear() noexcept { order_.reset(); }
+    void Clear() noexcept { orders_.clear(); }
 
 private:
     /// A value, and whose it is; that of nobody comes before those that are equal.
@@ -39,20 +38,19 @@ private:
         bool operator()(const Entry& a, const Entry& b) const;
     };
 
-    /// The items whose values have the form of one carrier, by the elements of its dimension.
+    /// The items by the first elements of their values, as far as they have so many.
     struct Order {
-        Order(const Type& itsCarrier, int itsDimension);
+        explicit Order(Before before) : entries(before) {}
 
-        const Type* carrier;
-        int dimension;
         std::set<Entry, Before> entries;
         std::set<const EnumerationItem*> unordered; ///< those that are equal to unequal ones
     };
 
-    void Build(const SortedObjectList<EnumerationItem>& items, const Type& carrier);
-    static void AddTo(Order& order, const EnumerationItem& item);
+    const Order& GetOrder(const SortedObjectList<EnumerationItem>& items, int elements);
+    void AddTo(Order& order, int elements, const EnumerationItem& item) const;
 
-    std::unique_ptr<Order> order_;
+    const Type* carrier_ = nullptr;
+    std::map<int, Order> orders_; // by the number of elements
 };
 
 } // namespace Kor

@@ -102,16 +102,21 @@ void RunAssetsOfOneName(Run& run) {
 
 void RunCallbacks(Run& run) {
     std::vector<char> users(static_cast<size_t>(run.Size()));
-    const auto listen = [](void*, OviObject*, int, void*) {};
+    const auto listen = [](void*, void*, int, void*) {};
     int count = 0;
     EnterAndLeave(
         run,
         [&](int i) {
-            count +=
-                OviNotificationManager_RegisterInstanceCallback(listen, &users[size_t(i)]) ? 0 : 1;
+            count += OviNotificationManager_RegisterInstanceCallback(listen,
+                                                                     &users[static_cast<size_t>(i)])
+                         ? 0
+                         : 1;
         },
         [&](int i) {
-            count -= OviNotificationManager_UnregisterInstanceCallback(&users[size_t(i)]) ? 1 : 0;
+            count -=
+                OviNotificationManager_UnregisterInstanceCallback(&users[static_cast<size_t>(i)])
+                    ? 1
+                    : 0;
         },
         [&] { return count; });
 }
@@ -206,7 +211,7 @@ void RunGroupItems(Run& run) {
 void RunCommands(Run& run) {
     std::string text = "<template name='T'><node name='other'/><node name='n'>";
     for (int i = run.Size(); i-- > 0;)
-        text += "<command name='" + NameFor("c", i) + "' notification='Event'/>\n";
+        text += "<command name='" + NameFor("c", i) + "' notification='Event' execute='x'/>\n";
     Load(run, text + "</node></template>");
     OviProperty* property = GetProperty("T", "n");
     OviProperty* other = GetProperty("T", "other");
