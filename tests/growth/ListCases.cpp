@@ -211,7 +211,7 @@ void RunGroupItems(Run& run) {
 void RunCommands(Run& run) {
     std::string text = "<template name='T'><node name='other'/><node name='n'>";
     for (int i = run.Size(); i-- > 0;)
-        text += "<command name='" + NameFor("c", i) + "' notification='Event' execute='x'/>\n";
+        text += "<command execute='" + NameFor("c", i) + "' notification='BindingChanged'/>\n";
     Load(run, text + "</node></template>");
     OviProperty* property = GetProperty("T", "n");
     OviProperty* other = GetProperty("T", "other");

@@ -38,9 +38,11 @@ bool IsAnItems(const Enumeration& enumeration, const Type& carrier, const void* 
     return false;
 }
 
-class EnumerationValues : public testing::TestWithParam<unsigned> {
-protected:
+class ManyItems : public testing::TestWithParam<unsigned> {
+public:
     int Below(int end) { return static_cast<int>(random_() % static_cast<unsigned>(end)); }
+
+protected:
     std::string RandomName() { return "n" + std::to_string(Below(3000)); }
 
     /// Changes the enumeration in every way and asks about random values after each step.
@@ -84,25 +86,24 @@ private:
     std::mt19937 random_{GetParam()};
 };
 
-INSTANTIATE_TEST_SUITE_P(Seeds, EnumerationValues, testing::Range(1U, 5U));
+INSTANTIATE_TEST_SUITE_P(Seeds, ManyItems, testing::Range(1U, 5U));
 
-TEST_P(EnumerationValues, KnowsNumbersAsAPlainSearchDoes) {
+TEST_P(ManyItems, KnowsNumbersAsAPlainSearchDoes) {
     IntType<int> number("Number", 1, 4);
-    Compare(number,
-            [](EnumerationValues& test) { return std::array<int, 1>{test.Below(400) - 200}; });
+    Compare(number, [](ManyItems& test) { return std::array<int, 1>{test.Below(400) - 200}; });
 }
 
-TEST_P(EnumerationValues, KnowsNumbersOfSeveralElementsAsAPlainSearchDoes) {
+TEST_P(ManyItems, KnowsNumbersOfSeveralElementsAsAPlainSearchDoes) {
     IntType<int> three("Three", 3, 4);
-    Compare(three, [](EnumerationValues& test) {
+    Compare(three, [](ManyItems& test) {
         return std::array<int, 3>{test.Below(100), test.Below(2), 0};
     });
 }
 
-TEST_P(EnumerationValues, KnowsFloatsAsAPlainSearchDoesAlsoWhatIsNoNumber) {
+TEST_P(ManyItems, KnowsFloatsAsAPlainSearchDoesAlsoWhatIsNoNumber) {
     for (const int dimension : {1, 2}) {
         FloatType<float> type("Float", dimension, 4);
-        Compare(type, [](EnumerationValues& test) {
+        Compare(type, [](ManyItems& test) {
             constexpr float kInfinity = std::numeric_limits<float>::infinity();
             const std::array<float, 4> odd{std::numeric_limits<float>::quiet_NaN(), kInfinity,
                                            -kInfinity, -0.0F};
@@ -115,7 +116,7 @@ TEST_P(EnumerationValues, KnowsFloatsAsAPlainSearchDoesAlsoWhatIsNoNumber) {
     }
 }
 
-TEST_P(EnumerationValues, KnowsTextsAsAPlainSearchDoes) {
+TEST_P(ManyItems, KnowsTextsAsAPlainSearchDoes) {
     static const auto& texts = *new std::vector<std::string>([] {
         std::vector<std::string> all;
         for (int i = 0; i < 400; ++i)
@@ -123,7 +124,7 @@ TEST_P(EnumerationValues, KnowsTextsAsAPlainSearchDoes) {
         return all;
     }());
     StringType text("Text", 1, 4);
-    Compare(text, [](EnumerationValues& test) {
+    Compare(text, [](ManyItems& test) {
         const auto at = static_cast<size_t>(test.Below(405));
         const char* none = at == 404 ? nullptr : "";
         return std::array<const char*, 2>{at < texts.size() ? texts[at].c_str() : none, nullptr};
