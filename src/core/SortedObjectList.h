@@ -58,8 +58,12 @@ public:
     /// Inserts behind the objects with the same key and keeps them.
     void Place(T* object) { objects_.InsertAt(UpperBound(object->GetKey()), object); }
 
-    /// Places objects that stand in the order of their keys; there must be room for them.
-    void PlaceAll(const std::vector<T*>& objects) { objects_.Merge(objects, ComesBefore); }
+    /// Places objects that stand in the order of their keys; throws std::bad_alloc, and then has
+    /// changed nothing.
+    void PlaceAll(const std::vector<T*>& objects) {
+        MakeRoomFor(objects.size());
+        objects_.Merge(objects, ComesBefore);
+    }
 
     /// Takes out the entry with the object's key (the object itself where several share it) and
     /// gives its index, or the failed search's result. The object is not deleted.

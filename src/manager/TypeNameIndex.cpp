@@ -15,7 +15,7 @@ void TypeNameIndex::Add(std::string_view fullName) {
     std::uint64_t prefix = hashSecrets.start;
     for (size_t at = 0; at < fullName.size(); ++at) {
         const std::uint64_t end = ends[at + 1];
-        if (fullName[at] == '.' && pairs_.insert(FoldedProduct(prefix, end | 1)).second)
+        if (fullName[at] == '.' && pairs_.insert(HashNumber(HashNumber(prefix) ^ end)).second)
             prefixesByEnd_[end].push_back(prefix);
         prefix = Next(prefix, fullName[at]);
     }

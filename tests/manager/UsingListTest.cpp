@@ -27,6 +27,18 @@ protected:
         return name;
     }
 
+    /// Adds or removes something of that name.
+    static void Change(const std::string& name, bool isPlain) {
+        if (Template* known = Manager().GetTemplate(name)) {
+            Manager().RemoveTemplate(known);
+            delete known;
+        } else if (!isPlain) {
+            Make(name);
+        } else if (!Manager().GetType(name)) {
+            Manager().AddType(new CustomType(name, 1));
+        }
+    }
+
     static Type* FindExactly(const std::string& name) {
         if (Type* type = Manager().GetType(name))
             return type;
@@ -62,18 +74,7 @@ TEST_F(UsingListTest, ALongOneResolvesNamesAsLookingUpEachPrefixDoes) {
                 prefixes.Insert(name);
                 model.Insert(name);
             } else if (step % 7 == 0) {
-                if (Template* known = Manager().GetTemplate(name)) {
-                    Manager().RemoveTemplate(known);
-                    delete known;
-                } else {
-                    Make(name);
-                }
-            } else if (step % 31 == 0 && !Manager().GetType(name)) {
-                auto* type = new CustomType(RandomName(), 1);
-                if (Manager().GetType(type->GetFullName()))
-                    delete type;
-                else
-                    Manager().AddType(type);
+                Change(name, step % 5 == 0);
             }
             const std::string wanted = RandomName();
             ASSERT_EQ(Manager().ResolveType(wanted, prefixes), Resolve(wanted, model)) << wanted;
