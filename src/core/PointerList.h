@@ -249,6 +249,19 @@ public:
         }
     }
 
+    /// Calls a function with each entry, in order, a little quicker than a loop. The list must not
+    /// change meanwhile.
+    template <class Body> void ForEach(const Body& body) const {
+        if (IsTree()) {
+            for (T* entry : *this)
+                body(entry);
+            return;
+        }
+        T* const* end = GetArray() + size_;
+        for (T* const* at = GetArray(); at != end; ++at)
+            body(*at);
+    }
+
     /// A copy to walk over while this list may change.
     std::vector<T*> ToVector() const {
         std::vector<T*> copy(size_);
@@ -330,9 +343,11 @@ private:
     }
 
     void Free() {
+        if (IsInPlace())
+            return;
         if (IsTree())
             delete held_.tree;
-        else if (!IsInPlace())
+        else
             BlockPool::Give(held_.many, capacity_ * sizeof(T*));
     }
 

@@ -124,6 +124,9 @@ public:
     /// A copy of all objects in order, for a walk during which the list may change.
     std::vector<T*> GetAll() const { return objects_.ToVector(); }
 
+    /// Calls a function with each object, in order. The list must not change meanwhile.
+    template <class Body> void ForEach(const Body& body) const { objects_.ForEach(body); }
+
     auto begin() const { return objects_.begin(); }
     auto end() const { return objects_.end(); }
 
