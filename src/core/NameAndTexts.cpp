@@ -6,6 +6,15 @@
 
 namespace Kor {
 
+namespace {
+
+/// Not part of the destructor, which mostly has no texts to end and should not get ready for it.
+template <class Both> [[gnu::noinline]] void DeleteApart(Both* both) noexcept {
+    delete both;
+}
+
+} // namespace
+
 NameAndTexts::NameAndTexts(const NameAndTexts& other) : name_(other.GetName()) {
     try {
         CopyTexts(other);
@@ -17,7 +26,7 @@ NameAndTexts::NameAndTexts(const NameAndTexts& other) : name_(other.GetName()) {
 
 NameAndTexts::~NameAndTexts() {
     if (HasTexts())
-        delete GetBoth();
+        DeleteApart(GetBoth());
     else
         name_.~CompactString();
 }
