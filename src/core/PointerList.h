@@ -2,13 +2,13 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <iterator>
 #include <memory>
 #include <new>
 #include <utility>
 #include <vector>
 
 #include "core/BlockPool.h"
+#include "core/PointerListIterator.h"
 #include "core/PointerTree.h"
 
 namespace Kor {
@@ -21,42 +21,7 @@ namespace Kor {
 /// becomes a tree stays one.
 template <class T> class PointerList {
 public:
-    /// Goes forward only. Valid until the list changes.
-    class Iterator {
-    public:
-        // NOLINTBEGIN(readability-identifier-naming): the names that iterators have
-        using iterator_category = std::forward_iterator_tag;
-        using value_type = T*;
-        using difference_type = std::ptrdiff_t;
-        using pointer = T* const*;
-        using reference = T*;
-        // NOLINTEND(readability-identifier-naming)
-
-        Iterator() = default;
-        Iterator(const void* at, const PointerTree* tree) : at_(at), tree_(tree) {}
-
-        T* operator*() const {
-            return tree_ ? static_cast<T*>(*static_cast<void* const*>(at_))
-                         : *static_cast<T* const*>(at_);
-        }
-        Iterator& operator++() {
-            at_ = tree_ ? NextInTree() : static_cast<T* const*>(at_) + 1;
-            return *this;
-        }
-        Iterator operator++(int) {
-            const Iterator before = *this;
-            ++*this;
-            return before;
-        }
-        bool operator==(const Iterator& other) const { return at_ == other.at_; }
-        bool operator!=(const Iterator& other) const { return at_ != other.at_; }
-
-    private:
-        const void* NextInTree() const { return tree_->GetNext(static_cast<void* const*>(at_)); }
-
-        const void* at_ = nullptr;
-        const PointerTree* tree_ = nullptr;
-    };
+    using Iterator = PointerListIterator<T>;
 
     static constexpr size_t kNotFound = PointerTree::kNotFound;
 
