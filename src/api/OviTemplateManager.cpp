@@ -6,6 +6,7 @@
 #include "api/Barrier.h"
 #include "core/ErrorManager.h"
 #include "manager/TemplateManager.h"
+#include "manager/UsingList.h"
 
 using namespace Kor;
 using namespace Kor::Api;
@@ -148,7 +149,7 @@ int OviTemplateManager_GetTypesByFileName(const char* fileName, OviType** types,
 
 OviType* OviTemplateManager_ResolveType(const char* name) {
     return WithManager<Manager>(kNoType, [name](Manager& manager) {
-        SortedStringList exact;
+        UsingList exact;
         exact.Insert("");
         return To<OviType>(manager.ResolveType(Text(name), exact));
     });

@@ -2,11 +2,14 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
+#include <new>
 #include <string_view>
 #include <utility>
 #include <vector>
 
+#include "core/EntryRanks.h"
 #include "core/MakeRoom.h"
 
 namespace Kor {
@@ -109,7 +112,10 @@ public:
     /// The place of this very object, or one without an object.
     Position PositionOf(const T* object) const {
         const std::string_view key = object->GetKey();
-        for (Position at = LowerBound(key);; at = Next(at)) {
+        Position at = LowerBound(key);
+        for (int looked = 0;; ++looked, at = Next(at)) {
+            if (looked == kFew && HasRanks())
+                return PositionByRank(object);
             const T* other = GetAt(at);
             if (!other || other->GetKey() != key)
                 return GetEnd();
@@ -162,17 +168,23 @@ public:
         chunk.insert(chunk.begin() + static_cast<std::ptrdiff_t>(at.offset), object);
         Shift(at.chunk + 1, 1);
         spare_.reset();
+        Rank(object);
     }
 
     /// Puts the object over the entry at a place.
     void Replace(Position at, T* object) {
         at = Normalized(at);
-        chunks_[at.chunk][at.offset] = object;
+        T*& entry = chunks_[at.chunk][at.offset];
+        if (ranks_)
+            ranks_->Replace(entry, object);
+        entry = object;
     }
 
     void Erase(Position at) {
         at = Normalized(at);
         auto& chunk = chunks_[at.chunk];
+        if (ranks_)
+            ranks_->Remove(chunk[at.offset]);
         chunk.erase(chunk.begin() + static_cast<std::ptrdiff_t>(at.offset));
         Shift(at.chunk + 1, -1);
         if (!chunk.empty())
@@ -202,6 +214,7 @@ public:
         }
         chunks_.swap(chunks);
         starts_.swap(starts);
+        ranks_.reset();
     }
 
     void Clear() { *this = ChunkedList(); }
@@ -210,6 +223,7 @@ private:
     using Chunk = std::vector<T*>;
 
     static constexpr size_t kChunkSize = 512;
+    static constexpr int kFew = 64; ///< So many objects of one key are looked at singly.
 
     Position Normalized(Position at) const {
         if (at.chunk < chunks_.size() && at.offset == chunks_[at.chunk].size())
@@ -248,6 +262,38 @@ private:
         const int start = GetCount();
         chunks_.push_back(std::move(chunk));
         starts_.push_back(start);
+        Rank(object);
+    }
+
+    // -- ranks: where an object stands among many of its key ------------------------------------
+
+    /// Makes them when they are first needed and there is memory.
+    bool HasRanks() const {
+        if (!ranks_)
+            ranks_.reset(new (std::nothrow) EntryRanks());
+        if (ranks_ && ranks_->IsEmpty())
+            ForEach([this](const T* object) { ranks_->Append(object); });
+        if (ranks_ && ranks_->IsIncomplete())
+            ranks_.reset();
+        return ranks_ != nullptr;
+    }
+
+    /// A new object comes behind those of its key.
+    void Rank(const T* object) {
+        if (ranks_)
+            ranks_->Append(object);
+        if (ranks_ && ranks_->IsIncomplete())
+            ranks_.reset();
+    }
+
+    Position PositionByRank(const T* object) const {
+        const std::string_view key = object->GetKey();
+        const std::uint64_t rank = ranks_->Get(object);
+        const Position at = FirstWhereNot([&](const T* other) {
+            const int order = other->GetKey().compare(key);
+            return order < 0 || (order == 0 && ranks_->Get(other) < rank);
+        });
+        return GetAt(at) == object ? at : GetEnd();
     }
 
     /// The memory set aside for a chunk; empty without any.
@@ -287,6 +333,7 @@ private:
     std::vector<Chunk> chunks_;
     std::vector<int> starts_;      // the index of each chunk's first entry
     std::unique_ptr<Chunk> spare_; // set aside by MakeRoom
+    mutable std::unique_ptr<EntryRanks> ranks_;
 };
 
 } // namespace Kor

@@ -1,23 +1,14 @@
 #include "core/LocalizedTextTable.h"
 
-#include <algorithm>
+#include <memory>
 
 #include "core/Names.h"
 
 namespace Kor {
 
-size_t LocalizedTextTable::LowerBound(std::string_view language) const {
-    const auto found = std::lower_bound(
-        entries_.begin(), entries_.end(), language,
-        [](const Entry& entry, std::string_view key) { return entry.language < key; });
-    return static_cast<size_t>(found - entries_.begin());
-}
-
 const char* LocalizedTextTable::FindExactly(std::string_view language) const {
-    const size_t at = LowerBound(language);
-    if (at == entries_.size() || entries_[at].language != language)
-        return nullptr;
-    return entries_[at].text.c_str();
+    const Entry* entry = entries_.Get(language);
+    return entry ? entry->text.c_str() : nullptr;
 }
 
 const char* LocalizedTextTable::Find(const char* language) const {
@@ -36,15 +27,13 @@ const char* LocalizedTextTable::Find(const char* language) const {
 
 void LocalizedTextTable::Set(const char* language, const char* text) {
     const std::string_view key = TextOf(language);
-    const size_t at = LowerBound(key);
-    const auto place = entries_.begin() + static_cast<std::ptrdiff_t>(at);
-    const bool found = at < entries_.size() && entries_[at].language == key;
-    if (found && text)
-        place->text = text;
-    else if (found)
-        entries_.erase(place);
+    const int index = entries_.Find(key);
+    if (index >= 0 && text)
+        entries_.GetAt(index)->text = text;
+    else if (index >= 0)
+        entries_.EraseAt(index);
     else if (text)
-        entries_.insert(place, Entry{std::string(key), text});
+        entries_.Insert(std::make_unique<Entry>(key, text));
 }
 
 } // namespace Kor

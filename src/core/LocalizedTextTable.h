@@ -2,7 +2,9 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
+
+#include "core/BlockPool.h"
+#include "core/OwnedSortedList.h"
 
 namespace Kor {
 
@@ -10,7 +12,11 @@ namespace Kor {
 /// The language "" is the default entry.
 class LocalizedTextTable {
 public:
-    struct Entry {
+    struct Entry : Pooled {
+        Entry(std::string_view itsLanguage, const char* itsText)
+            : language(itsLanguage), text(itsText) {}
+        std::string_view GetKey() const { return language; }
+
         std::string language;
         std::string text;
     };
@@ -25,14 +31,13 @@ public:
     /// Whether there is a text for exactly this language.
     bool Contains(std::string_view language) const { return FindExactly(language) != nullptr; }
 
-    int GetCount() const { return static_cast<int>(entries_.size()); }
-    const Entry& GetAt(int index) const { return entries_[static_cast<size_t>(index)]; }
+    int GetCount() const { return entries_.GetCount(); }
+    const Entry& GetAt(int index) const { return *entries_.GetAt(index); }
 
 private:
-    size_t LowerBound(std::string_view language) const;
     const char* FindExactly(std::string_view language) const;
 
-    std::vector<Entry> entries_;
+    OwnedSortedList<Entry> entries_;
 };
 
 } // namespace Kor

@@ -6,6 +6,15 @@
 
 namespace Kor {
 
+namespace {
+
+/// Not part of the destructor, which mostly has no texts to end and should not get ready for it.
+template <class Both> [[gnu::noinline]] void DeleteApart(Both* both) noexcept {
+    delete both;
+}
+
+} // namespace
+
 NameAndTexts::NameAndTexts(const NameAndTexts& other) : name_(other.GetName()) {
     try {
         CopyTexts(other);
@@ -23,7 +32,7 @@ void NameAndTexts::Free() noexcept {
     if (!HasTexts())
         name_.~CompactString();
     else if (!IsReplaced())
-        delete GetBoth();
+        DeleteApart(GetBoth());
 }
 
 void NameAndTexts::ReplaceBy(void* pointer) noexcept {

@@ -30,9 +30,8 @@ public:
 
     /// The index of the first object with the key, or the complement of the insertion point.
     int Find(std::string_view key) const {
-        const auto found = LowerBound(key);
-        const int index = static_cast<int>(found - objects_.begin());
-        return found != objects_.end() && (*found)->GetKey() == key ? index : ~index;
+        const int index = LowerBound(key);
+        return HasKey(index, key) ? index : ~index;
     }
 
     /// The first object with the key, or null.
@@ -45,35 +44,25 @@ public:
             *replaced = nullptr;
         if (found < 0 || kAllowDuplicates) {
             const int index = found < 0 ? ~found : found;
-            objects_.insert(objects_.begin() + index, object);
+            objects_.InsertAt(static_cast<size_t>(index), object);
             return index;
         }
-        const int own = IndexOf(object);
+        const int own = IndexInFewSteps(object);
         const int index = own >= 0 ? own : found;
-        T*& entry = objects_[static_cast<size_t>(index)];
         if (replaced)
-            *replaced = entry;
-        entry = object;
+            *replaced = GetAt(index);
+        objects_.Replace(static_cast<size_t>(index), object);
         return ~index;
     }
 
     /// Inserts behind the objects with the same key and keeps them.
-    void Place(T* object) {
-        objects_.insert(UpperBound(objects_.begin(), objects_.end(), object->GetKey()), object);
-    }
+    void Place(T* object) { objects_.InsertAt(UpperBound(object->GetKey()), object); }
 
-    /// Places objects that stand in the order of their keys; no entry moves more than once.
+    /// Places objects that stand in the order of their keys; throws std::bad_alloc, and then has
+    /// changed nothing.
     void PlaceAll(const std::vector<T*>& objects) {
-        auto kept = static_cast<std::ptrdiff_t>(objects_.size()); // those not moved yet
-        objects_.resize(objects_.size() + objects.size());
-        auto end = objects_.end();
-        for (auto object = objects.rbegin(); object != objects.rend(); ++object) {
-            const auto keptEnd = objects_.begin() + kept;
-            const auto place = UpperBound(objects_.begin(), keptEnd, (*object)->GetKey());
-            end = std::move_backward(place, keptEnd, end);
-            *--end = *object;
-            kept = place - objects_.begin();
-        }
+        MakeRoomFor(objects.size());
+        objects_.Merge(objects, ComesBefore);
     }
 
     /// Takes out the entry with the object's key (the object itself where several share it) and
@@ -81,45 +70,38 @@ public:
     int Remove(const T* object) {
         const int index = FindEntry(object);
         if (index >= 0)
-            objects_.erase(objects_.begin() + index);
+            objects_.EraseAt(static_cast<size_t>(index));
         return index;
     }
 
     /// Takes out this very object, even where its key has changed meanwhile; false without it.
     bool RemoveExactly(const T* object) {
-        const int index = IndexOf(object);
-        const auto at = index >= 0 ? objects_.begin() + index
-                                   : std::find(objects_.begin(), objects_.end(), object);
-        if (at == objects_.end())
-            return false;
-        objects_.erase(at);
+        const int index = IndexInFewSteps(object);
+        if (index < 0)
+            return objects_.TakeOut(object);
+        objects_.EraseAt(static_cast<size_t>(index));
         return true;
     }
 
     /// The index of the object itself (several may share a key), else of the one with its key, or
     /// the failed search's result.
-    int FindEntry(const T* object) const {
-        const int own = IndexOf(object);
+    int FindEntry(const T* object) {
+        const int own = IndexInFewSteps(object);
         return own >= 0 ? own : Find(object->GetKey());
     }
 
     /// The index of this very object, or -1.
     int IndexOf(const T* object) const {
-        const std::string_view key = object->GetKey();
-        for (auto at = LowerBound(key); at != objects_.end() && (*at)->GetKey() == key; ++at) {
-            if (*at == object)
-                return static_cast<int>(at - objects_.begin());
-        }
-        return -1;
+        const int index = IndexAmongFew(object);
+        return index != kAmongMany ? index : ToIndex(objects_.Find(object));
     }
 
     bool Contains(const T* object) const { return IndexOf(object) >= 0; }
 
     /// Restores the order after keys changed in place.
     void Resort() {
-        const auto before = [](const T* a, const T* b) { return a->GetKey() < b->GetKey(); };
-        if (!std::is_sorted(objects_.begin(), objects_.end(), before))
-            std::stable_sort(objects_.begin(), objects_.end(), before);
+        if (!std::is_sorted(objects_.begin(), objects_.end(), ComesBefore))
+            objects_.SortStably(ComesBefore);
     }
 
     void Clear() { objects_.clear(); }
@@ -128,16 +110,33 @@ public:
     /// Room for one object more: adding it then needs no memory.
     void MakeRoom() { Kor::MakeRoom(objects_); }
 
+    /// Room for so many more. A long list grows by half at least, so that it seldom moves.
+    void MakeRoomFor(size_t count) {
+        const size_t least = objects_.size() + count;
+        const size_t half = objects_.size() < kSmall ? 0 : objects_.size() / 2;
+        if (least > objects_.capacity())
+            objects_.reserve(std::max(least, objects_.size() + half));
+    }
+
     /// Adds an object whose key is known to come last.
     void Append(T* object) { objects_.push_back(object); }
 
     /// A copy of all objects in order, for a walk during which the list may change.
     std::vector<T*> GetAll() const { return objects_.ToVector(); }
 
+    /// Calls a function with each object, in order. The list must not change meanwhile.
+    template <class Body> void ForEach(const Body& body) const { objects_.ForEach(body); }
+
     auto begin() const { return objects_.begin(); }
     auto end() const { return objects_.end(); }
 
 private:
+    static constexpr size_t kSmall = 256; ///< Below it a list takes what it needs alone.
+    static constexpr int kFew = 64;       ///< So many of one key are looked at singly.
+    static constexpr int kAmongMany = -2;
+
+    static bool ComesBefore(const T* a, const T* b) { return a->GetKey() < b->GetKey(); }
+
     /// The same as Find, quickest where the key comes last, as it does in copies of other lists.
     int FindPlace(std::string_view key) const {
         if (objects_.empty() || objects_.back()->GetKey() < key)
@@ -145,17 +144,40 @@ private:
         return Find(key);
     }
 
-    auto LowerBound(std::string_view key) const {
-        return std::lower_bound(
-            objects_.begin(), objects_.end(), key,
-            [](const T* object, std::string_view wanted) { return object->GetKey() < wanted; });
+    bool HasKey(int index, std::string_view key) const {
+        const T* object = GetAt(index);
+        return object && object->GetKey() == key;
     }
 
-    template <class Iterator>
-    static Iterator UpperBound(Iterator first, Iterator last, std::string_view key) {
-        return std::upper_bound(first, last, key, [](std::string_view wanted, const T* object) {
-            return wanted < object->GetKey();
-        });
+    int LowerBound(std::string_view key) const {
+        return static_cast<int>(
+            objects_.CountWhile([key](const T* object) { return object->GetKey() < key; }));
+    }
+
+    size_t UpperBound(std::string_view key) const {
+        return objects_.CountWhile([key](const T* object) { return !(key < object->GetKey()); });
+    }
+
+    /// The index of this very object, or -1; kAmongMany where many share its key.
+    int IndexAmongFew(const T* object) const {
+        const std::string_view key = object->GetKey();
+        const int first = LowerBound(key);
+        for (int index = first; HasKey(index, key); ++index) {
+            if (GetAt(index) == object)
+                return index;
+            if (index - first == kFew)
+                return kAmongMany;
+        }
+        return -1;
+    }
+
+    int IndexInFewSteps(const T* object) {
+        const int index = IndexAmongFew(object);
+        return index != kAmongMany ? index : ToIndex(objects_.FindInFewSteps(object));
+    }
+
+    static int ToIndex(size_t found) {
+        return found == PointerList<T>::kNotFound ? -1 : static_cast<int>(found);
     }
 
     PointerList<T> objects_;

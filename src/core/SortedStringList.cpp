@@ -1,27 +1,18 @@
 #include "core/SortedStringList.h"
 
-#include <algorithm>
+#include <memory>
 
 namespace Kor {
 
-int SortedStringList::Find(std::string_view text) const {
-    const auto found = std::lower_bound(strings_.begin(), strings_.end(), text);
-    const int index = static_cast<int>(found - strings_.begin());
-    return found != strings_.end() && *found == text ? index : ~index;
-}
-
 int SortedStringList::Insert(std::string_view text) {
     const int found = Find(text);
-    if (found >= 0)
-        return ~found;
-    strings_.insert(strings_.begin() + ~found, std::string(text));
-    return ~found;
+    return found >= 0 ? ~found : strings_.Insert(std::make_unique<Entry>(text));
 }
 
 int SortedStringList::Remove(std::string_view text) {
     const int found = Find(text);
     if (found >= 0)
-        strings_.erase(strings_.begin() + found);
+        strings_.EraseAt(found);
     return found;
 }
 

@@ -30,8 +30,9 @@ public:
     /// The entry must be in the list.
     void Remove(const T* entry) {
         const size_t place = static_cast<const Tied*>(entry)->place_;
-        entries_[place] = entries_.back();
-        static_cast<Tied*>(entries_[place])->place_ = place;
+        T* last = entries_.back();
+        entries_.Replace(place, last);
+        static_cast<Tied*>(last)->place_ = place;
         entries_.pop_back();
     }
 

@@ -317,22 +317,20 @@ void Instance::DeletePropertyInstances() {
         OpenInstances::ForgetPropertyInstance(*this, nullptr);
     const SortedObjectList<PropertyInstance> all = std::move(propertyInstances_);
     propertyInstances_.Clear();
-    for (const PropertyInstance* propertyInstance : all)
-        Prefetch(propertyInstance);
-    for (PropertyInstance* propertyInstance : all) {
+    all.ForEach([](const PropertyInstance* propertyInstance) { Prefetch(propertyInstance); });
+    all.ForEach([](PropertyInstance* propertyInstance) {
         propertyInstance->LeaveInstance();
         if (Ending::IsDeferred())
             Ending::End(propertyInstance);
         else
             delete propertyInstance;
-    }
+    });
 }
 
 void Instance::ReleaseTemplates() {
     const SortedObjectList<Template> all = std::move(templates_);
     templates_.Clear();
-    for (Template* implemented : all)
-        implemented->RemoveInstance();
+    all.ForEach([](Template* implemented) { implemented->RemoveInstance(); });
 }
 
 } // namespace Kor

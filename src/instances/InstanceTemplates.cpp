@@ -77,15 +77,14 @@ void Instance::AddMissingPropertyInstances(const std::vector<Property*>& propert
         return;
     std::vector<PropertyInstance*> added;
     added.reserve(created.size());
-    Sorted().Reserve(Sorted().GetCount() + static_cast<int>(created.size()));
+    Sorted().MakeRoomFor(created.size());
     for (auto& made : created)
         added.push_back(made.release());
     Sorted().PlaceAll(added);
 }
 
 int Instance::RemoveTemplate(Template* removed, bool notify) {
-    const std::vector<Property*> properties(removed->GetOwnProperties().begin(),
-                                            removed->GetOwnProperties().end());
+    const std::vector<Property*> properties = removed->GetOwnProperties().GetAll();
     for (Property* property : properties)
         RemovePropertyInstance(*property, notify);
     const int position = Templates().FindEntry(removed);
@@ -125,8 +124,7 @@ int Instance::UpdateTemplate(Template* old, bool notify) {
         Notify(kTemplateUpdated, old);
         AnnounceDroppedProperties(*old, *next);
     }
-    const std::vector<Property*> properties(next->GetOwnProperties().begin(),
-                                            next->GetOwnProperties().end());
+    const std::vector<Property*> properties = next->GetOwnProperties().GetAll();
     for (Property* property : properties) {
         if (property->GetVersion() == next->GetVersion() && !property->HasEnded() && !HasEnded())
             UpdateProperty(*property, notify);
@@ -142,8 +140,7 @@ int Instance::UpdateTemplate(Template* old, bool notify) {
 
 /// Only told, not done: an update deliberately never deletes values.
 void Instance::AnnounceDroppedProperties(const Template& old, const Template& next) {
-    const std::vector<Property*> properties(old.GetOwnProperties().begin(),
-                                            old.GetOwnProperties().end());
+    const std::vector<Property*> properties = old.GetOwnProperties().GetAll();
     for (Property* property : properties) {
         if (!next.GetProperty(property->GetKey(), true))
             Notify(kPropertyRemoved, property);
@@ -219,10 +216,14 @@ Template* Instance::GetTemplate(std::string_view name) const {
         return nullptr;
     if (known->GetLatestVersion() < 1)
         return known;
+    const auto& templates = Templates(); // the versions of a name stand together
+    const int found = templates.Find(std::string(name).append(1, '#'));
     Template* best = nullptr;
-    for (Template* candidate : Templates()) {
+    for (int i = found < 0 ? ~found : found; Template* candidate = templates.GetAt(i); ++i) {
+        if (candidate->GetFullName() != name)
+            break;
         const int version = candidate->GetVersion();
-        if (candidate->GetFullName() != name || version < 1 || version > known->GetLatestVersion())
+        if (version < 1 || version > known->GetLatestVersion())
             continue;
         if (!best || best->GetVersion() < version)
             best = candidate;

@@ -193,27 +193,6 @@ int TemplateManager::RemoveType(Type* type) {
     return Remove(types_, type);
 }
 
-Type* TemplateManager::FindExactly(std::string_view name) const {
-    if (Type* type = GetType(name))
-        return type;
-    if (Type* enumeration = GetEnumeration(name))
-        return enumeration;
-    return GetTemplate(name);
-}
-
-Type* TemplateManager::ResolveType(std::string_view name, const SortedStringList& prefixes) const {
-    for (const std::string& prefix : prefixes) {
-        // A plain comparison: a name that merely begins like a package is taken as complete.
-        const bool complete = name.compare(0, prefix.size(), prefix) == 0;
-        std::string composed;
-        if (!complete)
-            composed.append(prefix).append(1, '.').append(name);
-        if (Type* type = FindExactly(complete ? name : std::string_view(composed)))
-            return type;
-    }
-    return nullptr;
-}
-
 int TemplateManager::GetTypesByFileName(std::string_view fileName, Type** found,
                                         int capacity) const {
     const auto* types = FindFile(fileName);
@@ -241,6 +220,7 @@ int TemplateManager::GetTypesByFileName(std::string_view fileName, Type** found,
 /// without memory nothing has changed. The list's result.
 template <class T> int TemplateManager::Register(ObjectRegistry<T>& registry, T* object) {
     registry.MakeRoomFor(object->GetKey());
+    NoteTypeName(*object);
     ListFile(*object, object->GetFileName());
     Undo listed([&] {
         if (!object->IsRegistered())
@@ -324,6 +304,7 @@ void TemplateManager::Unlist(Type& type) {
 }
 
 void TemplateManager::List(Type& type) {
+    NoteTypeName(type);
     if (auto* listed = ObjectCast<Template>(&type))
         templates_.Place(listed);
     else if (auto* enumeration = ObjectCast<Enumeration>(&type))

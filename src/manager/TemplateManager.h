@@ -15,6 +15,7 @@
 #include "core/SortedStringList.h"
 #include "manager/LoadedFiles.h"
 #include "manager/SearchPaths.h"
+#include "manager/TypeNameIndex.h"
 #include "schema/AnchorTypeList.h"
 #include "schema/LOD.h"
 #include "schema/Template.h"
@@ -98,7 +99,11 @@ public:
     virtual int GetTypesByFileName(std::string_view fileName, Type** found, int capacity) const;
 
     /// The plain type, enumeration or template of that name with one of the prefixes.
-    virtual Type* ResolveType(std::string_view name, const SortedStringList& prefixes) const;
+    virtual Type* ResolveType(std::string_view name, const UsingList& prefixes) const;
+
+    /// Exactly that version of the template of that name with one of the prefixes.
+    Template* ResolveTemplateVersion(std::string_view name, int version,
+                                     const UsingList& prefixes) const;
 
     /// Adds or removes by class: a template, an enumeration, or a plain type. An enumeration's item
     /// is taken from its enumeration first.
@@ -225,6 +230,11 @@ private:
     bool LoadFile(const char* path, const char* found);
     const std::unordered_set<Type*>* FindFile(std::string_view fileName) const;
     Type* FindExactly(std::string_view name) const;
+    template <class LookUp>
+    auto Resolve(std::string_view name, const UsingList& prefixes, const LookUp& lookUp) const
+        -> decltype(lookUp(name));
+    void FillTypeNames() const;
+    void NoteTypeName(const Type& type) noexcept;
     bool HasNewerProperty(const Template& version, const Property& property) const;
 
     ObjectRegistry<Template> templates_;
@@ -237,6 +247,7 @@ private:
     LoadedFiles loadedFiles_;
     SearchPaths searchPaths_;
     FileIndex typesByFile_;
+    mutable TypeNameIndex typeNames_;        // of all types, once a file has used many packages
     std::unordered_set<Type*> displaced_;    // types whose place another one took
     std::unique_ptr<RetiredSchema> retired_; // takes all over in the end, without memory
     mutable std::string key_; // room for composed keys, so that lookups allocate nothing

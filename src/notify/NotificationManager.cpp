@@ -1,8 +1,5 @@
 #include "notify/NotificationManager.h"
 
-#include <algorithm>
-#include <functional>
-
 // Commands belong to the property of the property instance that an event concerns.
 #include "instances/Instance.h"
 #include "schema/Command.h"
@@ -29,27 +26,12 @@ NotificationManager::NotificationManager()
                   {"AttributeValueChanged", kAttributeValueChanged}},
       hostCodes_{{"Maya", kMaya}, {"3dsMax", k3dsMax}} {}
 
-NotificationManager::Records::iterator NotificationManager::Locate(Records& records,
-                                                                   void* userData) {
-    return std::lower_bound(
-        records.begin(), records.end(), userData,
-        [](const Record& record, void* key) { return std::less<void*>()(record.userData, key); });
-}
-
 bool NotificationManager::Register(Records& records, Callback callback, void* userData) {
-    const auto place = Locate(records, userData);
-    if (place != records.end() && place->userData == userData)
-        return true;
-    records.insert(place, Record{userData, callback});
-    return false;
+    return !records.emplace(userData, callback).second;
 }
 
 bool NotificationManager::Unregister(Records& records, void* userData) {
-    const auto place = Locate(records, userData);
-    if (place == records.end() || place->userData != userData)
-        return false;
-    records.erase(place);
-    return true;
+    return records.erase(userData) > 0;
 }
 
 bool NotificationManager::RegisterInstanceCallback(Callback callback, void* userData) {
@@ -68,15 +50,16 @@ bool NotificationManager::UnregisterPropertyInstanceCallback(void* userData) {
     return Unregister(propertyInstanceCallbacks_, userData);
 }
 
-// The walk goes by index, so that a callback that (against the rules) changes the list meets a
-// skipped or repeated callback at worst.
+// Each step begins at what was called last, so that a callback may (against the rules) change the
+// list.
 void NotificationManager::Call(const Records& records, NamedObject& object, int event,
                                void* argument) {
     const Ending::Deferral deferral;
-    for (size_t i = 0; i < records.size() && !object.HasEnded(); ++i) {
-        const Record record = records[i];
-        if (record.callback)
-            record.callback(record.userData, &object, event, argument);
+    for (auto record = records.begin(); record != records.end() && !object.HasEnded();) {
+        void* userData = record->first;
+        if (record->second)
+            record->second(userData, &object, event, argument);
+        record = records.upper_bound(userData);
     }
 }
 

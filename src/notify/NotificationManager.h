@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -82,11 +83,7 @@ public:
 private:
     friend class Singleton<NotificationManager>;
 
-    struct Record {
-        void* userData;
-        Callback callback;
-    };
-    using Records = std::vector<Record>;
+    using Records = std::map<void*, Callback, std::less<>>; // by the user data
     using Codes = std::map<std::string, int, std::less<>>;
 
     NotificationManager();
@@ -95,7 +92,6 @@ private:
     /// No callback is called any more.
     void Empty();
 
-    static Records::iterator Locate(Records& records, void* userData);
     static bool Register(Records& records, Callback callback, void* userData);
     static bool Unregister(Records& records, void* userData);
     static void Call(const Records& records, NamedObject& object, int event, void* argument);

@@ -30,7 +30,7 @@ bool Command::SetName(const char* name) {
 }
 
 void Command::RemoveLister(Property* lister) {
-    listers_.erase(std::remove(listers_.begin(), listers_.end(), lister), listers_.end());
+    listers_.TakeOut(lister);
 }
 
 void Command::WriteToXML(XMLWriter& writer) const {

@@ -1,10 +1,9 @@
 #pragma once
 
 #include <string_view>
-#include <vector>
-
 #include "core/MakeRoom.h"
 #include "core/NamedObject.h"
+#include "core/PointerList.h"
 
 namespace Kor {
 
@@ -61,7 +60,7 @@ private:
     unsigned hostMask_;
     unsigned trigger_;
     CompactString notification_;
-    std::vector<Property*> listers_;
+    PointerList<Property> listers_;
 };
 
 } // namespace Kor

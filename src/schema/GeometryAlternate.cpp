@@ -3,7 +3,6 @@
 // An alternate writes its own declaration, whose form the writer of template files knows.
 #include "xml/XMLTemplateWriter.h"
 
-#include "core/TakeOut.h"
 #include "core/Undo.h"
 #include "schema/GeometryProperty.h"
 #include "schema/Template.h"
@@ -89,7 +88,7 @@ void GeometryAlternate::ChangeKey(LOD* lod) {
 }
 
 void GeometryAlternate::RemoveLister(GeometryProperty* lister) {
-    TakeOut(listers_, lister);
+    listers_.TakeOut(lister);
 }
 
 GeometryAlternate::Places::Places(const std::unordered_set<GeometryAlternate*>& alternates)

@@ -4,6 +4,8 @@
 #include <utility>
 #include <vector>
 
+#include "core/MakeRoom.h"
+#include "core/PointerList.h"
 #include "schema/LOD.h"
 #include "schema/NodeProperty.h"
 
@@ -75,7 +77,7 @@ private:
     void ChangeKey(LOD* lod);
 
     LOD* lod_;
-    std::vector<GeometryProperty*> listers_;
+    PointerList<GeometryProperty> listers_;
 };
 
 } // namespace Kor

@@ -11,7 +11,6 @@
 
 #include "core/Ending.h"
 #include "core/MakeRoom.h"
-#include "core/TakeOut.h"
 #include "schema/View.h"
 
 namespace Kor {
@@ -103,7 +102,7 @@ void Group::AddViewItemAt(ViewItem* item, int position) {
     item->MakeRoomForGroup();
     const int count = GetViewItemCount();
     const int place = position < 0 || position > count ? count : position;
-    items_.insert(items_.begin() + place, item);
+    items_.InsertAt(static_cast<size_t>(place), item);
     item->AddGroup(this);
 }
 
@@ -111,7 +110,7 @@ void Group::RemoveViewItemAt(int index) {
     ViewItem* item = GetViewItemAt(index);
     if (!item)
         return;
-    items_.erase(items_.begin() + index);
+    items_.EraseAt(static_cast<size_t>(index));
     item->RemoveGroup(this);
 }
 
@@ -120,10 +119,7 @@ ViewItem* Group::GetViewItemAt(int index) const {
 }
 
 void Group::ForgetItem(ViewItem& item) {
-    // Searched from the end, because a group that goes deletes its last item first.
-    const auto found = std::find(items_.rbegin(), items_.rend(), &item);
-    if (found != items_.rend())
-        items_.erase(std::next(found).base());
+    items_.TakeOut(&item); // from the last on: a group that goes deletes its last item first
     item.RemoveGroup(this);
 }
 

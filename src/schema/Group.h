@@ -1,7 +1,6 @@
 #pragma once
 
-#include <vector>
-
+#include "core/PointerList.h"
 #include "schema/ViewItem.h"
 
 namespace Kor {
@@ -53,7 +52,7 @@ private:
     /// An empty copy of an item: a group without its items, or all of any other.
     static ViewItem* CopyAlone(const ViewItem& item);
 
-    std::vector<ViewItem*> items_;
+    PointerList<ViewItem> items_;
 };
 
 } // namespace Kor

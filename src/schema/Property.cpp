@@ -5,7 +5,6 @@
 
 #include "core/Ending.h"
 #include "core/Names.h"
-#include "core/TakeOut.h"
 #include "core/Undo.h"
 #include "core/Kept.h"
 #include "schema/SchemaRevision.h"
@@ -133,7 +132,7 @@ void Property::RemoveViewer(ViewProperty* viewer) {
 }
 
 void Property::RemoveHolder(Template* holder) {
-    TakeOutLast(holders_, holder); // versions go from the latest to the first
+    holders_.TakeOut(holder); // from the last on: versions go from the latest to the first
 }
 
 } // namespace Kor

@@ -14,7 +14,6 @@
 #include "core/Ending.h"
 #include "core/MakeRoom.h"
 #include "core/Names.h"
-#include "core/TakeOut.h"
 #include "core/Undo.h"
 #include "schema/SchemaHistory.h"
 #include "core/Kept.h"
@@ -134,8 +133,8 @@ void Template::UpdateFullName() {
 }
 
 /// How many templates there are of each key, registered or not.
-std::unordered_map<std::string, int>& Template::KeyCounts() {
-    using Counts = std::unordered_map<std::string, int>;
+std::unordered_map<std::string, int, KeyHash>& Template::KeyCounts() {
+    using Counts = std::unordered_map<std::string, int, KeyHash>;
     static NeverDestroyed<Counts> counts;
     static const EmptiedAtEnd<Counts> emptied(counts.Get());
     return counts.Get();
@@ -165,8 +164,7 @@ void Template::LeaveSortedLists() {
 void Template::EnterSortedLists() {
     ForEachParent([this](Template* parent) { parent->children_.Place(this); });
     ForEachChild([this](Template* child) {
-        const auto& former = child->formerParents_;
-        if (std::find(former.begin(), former.end(), this) == former.end())
+        if (child->formerParents_.FindInFewSteps(this) == formerParents_.kNotFound)
             child->parents_.Place(this); // there is still the room that leaving made
     });
     Type::EnterSortedLists();
@@ -200,8 +198,8 @@ int Template::AddProperty(Property* property, int position, bool* refused) {
     const int result = propertiesByName_.Insert(property);
     const auto count = static_cast<int>(properties_.size());
     const int place = position < 0 || position > count ? count : position;
-    properties_.insert(properties_.begin() + place, property);
-    if (!TakeOut(removedProperties_, property))
+    properties_.InsertAt(static_cast<size_t>(place), property);
+    if (!removedProperties_.TakeOut(property))
         property->AddHolder(this);
     SchemaRevision::Advance();
     return result;
@@ -213,22 +211,21 @@ int Template::RemoveProperty(Property* property) {
     propertiesByName_.Remove(property);
     if (property->GetKeeper() == this)
         property->SetKeeper(nullptr);
-    const auto declared = std::find(properties_.begin(), properties_.end(), property);
-    if (declared == properties_.end())
+    const size_t declared = properties_.FindInFewSteps(property);
+    if (declared == properties_.kNotFound)
         return -1;
-    const auto index = static_cast<int>(declared - properties_.begin());
-    properties_.erase(declared);
+    properties_.EraseAt(declared);
     if (property->GetOwner() == this)
         removedProperties_.push_back(property);
     else
         property->RemoveHolder(this);
-    return index;
+    return static_cast<int>(declared);
 }
 
 void Template::ForgetProperty(Property& property) {
     propertiesByName_.RemoveExactly(&property);
     for (auto* list : {&properties_, &retiredProperties_, &removedProperties_})
-        TakeOut(*list, &property);
+        list->TakeOut(&property);
     property.RemoveHolder(this);
     SchemaRevision::Advance();
 }
@@ -242,13 +239,13 @@ void Template::DropProperties(bool keepUsed) {
     for (Property* property : listed)
         property->RemoveHolder(this);
     // By their addresses behind the names, so that one that is declared twice stands beside itself.
-    std::sort(listed.begin(), listed.end(), [](const Property* a, const Property* b) {
+    listed.Sort([](const Property* a, const Property* b) {
         const int order = a->GetKey().compare(b->GetKey());
         return order == 0 ? std::less<>()(a, b) : order < 0;
     });
     const Property* last = nullptr;
-    for (auto at = listed.end(); at != listed.begin();) {
-        Property* property = *--at;
+    for (size_t at = listed.size(); at > 0; --at) {
+        Property* property = listed[at - 1];
         if (property == last || (property->GetOwner() != this && property->GetKeeper() != this))
             continue;
         last = property;

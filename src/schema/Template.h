@@ -5,6 +5,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "core/KeyHash.h"
 #include "core/ObjectRegistry.h"
 #include "core/SortedObjectList.h"
 #include "core/VersionedObject.h"
@@ -252,10 +253,10 @@ private:
     };
     Template(const Template& source, AsVersion version);
 
-    bool HasChildren() const { return !children_.IsEmpty() || !unlistedChildren_.empty(); }
+    bool HasChildren() const { return !children_.IsEmpty() || !unlistedChildren_.IsEmpty(); }
     bool MayHaveDescendants() const;
     bool IsOnlyOneOfItsKey() const;
-    static std::unordered_map<std::string, int>& KeyCounts();
+    static std::unordered_map<std::string, int, KeyHash>& KeyCounts();
     static void ReleaseKey(const std::string& key);
     void CopyParentsAndProperties(const Template& source);
     int PlaceParent(Template* parent);
@@ -283,7 +284,7 @@ private:
     ObjectRegistry<Template> children_;
     /// Children that are not shown, because another object of the same key has their place or had
     /// this template's place among their parents, but must learn of this template's end.
-    PointerList<Template> unlistedChildren_;
+    SortedObjectList<Template> unlistedChildren_;
     /// Templates that go on showing this one as a child although another of the same key has taken
     /// their place among the parents.
     PointerList<Template> formerParents_;

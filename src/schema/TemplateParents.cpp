@@ -9,7 +9,6 @@
 #include "manager/TemplateManager.h"
 
 #include "core/MakeRoom.h"
-#include "core/TakeOut.h"
 #include "core/Undo.h"
 #include "schema/SchemaHistory.h"
 #include "schema/SchemaRevision.h"
@@ -50,14 +49,14 @@ void Template::MakeRoomForParent(Template& parent) {
     parents_.MakeRoom();
     MakeRoom(formerParents_);
     parent.children_.MakeRoomFor(key_);
-    MakeRoom(parent.unlistedChildren_);
+    parent.unlistedChildren_.MakeRoom();
 }
 
 int Template::LinkParent(Template* parent) {
     Template* replaced = nullptr;
     const int result = parents_.Insert(parent, &replaced);
     if (result >= 0) {
-        TakeOut(formerParents_, parent);
+        formerParents_.TakeOut(parent);
         parent->LinkChild(this);
     } else if (replaced != parent) {
         ReplaceParent(replaced, parent);
@@ -74,31 +73,29 @@ bool Template::MayHaveDescendants() const {
 
 /// Deliberately the new parent does not show this child, and the replaced one goes on doing so.
 void Template::ReplaceParent(Template* replaced, Template* parent) {
-    if (!TakeOut(replaced->unlistedChildren_, this))
+    if (!replaced->unlistedChildren_.RemoveExactly(this))
         formerParents_.push_back(replaced);
-    if (!TakeOut(formerParents_, parent))
-        parent->unlistedChildren_.push_back(this);
+    if (!formerParents_.TakeOut(parent))
+        parent->unlistedChildren_.Place(this);
 }
 
 void Template::LinkChild(Template* child) {
-    TakeOut(unlistedChildren_, child);
+    unlistedChildren_.RemoveExactly(child);
     Template* replaced = nullptr;
     children_.Insert(child, &replaced);
     if (replaced && replaced != child)
-        unlistedChildren_.push_back(replaced);
+        unlistedChildren_.Place(replaced);
 }
 
 /// A child that this one had pushed out of the list by having the same key returns to it.
 void Template::UnlinkChild(Template* child) {
-    if (TakeOut(unlistedChildren_, child))
+    if (unlistedChildren_.RemoveExactly(child))
         return;
-    const auto hidden =
-        std::find_if(unlistedChildren_.begin(), unlistedChildren_.end(),
-                     [child](const Template* other) { return other->GetKey() == child->GetKey(); });
-    if (hidden == unlistedChildren_.end())
+    Template* hidden = unlistedChildren_.Get(child->GetKey());
+    if (!hidden)
         children_.RemoveExactly(child);
-    else if (children_.Replace(child, *hidden))
-        unlistedChildren_.erase(hidden);
+    else if (children_.Replace(child, hidden))
+        unlistedChildren_.RemoveExactly(hidden);
 }
 
 void Template::UnlinkParent(Template* parent) {
@@ -118,7 +115,7 @@ int Template::RemoveParent(Template* parent) {
         MakeRoomForParent(*root);
     if (index >= 0)
         UnlinkParent(parents_.GetAt(index));
-    if (TakeOut(formerParents_, parent))
+    if (formerParents_.TakeOut(parent))
         parent->UnlinkChild(this);
     if (fallsBack)
         LinkParent(root);
@@ -158,10 +155,10 @@ void Template::DropChildren() {
     ForEachChild([this](Template* child) {
         child->parents_.RemoveExactly(this);
         child->parentTimes_.Forget(this);
-        TakeOut(child->formerParents_, this);
+        child->formerParents_.TakeOut(this);
     });
     children_.Clear();
-    unlistedChildren_.clear();
+    unlistedChildren_.Clear();
 }
 
 } // namespace Kor

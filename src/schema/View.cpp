@@ -46,12 +46,12 @@ void View::SetTemplate(Template* owner) {
 }
 
 void View::AddLister(Template* lister) {
-    if (std::find(listers_.begin(), listers_.end(), lister) == listers_.end())
+    if (listers_.FindInFewSteps(lister) == listers_.kNotFound)
         listers_.push_back(lister);
 }
 
 void View::RemoveLister(Template* lister) {
-    listers_.erase(std::remove(listers_.begin(), listers_.end(), lister), listers_.end());
+    listers_.TakeOut(lister);
 }
 
 } // namespace Kor

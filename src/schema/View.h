@@ -1,7 +1,6 @@
 #pragma once
 
-#include <vector>
-
+#include "core/PointerList.h"
 #include "core/TiedList.h"
 #include "schema/Group.h"
 
@@ -50,7 +49,7 @@ private:
     View(const View& source) : Group(source) { SetTemplate(source.owner_); }
 
     Template* owner_ = nullptr;
-    std::vector<Template*> listers_;
+    PointerList<Template> listers_;
 };
 
 } // namespace Kor

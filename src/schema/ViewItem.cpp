@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "core/TakeOut.h"
 #include "schema/Group.h"
 
 namespace Kor {
@@ -15,11 +14,13 @@ void ViewItem::Leave() noexcept {
 }
 
 void ViewItem::RemoveGroup(Group* group) {
-    TakeOut(groups_, group);
+    groups_.TakeOut(group);
 }
 
 void ViewItem::PutLast(Group* group) {
-    std::swap(*std::find(groups_.begin(), groups_.end(), group), groups_.back());
+    Group* last = groups_.back();
+    groups_.Replace(groups_.FindInFewSteps(group), last);
+    groups_.Replace(groups_.size() - 1, group);
 }
 
 } // namespace Kor

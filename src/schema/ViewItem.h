@@ -1,10 +1,9 @@
 #pragma once
 
-#include <vector>
-
 #include "core/Lockable.h"
 #include "core/MakeRoom.h"
 #include "core/NamedObject.h"
+#include "core/PointerList.h"
 
 namespace Kor {
 
@@ -32,7 +31,7 @@ public:
     void Leave() noexcept override;
 
     /// The groups that list the item, once for each entry.
-    const std::vector<Group*>& GetGroups() const { return groups_; }
+    const PointerList<Group>& GetGroups() const { return groups_; }
     void MakeRoomForGroup() { MakeRoom(groups_); }
     void AddGroup(Group* group) { groups_.push_back(group); }
     void RemoveGroup(Group* group);
@@ -45,7 +44,7 @@ protected:
     ViewItem(const ViewItem& source) : NamedObject(source), Lockable() {}
 
 private:
-    std::vector<Group*> groups_;
+    PointerList<Group> groups_;
 };
 
 } // namespace Kor

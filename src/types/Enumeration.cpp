@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <new>
 #include <utility>
 
 // An item that is registered as a plain type as well is the manager's.
@@ -14,6 +15,12 @@
 #include "core/Undo.h"
 
 namespace Kor {
+
+namespace {
+
+constexpr int kFewItems = 16; // searched as quickly one by one
+
+} // namespace
 
 Enumeration::Enumeration(std::string_view name, Type* base)
     : BorrowingType(name, 1, base ? base->GetAlignment() : 1) {
@@ -39,6 +46,7 @@ Enumeration::~Enumeration() {
 void Enumeration::DeleteItems() {
     const SortedObjectList<EnumerationItem> items = std::move(items_);
     items_.Clear();
+    values_.Clear();
     for (EnumerationItem* item : items) {
         item->SetEnumeration(nullptr);
         Ending::End(item);
@@ -63,8 +71,11 @@ int Enumeration::AddItem(EnumerationItem* item) {
     item->TakeFromUsers();
     EnumerationItem* replaced = nullptr;
     const int result = items_.Insert(item, &replaced);
-    if (replaced)
+    if (replaced) {
+        values_.Remove(*replaced);
         replaced->SetEnumeration(nullptr);
+    }
+    values_.Add(*item);
     item->SetEnumeration(this);
     return result;
 }
@@ -75,6 +86,7 @@ int Enumeration::RemoveItem(EnumerationItem* item) {
         return index;
     EnumerationItem* removed = items_.GetAt(index);
     removed->SetEnumeration(nullptr);
+    values_.Remove(*removed);
     items_.Remove(removed);
     return index;
 }
@@ -103,9 +115,22 @@ bool Enumeration::IsValueValid(const void* value, const void*, const void*, int 
         return true;
     // An item's value may have more elements than the given one.
     const int elements = std::min(carrier->GetDimension(), std::max(count, 1));
+    return IsValueOfItem(*carrier, value, elements);
+}
+
+/// Few items are looked at one by one; and all of them where memory for more is missing, or where
+/// the values are instances, whose names order them and may change.
+bool Enumeration::IsValueOfItem(const Type& carrier, const void* value, int elements) const {
+    if (items_.GetCount() > kFewItems && !carrier.ImplementsClass(kTemplateClass)) {
+        try {
+            return values_.Has(items_, carrier, value, elements);
+        } catch (const std::bad_alloc&) {
+            values_.Clear();
+        }
+    }
     return std::any_of(items_.begin(), items_.end(), [&](const EnumerationItem* item) {
-        const void* other = item->GetValueOfStorage(carrier);
-        return other && carrier->CompareValues(value, other, elements) == 0;
+        const void* other = item->GetValueOfStorage(&carrier);
+        return other && carrier.CompareValues(value, other, elements) == 0;
     });
 }
 
@@ -117,17 +142,34 @@ size_t Enumeration::GetReadableSize(const Type& carrier, int count) {
     return isNarrow ? width * static_cast<size_t>(std::max(count, 1)) : std::string::npos;
 }
 
-/// The block may be shorter than a name, so nothing behind the first difference is read.
+/// The block may be shorter than a name, so nothing behind the first difference is read: a byte is
+/// looked at only while there are names that begin with all those before it.
 bool Enumeration::IsNameOfItem(const char* block, size_t size) const {
-    for (const EnumerationItem* item : items_) {
-        const std::string& name = item->GetFullName();
-        size_t at = 0;
-        while (at < size && at < name.size() && block[at] == name[at])
-            ++at;
-        if (at == name.size() && at < size && block[at] == '\0')
-            return true;
+    int first = 0;
+    int end = items_.GetCount();
+    for (size_t place = 0; first < end && place < size; ++place) {
+        const unsigned byte = static_cast<unsigned char>(block[place]);
+        first = CountNamesBelow(first, end, place, byte);
+        if (byte == 0) // the shortest of these names comes first
+            return first < end && items_.GetAt(first)->GetFullName().size() == place;
+        end = CountNamesBelow(first, end, place, byte + 1);
     }
     return false;
+}
+
+/// The index of the first item in a range whose name has at least that byte at a place. Up to there
+/// the names of the range are the same; one that ends there has a zero.
+int Enumeration::CountNamesBelow(int first, int end, size_t place, unsigned byte) const {
+    while (first < end) {
+        const int middle = first + (end - first) / 2;
+        const std::string& name = items_.GetAt(middle)->GetFullName();
+        const unsigned other = static_cast<unsigned char>(name.c_str()[place]);
+        if (other < byte)
+            first = middle + 1;
+        else
+            end = middle;
+    }
+    return first;
 }
 
 } // namespace Kor

@@ -3,6 +3,7 @@
 #include "core/SortedObjectList.h"
 #include "types/BorrowingType.h"
 #include "types/EnumerationItem.h"
+#include "types/EnumerationValues.h"
 
 namespace Kor {
 
@@ -53,13 +54,20 @@ public:
     void Unlist(EnumerationItem& item) { items_.RemoveExactly(&item); }
     void List(EnumerationItem& item) { items_.Place(&item); }
 
+    /// Called by an item around a change of its value.
+    void ForgetValue(const EnumerationItem& item) { values_.Remove(item); }
+    void KeepValue(const EnumerationItem& item) { values_.Add(item); }
+
 private:
     Enumeration(const Enumeration& other);
 
     static size_t GetReadableSize(const Type& carrier, int count);
     bool IsNameOfItem(const char* block, size_t size) const;
+    int CountNamesBelow(int first, int end, size_t place, unsigned byte) const;
+    bool IsValueOfItem(const Type& carrier, const void* value, int elements) const;
 
     SortedObjectList<EnumerationItem> items_;
+    mutable EnumerationValues values_;
 };
 
 } // namespace Kor

@@ -50,11 +50,17 @@ void EnumerationItem::SetValue(const void* value) {
         return;
     const int count = valueType_->GetDimension();
     void* copy = valueType_->NewValue(value, count);
+    if (enumeration_)
+        enumeration_->ForgetValue(*this);
     value_.Clear();
     value_.Adopt(valueType_.Get(), copy, count);
+    if (enumeration_)
+        enumeration_->KeepValue(*this);
 }
 
 void EnumerationItem::DropValue() {
+    if (enumeration_)
+        enumeration_->ForgetValue(*this);
     value_.Clear();
     valueType_.Reset(nullptr);
 }

@@ -29,6 +29,8 @@ public:
     /// The value when its block follows the rules of that type; else null.
     const void* GetValueOfStorage(const Type* storage) const;
 
+    int GetValueCount() const { return value_.GetCount(); }
+
     /// The text of the value's first element.
     std::string GetValueText() const;
 

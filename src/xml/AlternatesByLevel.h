@@ -4,6 +4,8 @@
 #include <string_view>
 #include <unordered_map>
 
+#include "core/KeyHash.h"
+
 namespace Kor {
 
 class GeometryProperty;
@@ -22,7 +24,7 @@ private:
 
     const GeometryProperty* geometry_ = nullptr; // the one that the indexes are of
     int count_ = 0;
-    std::unordered_map<std::string, int> indexes_; // under the levels' names in lower case
+    std::unordered_map<std::string, int, KeyHash> indexes_; // under the levels' names in lower case
 };
 
 } // namespace Kor

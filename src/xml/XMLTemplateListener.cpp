@@ -237,16 +237,7 @@ void XMLTemplateListener::StartTemplate(const XMLAttributes& attributes) {
 
 /// The template of that name and exactly that version, by the using list's prefixes.
 Template* XMLTemplateListener::FindTemplateVersion(std::string_view name, int version) const {
-    for (const std::string& prefix : using_) {
-        std::string candidate;
-        if (name.compare(0, prefix.size(), prefix) != 0)
-            candidate.append(prefix).append(1, '.');
-        candidate += name;
-        if (Template* found =
-                manager_.GetTemplateVersion(candidate, static_cast<unsigned>(version)))
-            return found;
-    }
-    return nullptr;
+    return manager_.ResolveTemplateVersion(name, version, using_);
 }
 
 void XMLTemplateListener::StartExtends(const XMLAttributes& attributes) {

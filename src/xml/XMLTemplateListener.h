@@ -7,7 +7,7 @@
 #include <unordered_set>
 #include <vector>
 
-#include "core/SortedStringList.h"
+#include "manager/UsingList.h"
 #include "schema/View.h"
 #include "xml/IXMLListener.h"
 
@@ -128,7 +128,7 @@ private:
     std::unique_ptr<View> waitingView_; // of a recycled template, until its end
     std::vector<Group*> openGroups_;    // the view at the bottom
     std::string package_;
-    SortedStringList using_;
+    UsingList using_;
     std::string wantedPackage_;
     std::string comment_;
     std::string text_;

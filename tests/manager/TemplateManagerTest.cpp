@@ -5,6 +5,7 @@
 
 #include "instances/Instance.h"
 #include "manager/TemplateManager.h"
+#include "manager/UsingList.h"
 #include "ovi/object.h"
 #include "schema/Managed.h"
 #include "types/CustomType.h"
@@ -14,8 +15,8 @@ namespace {
 
 class TemplateManagerTest : public ManagedTest {
 protected:
-    static SortedStringList List(std::initializer_list<const char*> texts) {
-        SortedStringList list;
+    template <class Names = UsingList> static Names List(std::initializer_list<const char*> texts) {
+        Names list;
         for (const char* text : texts)
             list.Insert(text);
         return list;
@@ -179,7 +180,7 @@ TEST_F(TemplateManagerTest, ATemplateIsLookedForWithThePrefixesAfterItsBareName)
     write("two/x/y/Cup.template", "Late");
     for (const char* name : {"one", "two"})
         Manager().AddSearchPath((directory / name).string(), false);
-    const SortedStringList prefixes = List({"", "x.y", "z"});
+    const auto prefixes = List<SortedStringList>({"", "x.y", "z"});
     EXPECT_TRUE(Manager().LoadTemplate("Cup", &prefixes));
     EXPECT_NE(Manager().GetTemplate("OfPrefix"), nullptr);
     EXPECT_TRUE(Manager().LoadTemplate("Cup", nullptr));
