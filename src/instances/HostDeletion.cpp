@@ -37,14 +37,12 @@ Properties CollectProperties(const NamedObject& object) {
     return ending;
 }
 
-/// Values of template types leave instances behind that hosts know: these let go of what ends.
-/// Default values would otherwise keep their own template in use.
-void TakeFromAbandoned(const Properties& ending) {
+/// Their values may hold instances of what ends, which would keep it in use.
+void DropValues(const Properties& ending) {
     for (const Property* property : ending) {
         if (const auto* attribute = ObjectCast<AttributeProperty>(property))
             const_cast<AttributeProperty*>(attribute)->DropValues();
     }
-    Instance::StripAbandoned();
 }
 
 std::vector<Instance*> CollectUsers(const Template* definition, const Properties& ending) {
@@ -65,7 +63,7 @@ bool IsUsedByInstances(const NamedObject& object) {
 /// Nothing is freed meanwhile: callbacks hear of what ends, and may end more.
 void DeleteUsed(NamedObject& object) {
     const Properties ending = CollectProperties(object);
-    TakeFromAbandoned(ending);
+    DropValues(ending);
     const auto* definition = ObjectCast<Template>(&object);
     const std::vector<Instance*> users = CollectUsers(definition, ending);
     const Ending::Deferral deferral;

@@ -46,7 +46,7 @@ bool IsFirstOfName(const SortedObjectList<PropertyInstance>& sorted, int index,
 
 Instance::Instance(std::string_view name, Place place)
     : NamedObject(name), hasParent_(false), freeStanding_(place == kFreeStanding),
-      handedOut_(false) {
+      handedOut_(false), lostValue_(false) {
     MakeRoomForAbandoned();
     livingPlace_ = LivingInstances::Add(*this);
     ++count_;
@@ -152,6 +152,7 @@ PropertyInstance* Instance::AddPropertyInstance(Property& property, bool notify)
     std::unique_ptr<PropertyInstance> created = property.CreateInstance(*this);
     if (!created)
         return nullptr;
+    StayInReach();
     Sorted().Insert(created.get());
     PropertyInstance* added = created.release();
     if (notify)
@@ -206,7 +207,7 @@ bool Instance::IsValid() const {
 // -- place in other instances ---------------------------------------------------------------------
 
 void Instance::AttachSilently(PropertyInstance* parent) {
-    holder_ = parent;
+    SetHolder(parent);
     hasParent_ = parent != nullptr;
 }
 
@@ -261,9 +262,16 @@ void Instance::GiveBackRoomForAbandoned() noexcept {
 void Instance::LoseValue() {
     if (abandonedPlace_ > 0)
         return;
+    lostValue_ = true;
     Abandon();
     if (!handedOut_)
         Ending::EndLater(this);
+}
+
+/// Once it has lost its templates an abandoned instance is out of reach, until it gets others.
+void Instance::StayInReach() {
+    if (lostValue_ && abandonedPlace_ == 0)
+        Abandon();
 }
 
 void Instance::Abandon() {

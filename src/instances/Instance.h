@@ -117,7 +117,10 @@ public:
     /// The attribute whose value the instance is an element of. It is known for every element,
     /// though only the first of those made on demand have it as their parent.
     PropertyInstance* GetHolder() const { return holder_; }
-    void SetHolder(PropertyInstance* holder) { holder_ = holder; }
+    void SetHolder(PropertyInstance* holder) {
+        holder_ = holder;
+        lostValue_ = lostValue_ && !holder;
+    }
 
     /// A copy with everything but the parent, its nested instances copied too; silent.
     std::unique_ptr<Instance> CopyForValue();
@@ -190,6 +193,7 @@ private:
     static void MakeRoomForAbandoned();
     void LetGo() noexcept;
     void Abandon();
+    void StayInReach();
     static void GiveBackRoomForAbandoned() noexcept;
     void LeaveAbandoned();
     void RemoveListed(PropertyInstance& listed, bool notify);
@@ -207,6 +211,7 @@ private:
     bool hasParent_ : 1;
     bool freeStanding_ : 1;
     bool handedOut_ : 1;
+    bool lostValue_ : 1; // and was not given another one
 
     static inline int freeStandingCount_ = 0;
     static inline size_t count_ = 0; // alive; any of them may be abandoned

@@ -34,6 +34,7 @@ int Instance::AddTemplate(Template* added, bool notify) {
 /// The one that gives way still counts this instance: it may be needed again.
 int Instance::ListTemplate(Template* added, Template*& replaced) {
     const int position = Templates().Insert(added, &replaced);
+    StayInReach();
     added->AddInstance();
     return position;
 }

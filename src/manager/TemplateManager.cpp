@@ -57,6 +57,8 @@ TemplateManager::~TemplateManager() {
 void TemplateManager::Empty() {
     if (!retired_)
         return;
+    lods_.ForEach([](LOD* lod) { lod->SetRegistered(false); });
+    lods_ = ObjectRegistry<LOD>();
     retired_->TakeOver(std::move(templates_), std::move(enumerations_), std::move(types_),
                        std::move(displaced_));
     RetiredSchema::Retire(std::move(retired_));
@@ -212,6 +214,26 @@ int TemplateManager::GetTypesByFileName(std::string_view fileName, Type** found,
     });
     std::copy_n(sorted.begin(), std::min(count, capacity), found);
     return count;
+}
+
+// -- levels of detail -----------------------------------------------------------------------------
+
+int TemplateManager::AddLOD(LOD* lod) {
+    LOD* replaced = nullptr;
+    const int result = lods_.Insert(lod, &replaced);
+    if (replaced)
+        replaced->SetRegistered(false);
+    lod->SetRegistered(true);
+    return result;
+}
+
+/// Removal goes by key, as for types.
+int TemplateManager::RemoveLOD(LOD* lod) {
+    LOD* entry = lod->IsRegistered() ? lod : lods_.Get(lod->GetKey());
+    if (!entry)
+        return lods_.Find(lod->GetKey());
+    entry->SetRegistered(false);
+    return lods_.Remove(entry);
 }
 
 // -- registration ---------------------------------------------------------------------------------

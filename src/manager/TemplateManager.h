@@ -123,8 +123,8 @@ public:
     virtual int GetLODCount() const { return lods_.GetCount(); }
     virtual LOD* GetLODAt(int index) const { return lods_.GetAt(index); }
     virtual LOD* GetLOD(std::string_view name) const { return lods_.Get(name); }
-    virtual int AddLOD(LOD* lod) { return lods_.Insert(lod); }
-    virtual int RemoveLOD(LOD* lod) { return lods_.Remove(lod); }
+    virtual int AddLOD(LOD* lod);
+    virtual int RemoveLOD(LOD* lod);
     virtual int GetAnchorTypeCount() const { return anchorTypes_.GetCount(); }
     virtual NamedObject* GetAnchorTypeAt(int index) const { return anchorTypes_.GetAt(index); }
     virtual NamedObject* GetAnchorType(std::string_view name) const {

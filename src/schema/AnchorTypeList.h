@@ -35,8 +35,8 @@ private:
     void Enter(NamedObject* type);
     void Leave(const NamedObject* type) const;
 
-    /// The list in the order of the present keys: those of property instances change with the owners
-    /// of their properties.
+    /// The list in the order of the present keys: those of property instances change with the
+    /// owners of their properties.
     SortedObjectList<NamedObject>& Sorted() const;
 
     mutable SortedObjectList<NamedObject> types_;

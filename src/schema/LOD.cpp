@@ -17,7 +17,8 @@ namespace {
 
 /// False when the registry does not have the level.
 bool Unlist(LOD& lod) {
-    return TemplateManager::Exists() && TemplateManager::Get()->UnlistLOD(lod);
+    return lod.IsRegistered() && TemplateManager::Exists() &&
+           TemplateManager::Get()->UnlistLOD(lod);
 }
 
 } // namespace
@@ -29,6 +30,7 @@ LOD::LOD(const LOD& source)
 
 void LOD::Leave() noexcept {
     Unlist(*this);
+    registered_ = false;
     for (GeometryAlternate* alternate : alternates_)
         alternate->ForgetLOD();
     alternates_.clear();

@@ -44,6 +44,10 @@ public:
     void AddAlternate(GeometryAlternate* alternate) { alternates_.insert(alternate); }
     void RemoveAlternate(GeometryAlternate* alternate) { alternates_.erase(alternate); }
 
+    /// Whether the template manager's registry has the level.
+    bool IsRegistered() const { return registered_; }
+    void SetRegistered(bool registered) { registered_ = registered; }
+
     int GetType() const { return type_; }
     void SetType(int type) { type_ = type; }
 
@@ -79,6 +83,7 @@ private:
     /// No alternate stands for the copy.
     LOD(const LOD& source);
 
+    bool registered_ = false;
     int type_ = kSurface;
     int threshold_ = 0;
     int maxShapes_ = 0;

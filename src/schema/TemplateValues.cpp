@@ -81,8 +81,8 @@ void* Template::NewEmptyValue(int count) {
 
 void Template::DeleteValue(void* value, int count) const {
     // The array stays, since whoever has it may go on reading it, and so do the instances that
-    // hosts know. They only learn that nobody holds them any more, so that they do not keep a schema
-    // from being unloaded.
+    // hosts know. They only learn that nobody holds them any more, so that they do not keep a
+    // schema from being unloaded.
     for (int i = 0; value && i < count; ++i) {
         if (Instance* instance = At(value, i))
             instance->LoseValue();

@@ -50,8 +50,8 @@ protected:
         SceneTest::SetUp();
         schemaFile_ = WriteFile("cars.template",
                                 kHeader + ("<templates>" + std::string(kSchema)) + "</templates>");
-        sceneFile_ = WriteFile("cars.asset",
-                               kHeader + ("<assets>" + std::string(kScene)) + "</assets>");
+        sceneFile_ =
+            WriteFile("cars.asset", kHeader + ("<assets>" + std::string(kScene)) + "</assets>");
     }
 
     /// Makes the scene anew, runs the call with a reaction at the event of that number, and gives
@@ -181,13 +181,11 @@ std::vector<CallbackReactionsTest::Case> CallbackReactionsTest::Calls() {
              OviAttributeInstance_GetValue(AttributeOf(asset, "Car.axle"));
          }},
         {"binding", [attribute] { OviAttributeInstance_SetBinding(attribute(), "node"); }},
-        {"binding lock",
-         [attribute] { OviPropertyInstance_SetBindingLocked(attribute(), false); }},
+        {"binding lock", [attribute] { OviPropertyInstance_SetBindingLocked(attribute(), false); }},
         {"value lock", [attribute] { OviPropertyInstance_SetValueLocked(attribute(), true); }},
         {"delete template", [] { OviObject_Delete(TemplateOf("Car")); }},
         {"delete the template of values", [] { OviObject_Delete(TemplateOf("Wheel")); }},
-        {"delete property",
-         [] { OviObject_Delete(OviTemplateManager_GetProperty("Car#1.a")); }},
+        {"delete property", [] { OviObject_Delete(OviTemplateManager_GetProperty("Car#1.a")); }},
     };
 }
 
@@ -206,10 +204,9 @@ std::vector<CallbackReactionsTest::Case> CallbackReactionsTest::Reactions() {
          }},
         {"delete the argument",
          [] {
-             const bool isObject = event_ == OVI_EVENT_TEMPLATE_ADDED ||
-                                   event_ == OVI_EVENT_TEMPLATE_UPDATED ||
-                                   event_ == OVI_EVENT_PROPERTY_UPDATED ||
-                                   event_ == OVI_EVENT_PROPERTY_RENAMED;
+             const bool isObject =
+                 event_ == OVI_EVENT_TEMPLATE_ADDED || event_ == OVI_EVENT_TEMPLATE_UPDATED ||
+                 event_ == OVI_EVENT_PROPERTY_UPDATED || event_ == OVI_EVENT_PROPERTY_RENAMED;
              if (isObject)
                  OviObject_Delete(static_cast<OviObject*>(argument_));
          }},
@@ -258,8 +255,8 @@ std::vector<CallbackReactionsTest::Case> CallbackReactionsTest::Reactions() {
         {"set the value",
          [] {
              const int value = 9;
-             OviAttributeInstance_SetValue(
-                 AttributeOf(OviAssetManager_GetAsset("one"), "Car.a"), &value);
+             OviAttributeInstance_SetValue(AttributeOf(OviAssetManager_GetAsset("one"), "Car.a"),
+                                           &value);
          }},
         {"drop a value of instances",
          [] {

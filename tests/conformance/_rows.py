@@ -158,7 +158,7 @@ def format_rows(symbols):
     for reader, form in READERS.items():
         functions = {symbol.name: symbol for symbol in symbols
                      if symbol.kind == "function" and symbol.owner == reader}
-        entries = re.findall(r'{("\d+"),\s*&\w+::(\w+)', functions["FindElement"].code)
+        entries = re.findall(r'{("\d+"),\s*&\w+::(\w+)', functions.get("GetElements", functions["FindElement"]).code)
         if not entries:
             raise ValueError(f"{reader} has no table of elements any more")
         for literal, handler in entries:
