@@ -5,6 +5,6 @@
 
 namespace Kor {
 
-const HashSecrets hashSecrets = {GetRandomNumber(), GetRandomNumber() | 1};
+const HashSecrets kHashSecrets = {GetRandomNumber(), GetRandomNumber() | 1};
 
 } // namespace Kor

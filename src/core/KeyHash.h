@@ -13,7 +13,7 @@ struct HashSecrets {
     std::uint64_t start;
     std::uint64_t factor; ///< odd
 };
-extern const HashSecrets hashSecrets;
+extern const HashSecrets kHashSecrets;
 
 /// Multiplies to twice the width and folds the halves: each bit of the result is of all bits.
 inline std::uint64_t FoldedProduct(std::uint64_t a, std::uint64_t b) {
@@ -24,13 +24,13 @@ inline std::uint64_t FoldedProduct(std::uint64_t a, std::uint64_t b) {
 
 /// A number for a number, spread over all its bits; for tables in memory only.
 inline std::uint64_t HashNumber(std::uint64_t number) {
-    return FoldedProduct(number ^ hashSecrets.start, hashSecrets.factor);
+    return FoldedProduct(number ^ kHashSecrets.start, kHashSecrets.factor);
 }
 
 /// A number for a key, spread over all its bits; for tables in memory only.
 inline std::uint64_t HashKey(std::string_view key) {
     constexpr std::uint64_t kSpread = 0x9E3779B97F4A7C15u; // of the golden ratio
-    const std::uint64_t factor = hashSecrets.factor;
+    const std::uint64_t factor = kHashSecrets.factor;
     const auto load = [](const char* from) {
         std::uint64_t word = 0;
         std::memcpy(&word, from, sizeof word);
@@ -38,7 +38,7 @@ inline std::uint64_t HashKey(std::string_view key) {
     };
     const char* from = key.data();
     size_t left = key.size();
-    std::uint64_t hash = hashSecrets.start ^ left;
+    std::uint64_t hash = kHashSecrets.start ^ left;
     for (; left > 8; from += 8, left -= 8)
         hash = FoldedProduct(hash ^ load(from), factor);
     std::uint64_t word = 0;

@@ -32,7 +32,7 @@ void NameAndTexts::Free() noexcept {
     if (!HasTexts())
         name_.~CompactString();
     else if (!IsReplaced())
-        DeleteApart(GetBoth());
+        DeleteApart(reinterpret_cast<Both*>(GetBits() & ~kHasTexts));
 }
 
 void NameAndTexts::ReplaceBy(void* pointer) noexcept {

@@ -26,13 +26,14 @@ public:
     void Terminate() {
         if (!DropUser())
             return;
-        if (Ending::IsDeferred())
-            static_cast<Manager*>(this)->Empty();
-        else
+        if (!Ending::IsDeferred()) {
             delete static_cast<Manager*>(this);
+            Forget();
+            return;
+        }
+        static_cast<Manager*>(this)->Empty();
         Forget();
-        if (Ending::IsDeferred())
-            Ending::Free(this);
+        Ending::Free(this);
     }
 
     /// Whether this is the one that is found.

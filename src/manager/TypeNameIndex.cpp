@@ -8,11 +8,11 @@ namespace Kor {
 
 void TypeNameIndex::Add(std::string_view fullName) {
     std::vector<std::uint64_t> ends(fullName.size() + 1); // of what begins at each character
-    ends.back() = hashSecrets.start;
+    ends.back() = kHashSecrets.start;
     for (size_t at = fullName.size(); at > 0; --at)
         ends[at - 1] = Next(ends[at], fullName[at - 1]);
     pairs_.insert(ends.front()); // not empty any more, whatever the name
-    std::uint64_t prefix = hashSecrets.start;
+    std::uint64_t prefix = kHashSecrets.start;
     for (size_t at = 0; at < fullName.size(); ++at) {
         const std::uint64_t end = ends[at + 1];
         if (fullName[at] == '.' && pairs_.insert(HashNumber(HashNumber(prefix) ^ end)).second)
@@ -23,7 +23,7 @@ void TypeNameIndex::Add(std::string_view fullName) {
 
 /// The shortest prefix with which the name begins, which is the first in the list; null without.
 const std::string* TypeNameIndex::FindBeginning(std::string_view name, const UsingList& prefixes) {
-    std::uint64_t hash = hashSecrets.start;
+    std::uint64_t hash = kHashSecrets.start;
     for (size_t length = 0;; ++length) {
         const std::string* found = prefixes.FindHash(hash);
         if (found && *found == name.substr(0, length))

@@ -20,13 +20,13 @@ class TypeNameIndex {
 public:
     /// Hashes of a text from its first and from its last character on.
     static std::uint64_t HashPrefix(std::string_view text) {
-        std::uint64_t hash = hashSecrets.start;
+        std::uint64_t hash = kHashSecrets.start;
         for (const char c : text)
             hash = Next(hash, c);
         return hash;
     }
     static std::uint64_t HashEnd(std::string_view text) {
-        std::uint64_t hash = hashSecrets.start;
+        std::uint64_t hash = kHashSecrets.start;
         for (auto c = text.rbegin(); c != text.rend(); ++c)
             hash = Next(hash, *c);
         return hash;
@@ -43,7 +43,7 @@ public:
 private:
     static std::uint64_t Next(std::uint64_t hash, char c) {
         return FoldedProduct(hash ^ (static_cast<unsigned char>(c) + std::uint64_t{1}),
-                             hashSecrets.factor);
+                             kHashSecrets.factor);
     }
     static const std::string* FindBeginning(std::string_view name, const UsingList& prefixes);
 

@@ -259,6 +259,8 @@ TEST_F(TemplateFileHostEdits, ALanguageThatBeginsLikeNoneIsKept) {
     OviNamedObject_SetDescription(type, "-", "odder");
     EXPECT_NE(SavedContent().find("<label language='-x' exact='true'>odd</label>"),
               std::string::npos);
+    EXPECT_NE(SavedContent().find("<description language='-' exact='true'>odder</description>"),
+              std::string::npos);
     ExpectRoundTrip();
     EXPECT_STREQ(OviNamedObject_GetLabel(Get("p.T"), "-x"), "odd");
     EXPECT_STREQ(OviNamedObject_GetLabel(Get("p.T"), nullptr), "none, too");

@@ -17,8 +17,8 @@ TEST(KeyHash, IsOfSecretsThatDifferFromProcessToProcess) {
     for (int i = 0; i < 10; ++i)
         numbers.insert(GetRandomNumber());
     EXPECT_EQ(numbers.size(), 10U);
-    EXPECT_EQ(numbers.count(hashSecrets.start), 0U);
-    EXPECT_EQ(hashSecrets.factor % 2, 1U);
+    EXPECT_EQ(numbers.count(kHashSecrets.start), 0U);
+    EXPECT_EQ(kHashSecrets.factor % 2, 1U);
 }
 
 /// A hash that anybody can compute lets names be made that fall together. These did so in the hash
