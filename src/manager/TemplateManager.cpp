@@ -85,9 +85,10 @@ void TemplateManager::Unregistered(Type* type) {
 
 /// Removal goes by key: where another object has it, that one is taken out.
 template <class T> int TemplateManager::Remove(ObjectRegistry<T>& registry, T* object) {
-    T* entry = registry.Contains(object) ? object : registry.Get(object->GetKey());
+    const std::string_view key = object->GetKey();
+    T* entry = registry.Contains(object) ? object : registry.Get(key);
     if (!entry)
-        return registry.Find(object->GetKey());
+        return registry.Find(key);
     const int index = registry.Remove(entry);
     Unregistered(entry);
     return index;

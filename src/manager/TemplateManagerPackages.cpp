@@ -89,7 +89,10 @@ bool TemplateManager::LoadTemplate(std::string_view name, const SortedStringList
             return true;
         for (int i = 0; prefixes && i < prefixes->GetCount(); ++i) {
             const std::string& prefix = prefixes->GetAt(i);
-            if (load(path + (prefix.empty() ? prefix : ToPath(prefix) + '\\') + file))
+            std::string prefixed(path);
+            if (!prefix.empty())
+                prefixed.append(ToPath(prefix)).append(1, '\\');
+            if (load(prefixed.append(file)))
                 return true;
         }
     }

@@ -164,7 +164,7 @@ void Template::LeaveSortedLists() {
 void Template::EnterSortedLists() {
     ForEachParent([this](Template* parent) { parent->children_.Place(this); });
     ForEachChild([this](Template* child) {
-        if (child->formerParents_.FindInFewSteps(this) == formerParents_.kNotFound)
+        if (child->formerParents_.FindInFewSteps(this) == PointerList<Template>::kNotFound)
             child->parents_.Place(this); // there is still the room that leaving made
     });
     Type::EnterSortedLists();
@@ -212,7 +212,7 @@ int Template::RemoveProperty(Property* property) {
     if (property->GetKeeper() == this)
         property->SetKeeper(nullptr);
     const size_t declared = properties_.FindInFewSteps(property);
-    if (declared == properties_.kNotFound)
+    if (declared == PointerList<Property>::kNotFound)
         return -1;
     properties_.EraseAt(declared);
     if (property->GetOwner() == this)
@@ -294,13 +294,14 @@ int Template::AddView(View* view) {
 }
 
 int Template::RemoveView(View* view) {
-    View* removed = views_.Contains(view) ? view : views_.Get(view->GetKey());
-    if (removed) {
-        removed->RemoveLister(this);
-        removed->SetTemplate(nullptr);
-        view->SetTemplate(nullptr);
-    }
-    return views_.Remove(removed ? removed : view);
+    const std::string_view key = view->GetKey();
+    View* removed = views_.Contains(view) ? view : views_.Get(key);
+    if (!removed)
+        return views_.Find(key);
+    removed->RemoveLister(this);
+    removed->SetTemplate(nullptr);
+    view->SetTemplate(nullptr);
+    return views_.Remove(removed);
 }
 
 void Template::UntieView(View& view) {

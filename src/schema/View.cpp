@@ -46,7 +46,7 @@ void View::SetTemplate(Template* owner) {
 }
 
 void View::AddLister(Template* lister) {
-    if (listers_.FindInFewSteps(lister) == listers_.kNotFound)
+    if (listers_.FindInFewSteps(lister) == PointerList<Template>::kNotFound)
         listers_.push_back(lister);
 }
 

@@ -1,5 +1,6 @@
 #include "types/EnumerationValues.h"
 
+#include <cmath>
 #include <algorithm>
 #include <functional>
 #include <new>
@@ -15,7 +16,7 @@ namespace {
 template <class Element> bool HasNaNOf(const Type& carrier, const void* value, int count) {
     const auto* elements = static_cast<const Element*>(value);
     return dynamic_cast<const FloatType<Element>*>(&carrier) &&
-           std::any_of(elements, elements + count, [](Element e) { return !(e == e); });
+           std::any_of(elements, elements + count, [](Element e) { return std::isnan(e); });
 }
 
 /// What is no number compares equal to all numbers, so that it has no place among them.

@@ -37,15 +37,19 @@ Type::Type(const Type& other)
       alignment_(other.alignment_) {}
 
 Type::~Type() {
-    Type::Leave();
+    LeaveOwner();
 }
 
-void Type::Leave() noexcept {
+void Type::LeaveOwner() noexcept {
     if (registered_ || displaced_)
         TemplateManager::Get()->GiveAway(*this);
     if (retired_)
         RetiredSchema::Forget(*this);
     ownedByUsers_ = false;
+}
+
+void Type::Leave() noexcept {
+    LeaveOwner();
     // What values do not need could only be a circle that keeps the type alive for ever.
     if (useCount_ == 0 || GetValueCarrier() != GetBaseType() || !GetStorageType())
         SetBaseType(nullptr);

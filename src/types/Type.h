@@ -184,6 +184,7 @@ protected:
     const Type* FollowCarriers() const;
 
 private:
+    void LeaveOwner() noexcept;
     void StoreFileName(std::string fileName);
     bool StoreName(std::string_view packageName, std::string_view name);
     void Rename(CompactString name, std::string packageName);
