@@ -43,7 +43,7 @@ unsigned char KindOf(DIR* directory, const dirent& entry) {
     struct stat status;
     if (fstatat(dirfd(directory), entry.d_name, &status, 0) != 0)
         return DT_UNKNOWN;
-    return IFTODT(status.st_mode);
+    return static_cast<unsigned char>(IFTODT(status.st_mode));
 }
 
 bool IsWanted(unsigned char kind, bool files, bool directories) {
