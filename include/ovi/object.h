@@ -5,10 +5,11 @@
 #include "ovi/types.h"
 
 /** Deletes an object, whose handle is dead from then on. Null does nothing; the root template and
- *  error items are never deleted. The object leaves its owner, all lists and all registries at once.
- *  What instances have of a template, a property or an alternate goes as when it is removed, with
- *  OVI_EVENT_PROPERTY_REMOVED and OVI_EVENT_TEMPLATE_REMOVED; deleting anything else sends no event.
- *  A type or a property that others still use lives on, unlisted, until the last of them goes. */
+ *  error items are never deleted. The object leaves its owner, all lists and all registries at
+ * once. What instances have of a template, a property or an alternate goes as when it is removed,
+ * with OVI_EVENT_PROPERTY_REMOVED and OVI_EVENT_TEMPLATE_REMOVED; deleting anything else sends no
+ * event. A type or a property that others still use lives on, unlisted, until the last of them
+ * goes. */
 OVI_API void OviObject_Delete(OviObject* object);
 
 /** A deep copy of the same class, which belongs to the caller. Classes without a copy of their own

@@ -34,7 +34,8 @@ OVI_API OviTemplate* OviTemplateManager_CreateTemplateVersion(const char* name, 
  *  lives on until the manager ends or the host deletes it). */
 OVI_API int OviTemplateManager_AddTemplate(OviTemplate* added);
 
-/** Takes a template out by its key; it then belongs to the caller. The index, or a number below 0. The root stays (-1). */
+/** Takes a template out by its key; it then belongs to the caller. The index, or a number below 0.
+ * The root stays (-1). */
 OVI_API int OviTemplateManager_RemoveTemplate(OviTemplate* removed);
 
 /** The root template "Object". */

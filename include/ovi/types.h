@@ -233,9 +233,9 @@ enum {
  * OviInstance or OviPropertyInstance concerned. A callback may do whatever a host may do elsewhere,
  * but for registering and unregistering callbacks: it may delete the object that it is told of, its
  * asset, its template or the scene, load and unload files, and end the library. What it deletes,
- * clears, unloads or ends is gone for every look-up at once and its handle is dead; the memory stays
- * until the outermost call returns, which then gives the result that it can. Once an object is gone
- * the callbacks behind are not told of it.
+ * clears, unloads or ends is gone for every look-up at once and its handle is dead; the memory
+ * stays until the outermost call returns, which then gives the result that it can. Once an object
+ * is gone the callbacks behind are not told of it.
  */
 typedef void (*OviCallback)(void* userData, void* object, int event, void* argument);
 

@@ -1,6 +1,6 @@
 // What the host deletes while it is used leaves its owner, all lists and registries at once; what
-// instances have of it goes as when it is removed; what others still use of it goes with the last of
-// them.
+// instances have of it goes as when it is removed; what others still use of it goes with the last
+// of them.
 
 #include "api/SceneHost.h"
 
@@ -22,8 +22,9 @@ protected:
 // -- templates ------------------------------------------------------------------------------------
 
 TEST_F(DeletionInUseTest, InstancesLoseATemplateWithTheEventsOfARemoval) {
-    Schema("<template name='B'><attribute name='b' type='INT32'/></template>"
-           "<template name='T'><extends template='B'/><attribute name='x' type='INT32'/></template>");
+    Schema(
+        "<template name='B'><attribute name='b' type='INT32'/></template>"
+        "<template name='T'><extends template='B'/><attribute name='x' type='INT32'/></template>");
     OviAsset* asset = AssetOf("T", "a");
     StartRecording();
     OviObject_Delete(TemplateOf("T"));

@@ -71,7 +71,9 @@ TEST_F(TemplateFileHostEdits, ATemplateMadeByATypeElementIsWrittenAsItWasChanged
                    "dim='3'/><type name='W' type='T'/>"),
               Lines{});
     SetDefault(Attribute(Get("p.U"), "a"), 4);
-    OviTemplate_RemoveProperty(Get("p.V"), Attribute(Get("p.V"), "b"));
+    OviAttributeProperty* removed = Attribute(Get("p.V"), "b");
+    OviTemplate_RemoveProperty(Get("p.V"), removed);
+    OviObject_Delete(removed);
     SaveAndLoad();
     EXPECT_EQ(DefaultOf(Attribute(Get("p.U"), "a")), "4");
     EXPECT_TRUE(Has("p.U", "b"));
@@ -161,6 +163,8 @@ TEST_F(TemplateFileHostEdits, PropertiesOwnedElsewhereOrByNobodyAreWritten) {
     EXPECT_TRUE(Has("p.T", "older", 3));
     EXPECT_FALSE(Has("p.T", "older"));
     EXPECT_EQ(OviTemplate_GetLatestVersion(Get("p.T")), 3);
+    OviObject_Delete(loose); // the templates that listed it are gone, and never owned it
+    OviObject_Delete(older);
 }
 
 TEST_F(TemplateFileHostEdits, APropertyStaysInTheVersionThatKeptIt) {

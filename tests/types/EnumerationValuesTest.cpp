@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <limits>
 #include <memory>
 #include <random>
@@ -22,6 +21,16 @@ namespace {
 
 using namespace Kor;
 
+/// Whether a block is the text of a name. The block may be shorter: nothing behind the first
+/// difference is read.
+bool IsName(const std::string& name, const void* block) {
+    const auto* bytes = static_cast<const char*>(block);
+    size_t at = 0;
+    while (at < name.size() && bytes[at] == name[at])
+        ++at;
+    return at == name.size() && bytes[at] == '\0';
+}
+
 /// Whether a value is that of an item, each being looked at.
 bool IsAnItems(const Enumeration& enumeration, const Type& carrier, const void* value, int count) {
     std::string text;
@@ -31,8 +40,7 @@ bool IsAnItems(const Enumeration& enumeration, const Type& carrier, const void* 
         const EnumerationItem& item = *enumeration.GetItemAt(i);
         const void* other = item.GetValueOfStorage(&carrier);
         const bool equals = other && carrier.CompareValues(value, other, elements) == 0;
-        if (equals || item.GetFullName() == text ||
-            std::strcmp(item.GetFullName().c_str(), static_cast<const char*>(value)) == 0)
+        if (equals || item.GetFullName() == text || IsName(item.GetFullName(), value))
             return true;
     }
     return false;
