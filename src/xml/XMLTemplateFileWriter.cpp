@@ -229,7 +229,7 @@ std::set<std::string> XMLTemplateFileWriter::CollectUsedPackages() const {
     return packages;
 }
 
-/// Without a template the file deliberately has no package at all.
+/// Without a template the file has no package: it is that of the templates.
 void XMLTemplateFileWriter::WriteGroup(const std::vector<const Type*>& types,
                                        XMLTemplateWriter& elements) const {
     for (const Type* type : Sort(types)) {
