@@ -11,9 +11,10 @@ OVI_API const char* OviProperty_GetFullName(OviProperty* property);
 /** The template version that introduced the property; null before it was added there. */
 OVI_API OviTemplate* OviProperty_GetTemplate(OviProperty* property);
 
-/** Adds a command, which stays whose it was: properties never delete commands. Commands come from
- *  template files; a host gets further ones with OviObject_Clone. The index, or the complement of
- *  the index of the command of that name that was overwritten. */
+/** Adds a command, which stays whose it was: properties never delete commands that a host knows.
+ *  Commands come from template files, and those live until the library ends; a host gets further
+ *  ones, of its own, with OviObject_Clone. The index, or the complement of the index of the command
+ *  of that name that was overwritten. */
 OVI_API int OviProperty_AddCommand(OviProperty* property, OviCommand* command);
 
 /** The index that the command of that name had, or a number below 0. It is not deleted. */

@@ -91,9 +91,9 @@ OVI_API int OviTemplateManager_RemoveType(OviType* type);
 
 /* ---- levels of detail and anchor types: referred to, never deleted by the manager -------------
  *
- * A level of detail comes from a template file. A host gets further ones with OviObject_Clone,
- * renames them and adds them here. OviObject_Delete takes a level or an anchor type out of all
- * lists that have it.
+ * A level of detail comes from a template file and lives until the library ends. A host gets
+ * further ones, of its own, with OviObject_Clone, renames them and adds them here. OviObject_Delete
+ * takes a level or an anchor type out of all lists that have it.
  */
 
 /** Number of levels of detail. */

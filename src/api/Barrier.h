@@ -136,6 +136,13 @@ template <class Handle> Handle* To(const Object* object) {
     return reinterpret_cast<Handle*>(const_cast<Object*>(object));
 }
 
+/// The handle of a part of the schema, which the host knows from now on.
+template <class Handle, class Part> Handle* HandOut(Part* part) {
+    if (part)
+        part->BecomeKnown();
+    return To<Handle>(part);
+}
+
 inline const char* Text(const char* text) {
     return text ? text : "";
 }

@@ -84,21 +84,21 @@ int OviGeometryProperty_GetAlternateCount(OviGeometryProperty* property) {
 
 OviGeometryAlternate* OviGeometryProperty_GetAlternateAt(OviGeometryProperty* property, int index) {
     return With<GeometryProperty>(property, kNoAlternate, [index](GeometryProperty& self) {
-        return To<OviGeometryAlternate>(self.GetAlternateAt(index));
+        return HandOut<OviGeometryAlternate>(self.GetAlternateAt(index));
     });
 }
 
 OviGeometryAlternate* OviGeometryProperty_GetAlternate(OviGeometryProperty* property,
                                                        const char* lod) {
     return With<GeometryProperty>(property, kNoAlternate, [lod](GeometryProperty& self) {
-        return To<OviGeometryAlternate>(self.GetAlternate(Text(lod)));
+        return HandOut<OviGeometryAlternate>(self.GetAlternate(Text(lod)));
     });
 }
 
 OviLOD* OviGeometryAlternate_GetLOD(OviGeometryAlternate* alternate) {
     return With<GeometryAlternate>(
         alternate, static_cast<OviLOD*>(nullptr),
-        [](GeometryAlternate& self) { return To<OviLOD>(self.GetLOD()); });
+        [](GeometryAlternate& self) { return HandOut<OviLOD>(self.GetLOD()); });
 }
 
 void OviGeometryAlternate_SetLOD(OviGeometryAlternate* alternate, OviLOD* lod) {

@@ -7,7 +7,7 @@
 #include "api/XMLBuffer.h"
 #include "instances/Asset.h"
 #include "instances/Instance.h"
-#include "schema/Property.h"
+#include "schema/GeometryAlternate.h"
 
 using namespace Kor;
 using namespace Kor::Api;
@@ -107,8 +107,11 @@ void OviInstance_WriteToXML(OviInstance* instance, uint32_t indent, uint32_t* si
 
 OviProperty* OviPropertyInstance_GetProperty(OviPropertyInstance* propertyInstance) {
     return With<PropertyInstance>(
-        propertyInstance, static_cast<OviProperty*>(nullptr),
-        [](PropertyInstance& self) { return To<OviProperty>(self.GetProperty()); });
+        propertyInstance, static_cast<OviProperty*>(nullptr), [](PropertyInstance& self) {
+            Property* property = self.GetProperty();
+            auto* alternate = ObjectCast<GeometryAlternate>(property);
+            return alternate ? HandOut<OviProperty>(alternate) : To<OviProperty>(property);
+        });
 }
 
 OviTemplate* OviPropertyInstance_GetTemplate(OviPropertyInstance* propertyInstance) {

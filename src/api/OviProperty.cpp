@@ -34,6 +34,6 @@ int OviProperty_GetCommandCount(OviProperty* property) {
 
 OviCommand* OviProperty_GetCommandAt(OviProperty* property, int index) {
     return With<Property>(property, static_cast<OviCommand*>(nullptr), [index](Property& self) {
-        return To<OviCommand>(self.GetCommandAt(index));
+        return HandOut<OviCommand>(self.GetCommandAt(index));
     });
 }

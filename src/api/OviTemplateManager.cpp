@@ -173,12 +173,12 @@ int OviTemplateManager_GetLODCount(void) {
 
 OviLOD* OviTemplateManager_GetLODAt(int index) {
     return WithManager<Manager>(
-        kNoLOD, [index](Manager& manager) { return To<OviLOD>(manager.GetLODAt(index)); });
+        kNoLOD, [index](Manager& manager) { return HandOut<OviLOD>(manager.GetLODAt(index)); });
 }
 
 OviLOD* OviTemplateManager_GetLOD(const char* name) {
     return WithManager<Manager>(
-        kNoLOD, [name](Manager& manager) { return To<OviLOD>(manager.GetLOD(Text(name))); });
+        kNoLOD, [name](Manager& manager) { return HandOut<OviLOD>(manager.GetLOD(Text(name))); });
 }
 
 int OviTemplateManager_AddLOD(OviLOD* lod) {

@@ -57,8 +57,9 @@ TemplateManager::~TemplateManager() {
 void TemplateManager::Empty() {
     if (!retired_)
         return;
-    lods_.ForEach([](LOD* lod) { lod->SetRegistered(false); });
+    const ObjectRegistry<LOD> lods(std::move(lods_));
     lods_ = ObjectRegistry<LOD>();
+    lods.ForEach([](LOD* lod) { lod->SetRegistered(false); });
     retired_->TakeOver(std::move(templates_), std::move(enumerations_), std::move(types_),
                        std::move(displaced_));
     RetiredSchema::Retire(std::move(retired_));
@@ -236,6 +237,19 @@ int TemplateManager::RemoveLOD(LOD* lod) {
     entry->SetRegistered(false);
     return lods_.Remove(entry);
 }
+
+// -- parts that no registry has ------------------------------------------------------------------
+
+template <class Part> void TemplateManager::Own(std::unique_ptr<Part> part) {
+    if (retired_)
+        retired_->Own(*part.release());
+    else // a callback has ended the manager while the file was read
+        Ending::End(part.release());
+}
+
+template void TemplateManager::Own(std::unique_ptr<LOD> part);
+template void TemplateManager::Own(std::unique_ptr<GeometryAlternate> part);
+template void TemplateManager::Own(std::unique_ptr<Command> part);
 
 // -- registration ---------------------------------------------------------------------------------
 

@@ -206,6 +206,9 @@ public:
     bool UnlistLOD(LOD& lod) { return lods_.RemoveExactly(&lod); }
     void ListLOD(LOD& lod) { lods_.Place(&lod); }
 
+    /// Takes over what a file has declared beside types and what is listed by now.
+    template <class Part> void Own(std::unique_ptr<Part> part);
+
     /// Takes a type out that is to belong to somebody else.
     void GiveAway(Type& type);
 

@@ -31,6 +31,8 @@ bool Command::SetName(const char* name) {
 
 void Command::RemoveLister(Property* lister) {
     listers_.TakeOut(lister);
+    if (listers_.empty())
+        EndUnlisted();
 }
 
 void Command::WriteToXML(XMLWriter& writer) const {

@@ -4,6 +4,7 @@
 #include "core/MakeRoom.h"
 #include "core/NamedObject.h"
 #include "core/PointerList.h"
+#include "schema/SchemaParts.h"
 
 namespace Kor {
 
@@ -11,7 +12,7 @@ class Property;
 
 /// An action that the host is to execute when an event occurs at a property. The command's name is
 /// what the host receives.
-class Command : public NamedObject {
+class Command : public NamedObject, public SchemaPart<Command> {
 public:
     static constexpr int kClassId = kCommandClass;
     KOR_OBJECT_MEMORY
@@ -54,8 +55,8 @@ public:
 private:
     /// No property lists the copy.
     Command(const Command& source)
-        : NamedObject(source), hostMask_(source.hostMask_), trigger_(source.trigger_),
-          notification_(source.notification_) {}
+        : NamedObject(source), SchemaPart(source), hostMask_(source.hostMask_),
+          trigger_(source.trigger_), notification_(source.notification_) {}
 
     unsigned hostMask_;
     unsigned trigger_;

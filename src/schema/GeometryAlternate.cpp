@@ -19,7 +19,7 @@ GeometryAlternate::GeometryAlternate(LOD* lod, int version)
 }
 
 GeometryAlternate::GeometryAlternate(const GeometryAlternate& source)
-    : NodeProperty(source), lod_(source.lod_) {
+    : NodeProperty(source), SchemaPart(source), lod_(source.lod_) {
     if (lod_)
         lod_->AddAlternate(this);
 }
@@ -89,6 +89,8 @@ void GeometryAlternate::ChangeKey(LOD* lod) {
 
 void GeometryAlternate::RemoveLister(GeometryProperty* lister) {
     listers_.TakeOut(lister);
+    if (listers_.empty() && GetHolders().empty())
+        EndUnlisted();
 }
 
 GeometryAlternate::Places::Places(const std::unordered_set<GeometryAlternate*>& alternates)

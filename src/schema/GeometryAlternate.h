@@ -14,7 +14,7 @@ namespace Kor {
 class GeometryProperty;
 
 /// One form of a geometry: a node bound to a level of detail, which is borrowed.
-class GeometryAlternate : public NodeProperty {
+class GeometryAlternate : public NodeProperty, public SchemaPart<GeometryAlternate> {
 public:
     static constexpr int kClassId = kGeometryAlternateClass;
     KOR_OBJECT_MEMORY

@@ -45,20 +45,19 @@ void GeometryProperty::WriteToXML(XMLWriter& writer) const {
 void GeometryProperty::AppendCopy(const GeometryAlternate& source) {
     std::unique_ptr<GeometryAlternate> copy(
         static_cast<GeometryAlternate*>(source.Clone().release()));
+    copy->JoinSchemaOf(const_cast<GeometryAlternate&>(source));
     copy->AddLister(this);
     alternates_.Append(copy.release());
 }
 
-int GeometryProperty::AddAlternate(GeometryAlternate* alternate, GeometryAlternate** replaced) {
+int GeometryProperty::AddAlternate(GeometryAlternate* alternate) {
     alternates_.MakeRoom();
     alternate->MakeRoomForLister();
-    GeometryAlternate* former = nullptr;
-    const int result = alternates_.Insert(alternate, &former);
-    if (former)
-        former->RemoveLister(this);
-    alternate->AddLister(this);
+    GeometryAlternate* replaced = nullptr;
+    const int result = alternates_.Insert(alternate, &replaced);
+    alternate->AddLister(this); // first: it may have replaced itself
     if (replaced)
-        *replaced = former;
+        replaced->RemoveLister(this);
     return result;
 }
 
@@ -66,8 +65,9 @@ int GeometryProperty::RemoveAlternate(GeometryAlternate* alternate) {
     const int index = alternates_.FindEntry(alternate);
     if (index < 0)
         return index;
-    alternates_.GetAt(index)->RemoveLister(this);
-    alternates_.RemoveExactly(alternates_.GetAt(index));
+    GeometryAlternate* removed = alternates_.GetAt(index);
+    alternates_.RemoveExactly(removed);
+    removed->RemoveLister(this);
     return index;
 }
 

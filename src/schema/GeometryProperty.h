@@ -23,8 +23,8 @@ public:
     void WriteToXML(XMLWriter& writer) const override;
 
     /// The index, or the complement of the index of the alternate of that level that was
-    /// overwritten; `replaced`, when given, receives that one, or null.
-    int AddAlternate(GeometryAlternate* alternate, GeometryAlternate** replaced = nullptr);
+    /// overwritten.
+    int AddAlternate(GeometryAlternate* alternate);
     int RemoveAlternate(GeometryAlternate* alternate);
     int GetAlternateCount() const { return alternates_.GetCount(); }
     GeometryAlternate* GetAlternateAt(int index) const { return alternates_.GetAt(index); }

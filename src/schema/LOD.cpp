@@ -24,7 +24,7 @@ bool Unlist(LOD& lod) {
 } // namespace
 
 LOD::LOD(const LOD& source)
-    : NamedObject(source), type_(source.type_), threshold_(source.threshold_),
+    : NamedObject(source), SchemaPart(source), type_(source.type_), threshold_(source.threshold_),
       maxShapes_(source.maxShapes_), allowedShapes_(source.allowedShapes_),
       fileName_(source.fileName_), packageName_(source.packageName_) {}
 

@@ -4,6 +4,7 @@
 #include <unordered_set>
 
 #include "core/NamedObject.h"
+#include "schema/SchemaParts.h"
 
 namespace Kor {
 
@@ -11,7 +12,7 @@ class GeometryAlternate;
 
 /// A level of detail: a kind of geometry, a threshold and limits on its shapes. The numbers are
 /// stored for the host and not interpreted.
-class LOD : public NamedObject {
+class LOD : public NamedObject, public SchemaPart<LOD> {
 public:
     static constexpr int kClassId = kLODClass;
     KOR_OBJECT_MEMORY
@@ -42,11 +43,17 @@ public:
 
     /// Kept by the alternates that stand for the level.
     void AddAlternate(GeometryAlternate* alternate) { alternates_.insert(alternate); }
-    void RemoveAlternate(GeometryAlternate* alternate) { alternates_.erase(alternate); }
+    void RemoveAlternate(GeometryAlternate* alternate) {
+        alternates_.erase(alternate);
+        EndIfUnlisted();
+    }
 
     /// Whether the template manager's registry has the level.
     bool IsRegistered() const { return registered_; }
-    void SetRegistered(bool registered) { registered_ = registered; }
+    void SetRegistered(bool registered) {
+        registered_ = registered;
+        EndIfUnlisted();
+    }
 
     int GetType() const { return type_; }
     void SetType(int type) { type_ = type; }
@@ -82,6 +89,11 @@ public:
 private:
     /// No alternate stands for the copy.
     LOD(const LOD& source);
+
+    void EndIfUnlisted() noexcept {
+        if (!registered_ && alternates_.empty())
+            EndUnlisted();
+    }
 
     bool registered_ = false;
     int type_ = kSurface;

@@ -25,8 +25,9 @@ Property::Property(const Property& source)
             delete command; // nobody has seen it
     });
     commands_.Reserve(source.commands_.GetCount());
-    for (const Command* command : source.commands_) {
+    for (Command* command : source.commands_) {
         std::unique_ptr<Command> copy(static_cast<Command*>(command->Clone().release()));
+        copy->JoinSchemaOf(*command);
         copy->AddLister(this);
         commands_.Append(copy.release());
     }
@@ -75,9 +76,9 @@ int Property::AddCommand(Command* command) {
     command->MakeRoomForLister();
     Command* replaced = nullptr;
     const int result = commands_.Insert(command, &replaced);
+    command->AddLister(this); // first: it may have replaced itself
     if (replaced)
         replaced->RemoveLister(this);
-    command->AddLister(this);
     return result;
 }
 
@@ -86,8 +87,8 @@ int Property::RemoveCommand(Command* command) {
     if (index < 0)
         return index;
     Command* removed = commands_.GetAt(index);
-    removed->RemoveLister(this);
     commands_.RemoveExactly(removed);
+    removed->RemoveLister(this);
     return index;
 }
 

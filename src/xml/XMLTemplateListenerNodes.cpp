@@ -73,12 +73,8 @@ void XMLTemplateListener::StartAlternate(const XMLAttributes& attributes) {
     }
     auto alternate = std::make_unique<GeometryAlternate>(lod, ReadVersion(attributes, "version"));
     GiveComment(*alternate);
-    GeometryAlternate* replaced = nullptr;
-    geometry->AddAlternate(alternate.get(), &replaced);
-    static_cast<void>(alternate.release()); // stays until the process ends, or it is replaced
-    // A package that the open geometry uses may have made an instance of it.
-    if (replaced && !replaced->IsInUse())
-        delete replaced;
+    geometry->AddAlternate(alternate.get());
+    manager_.Own(std::move(alternate));
 }
 
 void XMLTemplateListener::StartLOD(const XMLAttributes& attributes) {
@@ -112,7 +108,7 @@ void XMLTemplateListener::EndLOD() {
     if (!lod_)
         return;
     manager_.AddLOD(lod_.get());
-    static_cast<void>(lod_.release()); // stays until the process ends
+    manager_.Own(std::move(lod_));
 }
 
 void XMLTemplateListener::StartShape(const XMLAttributes& attributes) {

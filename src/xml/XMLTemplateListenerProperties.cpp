@@ -148,7 +148,7 @@ void XMLTemplateListener::StartCommand(const XMLAttributes& attributes) {
     command->SetNotification(notification);
     GiveComment(*command);
     member_->AddCommand(command.get());
-    static_cast<void>(command.release()); // stays until the process ends
+    manager_.Own(std::move(command));
 }
 
 } // namespace Kor
