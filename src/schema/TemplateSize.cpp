@@ -10,6 +10,7 @@
 #include <vector>
 
 // With a value at hand its instances decide which properties count.
+#include "instances/GeometryInstance.h"
 #include "instances/Instance.h"
 #include "instances/PropertyInstance.h"
 
@@ -36,7 +37,9 @@ struct Frame {
     int element = 0;
     int nextParent = 0;
     size_t nextProperty = 0;
-    const GeometryProperty* geometry = nullptr; ///< The open one, measured by its alternates.
+    /// The open geometry, measured by its alternates, or by its nodes where there is an instance.
+    const GeometryProperty* geometry = nullptr;
+    const GeometryInstance* nodes = nullptr;
     int nextAlternate = 0;
     std::int64_t alternates = 0; ///< Their sizes so far.
     std::int64_t size = 0;
@@ -141,12 +144,12 @@ private:
     void AddProperty(size_t at) {
         Frame& frame = path_[at];
         const Property* property =
-            frame.geometry ? frame.geometry->GetAlternateAt(frame.nextAlternate) : FindSized(frame);
-        if (const auto* geometry = ObjectCast<GeometryProperty>(property)) {
-            property = geometry->GetAlternateAt(0);
-            frame.geometry = property ? geometry : nullptr;
-        }
-        if (!property) {
+            frame.geometry ? GetAlternate(frame, frame.nextAlternate) : FindSized(frame);
+        const auto* geometry = ObjectCast<GeometryProperty>(property);
+        if (geometry && CountAlternates(frame, *geometry) > 0) {
+            frame.geometry = geometry;
+            property = GetAlternate(frame, 0);
+        } else if (!frame.geometry && (geometry || !property)) {
             ++frame.nextProperty;
             return;
         }
@@ -156,20 +159,34 @@ private:
         if (contained)
             Enter(contained, nullptr, type->GetDimension());
         else
-            result_ = property->GetValueSize();
+            result_ = property ? property->GetValueSize() : 0;
         if (!descended_)
             Take(at);
     }
 
+    /// Null for a node that the host has taken away.
+    static const Property* GetAlternate(const Frame& frame, int index) {
+        if (!frame.nodes)
+            return frame.geometry->GetAlternateAt(index);
+        const NodeInstance* node = frame.nodes->GetNodeInstanceAt(index);
+        return node ? node->GetProperty() : nullptr;
+    }
+
+    static int CountAlternates(const Frame& frame, const GeometryProperty& geometry) {
+        return frame.nodes ? frame.nodes->GetNodeInstanceCount() : geometry.GetAlternateCount();
+    }
+
     /// The property that sizes the next value: the declared one, or with an element the one that
     /// the element's property instance stands for; null when there is none.
-    static const Property* FindSized(const Frame& frame) {
+    static const Property* FindSized(Frame& frame) {
+        frame.nodes = nullptr;
         Property* declared = frame.type->GetDeclaredProperties()[frame.nextProperty];
         if (!frame.elements)
             return declared;
         Instance* instance = frame.elements[frame.element];
         const PropertyInstance* found =
             instance ? instance->GetPropertyInstance(declared->GetFullName(), true) : nullptr;
+        frame.nodes = ObjectCast<GeometryInstance>(found);
         return found ? found->GetProperty() : nullptr;
     }
 
@@ -199,7 +216,7 @@ private:
     /// no size.
     bool TakeAlternate(Frame& frame) {
         frame.alternates = result_ < 1 ? 0 : std::min(frame.alternates + result_, kLimit);
-        if (result_ > 0 && ++frame.nextAlternate < frame.geometry->GetAlternateCount())
+        if (result_ > 0 && ++frame.nextAlternate < CountAlternates(frame, *frame.geometry))
             return false;
         result_ = frame.alternates;
         frame.geometry = nullptr;

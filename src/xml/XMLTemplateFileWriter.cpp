@@ -10,6 +10,7 @@
 #include "schema/GeometryProperty.h"
 #include "types/Enumeration.h"
 #include "xml/TypeElement.h"
+#include "xml/ValueTemplate.h"
 #include "xml/XMLTemplateWriter.h"
 #include "xml/XMLWriter.h"
 
@@ -49,6 +50,22 @@ std::vector<const Type*> GetRequired(const Type& type) {
     return required;
 }
 
+/// Adds the type of an attribute, and the templates that its values name.
+void AddMentioned(const AttributeProperty& attribute, std::vector<const Type*>& mentioned) {
+    const Type* type = attribute.GetType();
+    if (!type)
+        return;
+    mentioned.push_back(type);
+    const int count = type->GetDimension();
+    if (count < 1)
+        return;
+    for (const void* value : {attribute.GetReadableDefault(count), attribute.GetReadableMin(),
+                              attribute.GetReadableMax()}) {
+        if (const Template* named = GetValueTemplate(*type, value))
+            mentioned.push_back(named);
+    }
+}
+
 /// The types of a template's attributes. They too must be known when it is read; but where
 /// templates refer to each other in a circle, a mere declaration has to do.
 std::vector<const Type*> GetMentioned(const Type& type) {
@@ -58,9 +75,8 @@ std::vector<const Type*> GetMentioned(const Type& type) {
         if (!definition)
             break;
         for (const Property* property : definition->GetDeclaredProperties()) {
-            const auto* attribute = ObjectCast<AttributeProperty>(property);
-            if (attribute && attribute->GetType())
-                mentioned.push_back(attribute->GetType());
+            if (const auto* attribute = ObjectCast<AttributeProperty>(property))
+                AddMentioned(*attribute, mentioned);
         }
     }
     return mentioned;
@@ -191,7 +207,7 @@ XMLTemplateFileWriter::XMLTemplateFileWriter(const TemplateManager& manager,
     manager.GetTypesByFileName(fileName, types.data(), static_cast<int>(types.size()));
     for (const Type* type : types) {
         const auto* definition = ObjectCast<Template>(type);
-        if (type->IsRecycled() || (type == manager.GetRoot() && fileName.empty()))
+        if (type == manager.GetRoot() && fileName.empty())
             continue;
         if (definition && definition->GetVersion() == definition->GetLatestVersion())
             templates_.push_back(definition);

@@ -7,6 +7,7 @@
 #include "schema/Command.h"
 #include "schema/GeometryProperty.h"
 #include "schema/Template.h"
+#include "xml/ValueTemplate.h"
 #include "xml/XMLTemplateWriter.h"
 #include "xml/XMLWriter.h"
 
@@ -32,6 +33,8 @@ bool HasText(const Type& type, const void* value) {
 
 /// The text of a value, or of the type's zero where a reader would otherwise stop too early.
 std::string TextOfValue(const Type& type, const void* value) {
+    if (const Template* named = GetValueTemplate(type, value))
+        return std::string(named->GetFullName());
     if (value)
         return type.GetReadableText(value, 0);
     if (ObjectCast<Template>(type.GetStorageType()))

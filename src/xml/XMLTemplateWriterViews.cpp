@@ -56,7 +56,7 @@ bool XMLTemplateWriter::StartViewItem(const ViewItem& item) {
     if (leaf && !leaf->GetProperty())
         return false;
     StartObject(item, leaf ? "property" : "group");
-    writer_.WriteAttribute("name", leaf ? leaf->GetProperty()->GetNameView() : item.GetNameView());
+    writer_.WriteAttribute("name", leaf ? leaf->GetProperty()->GetKey() : item.GetNameView());
     item.NamedObject::WriteToXML(writer_);
     return true;
 }

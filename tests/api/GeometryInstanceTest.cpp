@@ -240,4 +240,21 @@ TEST_F(GeometryInstanceTest, ItsValuesAreSizedButNotPacked) {
     EXPECT_EQ(OviInstance_WriteToBinary(asset, block, sizeof block), 0u);
 }
 
+TEST_F(GeometryInstanceTest, ItsSizeIsThatOfItsNodesWhateverBecameOfTheAlternates) {
+    auto* property = static_cast<OviGeometryProperty*>(OviPropertyInstance_GetProperty(shape));
+    const auto setType = [](OviGeometryAlternate* alternate) {
+        OviAttributeProperty_SetType(alternate, OviTemplateManager_GetType("INT32"));
+    };
+    for (int i = 0; i < 2; ++i)
+        setType(OviGeometryProperty_GetAlternateAt(property, i));
+    EXPECT_EQ(OviInstance_GetSize(asset), 8u);
+    OviGeometryAlternate* low = OviGeometryProperty_GetAlternate(property, "Low");
+    OviGeometryProperty_RemoveAlternate(property, low);
+    EXPECT_EQ(OviInstance_GetSize(asset), 8u);
+    OviGeometryInstance_SetNodeInstanceAt(shape, 0, nullptr);
+    EXPECT_EQ(OviInstance_GetSize(asset), 0u);
+    EXPECT_EQ(OviInstance_GetSize(AssetOf("Mesh", "b")), 4u);
+    EXPECT_EQ(OviInstance_GetSize(AssetOf("Bare", "c")), 0u);
+}
+
 } // namespace
