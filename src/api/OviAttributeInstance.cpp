@@ -1,6 +1,7 @@
 #include "ovi/attribute_instance.h"
 
 #include "api/Barrier.h"
+#include "api/ElementChecks.h"
 #include "instances/AttributeInstance.h"
 
 using namespace Kor;
@@ -12,7 +13,11 @@ void* OviAttributeInstance_GetValue(OviAttributeInstance* attribute) {
 }
 
 void OviAttributeInstance_SetValue(OviAttributeInstance* attribute, const void* value) {
-    With<AttributeInstance>(attribute, [value](AttributeInstance& self) { self.SetValue(value); });
+    const char* function = __func__;
+    With<AttributeInstance>(attribute, [=](AttributeInstance& self) {
+        if (!RefusesElements(self.GetType(), value, self.GetDimension(), function))
+            self.SetValue(value);
+    });
 }
 
 const char* OviAttributeInstance_GetBinding(OviAttributeInstance* attribute) {

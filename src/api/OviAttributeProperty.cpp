@@ -1,6 +1,7 @@
 #include "ovi/attribute_property.h"
 
 #include "api/Barrier.h"
+#include "api/ElementChecks.h"
 #include "schema/AttributeProperty.h"
 #include "types/Type.h"
 
@@ -10,6 +11,11 @@ using namespace Kor::Api;
 namespace {
 
 void* const kNoValue = nullptr;
+
+bool RefusesElements(const AttributeProperty& property, const void* value, const char* function) {
+    const Type* type = property.GetType();
+    return Api::RefusesElements(type, value, type ? type->GetDimension() : 0, function);
+}
 
 } // namespace
 
@@ -40,7 +46,10 @@ void* OviAttributeProperty_GetDefaultValue(OviAttributeProperty* property) {
 }
 
 void OviAttributeProperty_SetDefaultValue(OviAttributeProperty* property, void* value) {
-    With<AttributeProperty>(property, [value](AttributeProperty& self) {
+    const char* function = __func__;
+    With<AttributeProperty>(property, [=](AttributeProperty& self) {
+        if (RefusesElements(self, value, function))
+            return;
         self.SetDefaultValue(value);
         self.HandOut(value);
     });
@@ -53,7 +62,10 @@ void* OviAttributeProperty_GetMinValue(OviAttributeProperty* property) {
 }
 
 void OviAttributeProperty_SetMinValue(OviAttributeProperty* property, void* value) {
-    With<AttributeProperty>(property, [value](AttributeProperty& self) {
+    const char* function = __func__;
+    With<AttributeProperty>(property, [=](AttributeProperty& self) {
+        if (RefusesElements(self, value, function))
+            return;
         self.SetMinValue(value);
         self.HandOut(value);
     });
@@ -66,15 +78,20 @@ void* OviAttributeProperty_GetMaxValue(OviAttributeProperty* property) {
 }
 
 void OviAttributeProperty_SetMaxValue(OviAttributeProperty* property, void* value) {
-    With<AttributeProperty>(property, [value](AttributeProperty& self) {
+    const char* function = __func__;
+    With<AttributeProperty>(property, [=](AttributeProperty& self) {
+        if (RefusesElements(self, value, function))
+            return;
         self.SetMaxValue(value);
         self.HandOut(value);
     });
 }
 
 bool OviAttributeProperty_IsValueValid(OviAttributeProperty* property, const void* value) {
-    return With<AttributeProperty>(
-        property, false, [value](AttributeProperty& self) { return self.IsValueValid(value); });
+    const char* function = __func__;
+    return With<AttributeProperty>(property, false, [=](AttributeProperty& self) {
+        return !RefusesElements(self, value, function) && self.IsValueValid(value);
+    });
 }
 
 bool OviAttributeProperty_IsReference(OviAttributeProperty* property) {

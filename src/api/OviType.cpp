@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "api/Barrier.h"
+#include "api/ElementChecks.h"
 #include "api/XMLBuffer.h"
 #include "schema/Template.h"
 #include "types/Type.h"
@@ -31,27 +32,44 @@ void OviType_SetAlignment(OviType* type, int alignment) {
 }
 
 int OviType_GetValueSize(OviType* type, const void* value, int count) {
-    return With<Type>(type, 0, [=](Type& self) { return self.GetValueSize(value, count); });
+    const char* function = __func__;
+    return With<Type>(type, 0, [=](Type& self) {
+        return RefusesElements(&self, value, count, function) ? 0 : self.GetValueSize(value, count);
+    });
 }
 
 void* OviType_NewValue(OviType* type, const void* initial, int count) {
-    return With<Type>(type, static_cast<void*>(nullptr),
-                      [=](Type& self) { return self.NewValue(initial, count); });
+    const char* function = __func__;
+    return With<Type>(type, static_cast<void*>(nullptr), [=](Type& self) {
+        return RefusesElements(&self, initial, count, function) ? nullptr
+                                                                : self.NewValue(initial, count);
+    });
 }
 
 void OviType_DeleteValue(OviType* type, void* value, int count) {
+    const char* function = __func__;
     With<Type>(type, [=](Type& self) {
+        if (RefusesElements(&self, value, count, function))
+            return;
         Template::HandOut(self, value, count);
         self.DeleteValue(value, count);
     });
 }
 
 int OviType_CompareValues(OviType* type, const void* a, const void* b, int count) {
-    return With<Type>(type, 0, [=](Type& self) { return self.CompareValues(a, b, count); });
+    const char* function = __func__;
+    return With<Type>(type, 0, [=](Type& self) {
+        const bool isRefused = RefusesElements(&self, a, count, function) ||
+                               RefusesElements(&self, b, count, function);
+        return isRefused ? 0 : self.CompareValues(a, b, count);
+    });
 }
 
 int OviType_GetValueAsString(OviType* type, const void* value, int index, char* buffer) {
+    const char* function = __func__;
     return With<Type>(type, 0, [=](Type& self) {
+        if (RefusesElements(&self, value, index + 1, function))
+            return 0;
         std::string text;
         const int length = value ? self.GetValueAsString(value, text, index) : 0;
         if (buffer)
@@ -67,8 +85,11 @@ int OviType_GetValueFromString(OviType* type, const char* text, void* value, int
 
 int OviType_WriteValueToBinary(OviType* type, const void* value, int count, void* buffer,
                                int bufferSize) {
+    const char* function = __func__;
     return With<Type>(type, 0, [=](Type& self) {
-        return self.WriteValueToBinary(value, count, buffer, bufferSize);
+        return RefusesElements(&self, value, count, function)
+                   ? 0
+                   : self.WriteValueToBinary(value, count, buffer, bufferSize);
     });
 }
 

@@ -26,10 +26,8 @@ AttributeProperty::AttributeProperty(const AttributeProperty& source)
     Type* type = source.GetType();
     if (!type)
         return;
-    if (type->IsLeftToUsers()) {
-        type = static_cast<Type*>(type->Clone().release());
-        type->LeaveToUsers(); // also where it is no custom type
-    }
+    if (type->IsLeftToUsers() && ObjectCast<CustomType>(type))
+        type = static_cast<Type*>(type->Clone().release()); // the copy owns its type, too
     SetType(type);
     due_ = kAllDue;
 }

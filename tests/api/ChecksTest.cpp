@@ -30,6 +30,46 @@ TEST_F(ChecksTest, WhatWentWithItsOwnerIsDeadAndItsClassIsKnown) {
               Finding("OviNamedObject_GetName: the handle is dead (it was an Asset)"));
 }
 
+TEST_F(ChecksTest, InstancesInAValueAreHandlesToo) {
+    Schema("<template name='Part'/><template name='Mesh'><attribute name='parts' type='Part'/>"
+           "<attribute name='size' type='INT32'/></template>");
+    auto* parts =
+        static_cast<OviAttributeInstance*>(PropertyOf(AssetOf("Mesh", "a"), "Mesh.parts"));
+    OviType* type = OviTemplateManager_GetTemplate("Part");
+    auto* property =
+        static_cast<OviAttributeProperty*>(OviTemplateManager_GetProperty("Mesh.parts"));
+    OviAsset* dead[] = {DeadAsset()};
+    const auto finding = [](const std::string& function) {
+        return Finding(function + ": the handle is dead (it was an Asset)");
+    };
+    OviAttributeInstance_SetValue(parts, dead);
+    EXPECT_EQ(TakeErrors(), finding("OviAttributeInstance_SetValue"));
+    EXPECT_EQ(OviType_NewValue(type, dead, 1), nullptr);
+    EXPECT_EQ(TakeErrors(), finding("OviType_NewValue"));
+    EXPECT_EQ(OviType_GetValueSize(type, dead, 1), 0);
+    EXPECT_EQ(TakeErrors(), finding("OviType_GetValueSize"));
+    EXPECT_EQ(OviType_GetValueAsString(type, dead, 0, nullptr), 0);
+    EXPECT_EQ(TakeErrors(), finding("OviType_GetValueAsString"));
+    EXPECT_EQ(OviType_WriteValueToBinary(type, dead, 1, nullptr, 0), 0);
+    EXPECT_EQ(TakeErrors(), finding("OviType_WriteValueToBinary"));
+    void* living = OviType_NewValue(type, nullptr, 1);
+    EXPECT_EQ(OviType_CompareValues(type, living, dead, 1), 0);
+    EXPECT_EQ(TakeErrors(), finding("OviType_CompareValues"));
+    OviType_DeleteValue(type, dead, 1);
+    EXPECT_EQ(TakeErrors(), finding("OviType_DeleteValue"));
+    EXPECT_FALSE(OviAttributeProperty_IsValueValid(property, dead));
+    EXPECT_EQ(TakeErrors(), finding("OviAttributeProperty_IsValueValid"));
+    for (auto [set, name] :
+         {std::pair(&OviAttributeProperty_SetDefaultValue, "OviAttributeProperty_SetDefaultValue"),
+          std::pair(&OviAttributeProperty_SetMinValue, "OviAttributeProperty_SetMinValue"),
+          std::pair(&OviAttributeProperty_SetMaxValue, "OviAttributeProperty_SetMaxValue")}) {
+        set(property, dead);
+        EXPECT_EQ(TakeErrors(), finding(name));
+    }
+    OviAttributeInstance_SetValue(parts, living);
+    EXPECT_EQ(TakeErrors(), std::vector<std::string>{});
+}
+
 TEST_F(ChecksTest, TheHandlesOfTheDeadDifferFromThoseOfNewObjects) {
     OviAsset* dead = DeadAsset();
     for (int i = 0; i < 1000; ++i)
