@@ -40,7 +40,7 @@ say "Coverage of src/"
 report=$rootDir/build/coverage/report
 mkdir -p "$report"
 cd "$rootDir"
-gcovr --root . --filter 'src/' --exclude-throw-branches --exclude-unreachable-branches \
+timeout 900 gcovr --root . --filter 'src/' --exclude-throw-branches --exclude-unreachable-branches \
     -j "$jobs" --json "$report/coverage.json" build/coverage
 
 gcovr_report() {

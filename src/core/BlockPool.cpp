@@ -1,9 +1,12 @@
-#include "core/BlockPool.h"
+#include "core/PoolChoice.h"
+
+// The other way is in BlockPoolOnHeap.cpp.
+#ifndef OVI_NO_POOL
 
 #include <cstring>
 #include <new>
 
-#include "core/HeapObjects.h"
+#include "core/BlockPool.h"
 #include "core/PieceStore.h"
 #include "core/Quarantine.h"
 #include "core/Shelf.h"
@@ -11,53 +14,7 @@
 // How memory comes in large pages is the business of the system.
 #include "platform/LargePages.h"
 
-// OVI_NO_POOL leaves every block to the heap, where its end and its failure can be seen.
-#if defined(OVI_NO_POOL)
-#elif defined(__SANITIZE_ADDRESS__)
-#define OVI_NO_POOL 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define OVI_NO_POOL 1
-#endif
-#endif
-
 namespace Kor {
-
-#ifdef OVI_NO_POOL
-
-namespace {
-
-HeapObjects objects;
-
-} // namespace
-
-void* BlockPool::Take(size_t size) {
-    return ::operator new(size);
-}
-
-void BlockPool::Give(void* block, size_t /*size*/) noexcept {
-    ::operator delete(block);
-}
-
-void* BlockPool::TakeObject(size_t size) {
-    return objects.Take(size);
-}
-
-void BlockPool::GiveObject(void* object, int classId) noexcept {
-    objects.Give(object, classId);
-}
-
-ObjectAt BlockPool::FindObject(const void* address) noexcept {
-    return objects.Find(address);
-}
-
-void BlockPool::KeepDead(bool keep) noexcept {
-    objects.KeepDead(keep);
-}
-
-void BlockPool::GiveSpareBack() noexcept {}
-
-#else
 
 namespace {
 
@@ -139,23 +96,6 @@ void BlockPool::GiveSpareBack() noexcept {
         shelf.GiveSpareBack();
 }
 
-#endif
-
-namespace {
-
-/// The last thing that the library does when it is unloaded, or the process ends. Objects that a
-/// host still has stay usable, and the memory of the last of them goes with it.
-struct EndOfLibrary {
-    EndOfLibrary() = default;
-    EndOfLibrary(const EndOfLibrary&) = delete;
-    EndOfLibrary& operator=(const EndOfLibrary&) = delete;
-    ~EndOfLibrary() {
-        Shelf::KeepNoSpares();
-        BlockPool::KeepDead(false);
-        BlockPool::GiveSpareBack();
-    }
-} const kEndOfLibrary;
-
-} // namespace
-
 } // namespace Kor
+
+#endif
