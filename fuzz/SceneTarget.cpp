@@ -12,7 +12,6 @@
 #include "instances/AttributeInstance.h"
 #include "ovi/ovi.h"
 #include "support/Finding.h"
-#include "support/Leftovers.h"
 #include "support/SampleSchema.h"
 #include "support/SceneLook.h"
 #include "support/Touch.h"
@@ -90,10 +89,7 @@ public:
     }
 
     ~LoadedScene() {
-        Leftovers leftovers;
-        leftovers.TakeScene();
         AssetManager::Get()->Terminate();
-        leftovers.Delete();
         OviErrorManager_Clear();
     }
 

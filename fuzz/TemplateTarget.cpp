@@ -12,7 +12,6 @@
 #include "manager/TemplateManager.h"
 #include "ovi/ovi.h"
 #include "support/Finding.h"
-#include "support/Leftovers.h"
 #include "xml/XMLTemplateFileWriter.h"
 
 using namespace Kor;
@@ -37,12 +36,7 @@ public:
         TemplateManager::Get()->LoadTemplateStream(kPath, source);
     }
 
-    ~LoadedFile() {
-        Leftovers leftovers;
-        leftovers.TakeSchema();
-        Ovi_Terminate();
-        leftovers.Delete();
-    }
+    ~LoadedFile() { Ovi_Terminate(); }
 
     LoadedFile(const LoadedFile&) = delete;
     LoadedFile& operator=(const LoadedFile&) = delete;

@@ -251,8 +251,10 @@ TEST_F(GeometryInstanceTest, ItsSizeIsThatOfItsNodesWhateverBecameOfTheAlternate
     OviGeometryAlternate* low = OviGeometryProperty_GetAlternate(property, "Low");
     OviGeometryProperty_RemoveAlternate(property, low);
     EXPECT_EQ(OviInstance_GetSize(asset), 8u);
+    OviNodeInstance* removed = NodeAt(shape, 0);
     OviGeometryInstance_SetNodeInstanceAt(shape, 0, nullptr);
     EXPECT_EQ(OviInstance_GetSize(asset), 0u);
+    OviObject_Delete(removed);
     EXPECT_EQ(OviInstance_GetSize(AssetOf("Mesh", "b")), 4u);
     EXPECT_EQ(OviInstance_GetSize(AssetOf("Bare", "c")), 0u);
 }

@@ -44,7 +44,7 @@ TEST_F(PropertyTest, ACloneSucceedsItsSourceAndHasItsCommands) {
     ASSERT_EQ(clone->GetCommandCount(), 2);
     EXPECT_EQ(clone->GetCommandAt(0)->GetTrigger(), 4U);
     for (int i = 0; i < 2; ++i)
-        delete clone->GetCommandAt(i); // properties never do
+        delete clone->GetCommandAt(0); // properties never do
 }
 
 TEST_F(PropertyTest, SizesArePaddedToTheTypesAlignment) {
