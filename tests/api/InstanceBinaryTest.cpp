@@ -129,6 +129,15 @@ TEST_F(InstanceBinaryTest, ClosesATemplateWithZeroesCountedOnTheAddress) {
     }
 }
 
+TEST_F(InstanceBinaryTest, CountsTheClosingZeroesOnTheWholeAddress) {
+    OviType_SetAlignment(template_, 3); // divides no power of two
+    OviAsset* asset = AssetOf("B");
+    for (uint32_t at = 0; at <= 3; ++at) {
+        const auto address = static_cast<uint64_t>(reinterpret_cast<uintptr_t>(block_ + at));
+        EXPECT_EQ(Pack(asset, at), (3 - address % 3) % 3) << at;
+    }
+}
+
 TEST_F(InstanceBinaryTest, WritesTheClosingZeroesPastTheEndOfTheBlock) {
     OviType_SetAlignment(template_, 8);
     OviAsset* asset = AssetOf("B");
