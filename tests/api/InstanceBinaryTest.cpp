@@ -129,13 +129,17 @@ TEST_F(InstanceBinaryTest, ClosesATemplateWithZeroesCountedOnTheAddress) {
     }
 }
 
+// With an odd alignment that does not divide the high half of an address, the low half alone has
+// another remainder.
 TEST_F(InstanceBinaryTest, CountsTheClosingZeroesOnTheWholeAddress) {
-    OviType_SetAlignment(template_, 3); // divides no power of two
+    const auto start = static_cast<uint64_t>(reinterpret_cast<uintptr_t>(block_));
+    uint64_t alignment = 3;
+    while (start >> 32 != 0 && (start >> 32) % alignment == 0)
+        alignment += 2;
+    OviType_SetAlignment(template_, static_cast<int>(alignment));
     OviAsset* asset = AssetOf("B");
-    for (uint32_t at = 0; at <= 3; ++at) {
-        const auto address = static_cast<uint64_t>(reinterpret_cast<uintptr_t>(block_ + at));
-        EXPECT_EQ(Pack(asset, at), (3 - address % 3) % 3) << at;
-    }
+    for (uint32_t at = 0; at <= alignment; ++at)
+        EXPECT_EQ(Pack(asset, at), (alignment - (start + at) % alignment) % alignment) << at;
 }
 
 TEST_F(InstanceBinaryTest, WritesTheClosingZeroesPastTheEndOfTheBlock) {
