@@ -172,7 +172,7 @@ TEST_F(GeometryPropertyTest, ATemplateMayBeTheTypeOfAnAlternateInAGeometryThatIt
     EXPECT_GE(OviTemplate_AddProperty(mesh, made, -1), 0);
     EXPECT_EQ(OviTemplate_GetProperty(mesh, "made"), made);
     EXPECT_EQ(OviType_GetValueSize(mesh, nullptr, 1), 0);
-    OviAttributeProperty_SetType(alternate, nullptr);
+    OviObject_Delete(alternate); // alternates are not their geometry's
 }
 
 TEST_F(GeometryPropertyTest, ASizeBeyondAllNumbersStaysTheLargestOne) {
