@@ -31,7 +31,7 @@ TEST_F(OutputFileFault, TakesTheProcesssMaskWhereThereAreNoFilesWithoutNames) {
     FileSystemCalls::RefuseUnnamedFiles(true);
     const long before = FileSystemCalls::GetRefusedCount();
     const mode_t previous = umask(0);
-    for (const mode_t mask : {0027, 0002, 0077}) {
+    for (const mode_t mask : {0027U, 0002U, 0077U}) {
         umask(mask);
         EXPECT_TRUE(WriteAll(At("file"), "text"));
         EXPECT_EQ(umask(0), mask) << "the process's own again";
