@@ -150,6 +150,23 @@ TEST_F(DeletionInUseTest, ATypeStaysForTheValuesThatItMade) {
     EXPECT_TRUE(OviPropertyInstance_IsValid(AttributeOf(asset, "T.e")));
 }
 
+TEST_F(DeletionInUseTest, ATypeIsNoLongerOneOfItsFile) {
+    Schema("<enum name='E' type='INT32'><item name='One' value='1'/></enum>"
+           "<type name='V' type='FLOAT' dim='3'/><template name='T'/>",
+           "types");
+    Schema("<template name='U'><attribute name='e' type='E'/><attribute name='v' type='V'/>"
+           "</template>",
+           "users");
+    const std::string file = PathOf("types.template");
+    EXPECT_EQ(OviTemplateManager_GetTypesByFileName(file.c_str(), nullptr, 0), 3);
+    OviObject_Delete(OviTemplateManager_GetType("V"));
+    OviObject_Delete(OviTemplateManager_GetEnumeration("E"));
+    EXPECT_EQ(OviTemplateManager_GetTypesByFileName(file.c_str(), nullptr, 0), 1);
+    EXPECT_TRUE(OviTemplateManager_SaveTemplateFile(file.c_str(), nullptr));
+    EXPECT_EQ(ReadFile(file), std::string(kHeader) + "<templates>\n\t<template name='T'/>\n"
+                                                     "</templates>");
+}
+
 // -- instances inside of values -------------------------------------------------------------------
 
 TEST_F(DeletionInUseTest, AnInstanceInAValueStaysOnlyWhereTheHostMayKnowIt) {

@@ -102,6 +102,14 @@ TEST_F(GeometryPropertyTest, AnotherLevelChangesTheFullNameButNotTheName) {
     OviObject_Delete(alternate);
 }
 
+TEST_F(GeometryPropertyTest, AListedAlternateKeepsItsPlaceWithAnotherLevel) {
+    Schema("<lod name='Zero'/>", "more");
+    OviGeometryAlternate* alternate = High();
+    OviGeometryAlternate_SetLOD(alternate, OviTemplateManager_GetLOD("Zero"));
+    EXPECT_EQ(OviGeometryProperty_GetAlternateAt(shape, 0), alternate);
+    EXPECT_EQ(OviGeometryProperty_GetAlternateCount(shape), 2);
+}
+
 TEST_F(GeometryPropertyTest, AnAlternateFollowsItsLevelsName) {
     OviGeometryProperty* made = OviGeometryProperty_New("made", 1);
     OviLOD* level = CloneOf(OviTemplateManager_GetLOD("High"));
@@ -142,6 +150,29 @@ TEST_F(GeometryPropertyTest, ItsSizeIsTheSumOfItsAlternatesUnlessOneHasNone) {
     OviAttributeProperty_SetType(OviGeometryProperty_GetAlternate(shape, "Low"),
                                  OviTemplateManager_GetType("INT32"));
     EXPECT_EQ(OviType_GetValueSize(mesh, nullptr, 1), 12);
+}
+
+TEST_F(GeometryPropertyTest, ItsValuesStandBehindTheOthersWithoutPadding) {
+    Schema("<template name='Padded'><attribute name='byte' type='INT8'/><geometry name='shape'>"
+           "<alternate lod='Low'/><alternate lod='High'/></geometry></template>",
+           "padded");
+    OviTemplate* padded = TemplateOf("Padded");
+    for (const auto& [level, type] : {std::pair{"High", "DOUBLE"}, std::pair{"Low", "INT32"}})
+        OviAttributeProperty_SetType(OviGeometryProperty_GetAlternate(Shape(padded), level),
+                                     OviTemplateManager_GetType(type));
+    EXPECT_EQ(OviType_GetValueSize(padded, nullptr, 1), 1 + 8 + 4);
+}
+
+TEST_F(GeometryPropertyTest, ATemplateMayBeTheTypeOfAnAlternateInAGeometryThatItIsGiven) {
+    OviTemplate* mesh = TemplateOf("Mesh");
+    OviGeometryProperty* made = OviGeometryProperty_New("made", 1);
+    OviGeometryAlternate* alternate = CloneOf(High());
+    OviGeometryProperty_AddAlternate(made, alternate);
+    EXPECT_TRUE(OviAttributeProperty_SetType(alternate, mesh));
+    EXPECT_GE(OviTemplate_AddProperty(mesh, made, -1), 0);
+    EXPECT_EQ(OviTemplate_GetProperty(mesh, "made"), made);
+    EXPECT_EQ(OviType_GetValueSize(mesh, nullptr, 1), 0);
+    OviObject_Delete(alternate); // alternates are not their geometry's
 }
 
 TEST_F(GeometryPropertyTest, ASizeBeyondAllNumbersStaysTheLargestOne) {

@@ -129,6 +129,19 @@ TEST_F(InstanceBinaryTest, ClosesATemplateWithZeroesCountedOnTheAddress) {
     }
 }
 
+// With an odd alignment that does not divide the high half of an address, the low half alone has
+// another remainder.
+TEST_F(InstanceBinaryTest, CountsTheClosingZeroesOnTheWholeAddress) {
+    const auto start = static_cast<uint64_t>(reinterpret_cast<uintptr_t>(block_));
+    uint64_t alignment = 3;
+    while (start >> 32 != 0 && (start >> 32) % alignment == 0)
+        alignment += 2;
+    OviType_SetAlignment(template_, static_cast<int>(alignment));
+    OviAsset* asset = AssetOf("B");
+    for (uint32_t at = 0; at <= alignment; ++at)
+        EXPECT_EQ(Pack(asset, at), (alignment - (start + at) % alignment) % alignment) << at;
+}
+
 TEST_F(InstanceBinaryTest, WritesTheClosingZeroesPastTheEndOfTheBlock) {
     OviType_SetAlignment(template_, 8);
     OviAsset* asset = AssetOf("B");

@@ -111,6 +111,33 @@ TEST_F(OddDirectoryTest, ADirectoryThatIsClosedHidesNoOther) {
     EXPECT_EQ(Sources()[0], root + "\\closed");
 }
 
+TEST_F(OddDirectoryTest, APackageWhoseDirectoryIsClosedIsTakenFromTheNextSearchPath) {
+    Write("one/closed/X.template");
+    Write("two/closed/Y.template");
+    const std::string user = WriteSchema("U.template", "<templates><using package='closed'/>"
+                                                       "<template name='U'/></templates>");
+    const std::string directory = PathOf("one/closed/.");
+    fs::permissions(directory, fs::perms::none);
+    Names errors;
+    bool loaded[2] = {};
+    {
+        const OrdinaryUser ordinary;
+        if (!ordinary.IsBound() || !ordinary.CanReach(user))
+            GTEST_SKIP() << "permissions do not bind this user, or close the directories above";
+        OviTemplateManager_AddSearchPath((Directory() + "/one").c_str(), false);
+        loaded[0] = Load("closed");
+        OviTemplateManager_LoadTemplateFile(user.c_str());
+        errors = Errors();
+        OviTemplateManager_AddSearchPath((Directory() + "/two").c_str(), false);
+        loaded[1] = Load("closed");
+    }
+    fs::permissions(directory, fs::perms(0755));
+    EXPECT_FALSE(loaded[0]);
+    EXPECT_EQ(errors, Names{"2 2 Package not found: closed"}) << "and that where it is used alone";
+    EXPECT_TRUE(loaded[1]);
+    EXPECT_EQ(Schema(), (Names{"U#1", "closed.Y#1"}));
+}
+
 TEST_F(OddDirectoryTest, ALinkBackIsPassedOverInSilence) {
     Write("defs/a/inner/X.template");
     Write("defs/z/X.template");
@@ -142,6 +169,8 @@ OVI_NOT_ON_WINDOWS(OddDirectoryTest, ADirectoryThatCannotBeListedStopsNoLoading,
                    "making links is for administrators")
 OVI_NOT_ON_WINDOWS(OddDirectoryTest, ADirectoryThatIsClosedHidesNoOther,
                    "there are no permission bits")
+OVI_NOT_ON_WINDOWS(OddDirectoryTest, APackageWhoseDirectoryIsClosedIsTakenFromTheNextSearchPath,
+                   "there are no permission bits")
 OVI_NOT_ON_WINDOWS(OddDirectoryTest, ALinkBackIsPassedOverInSilence,
                    "making links is for administrators")
 OVI_NOT_ON_WINDOWS(OddDirectoryTest, ALinkToADirectoryAsideIsAPackage,
@@ -156,6 +185,18 @@ TEST_F(OddDirectoryTest, ASearchPathThatCannotBeListedIsNotReported) {
     OviTemplateManager_AddSearchPath((Directory() + "/missing").c_str(), true);
     EXPECT_EQ(Packages(), Names{"none"});
     EXPECT_EQ(Errors(), Names{});
+}
+
+// Dots separate the parts of a package's name, so that one inside of a part leads elsewhere.
+TEST_F(OddDirectoryTest, ADirectoryWithADotInItsNameIsListedButNotFound) {
+    WriteSchema("defs/x.y/T.template", "<templates><template name='T'/></templates>");
+    AddPath("defs");
+    EXPECT_EQ(Packages(), Names{"x.y"});
+    EXPECT_FALSE(Load("x.y"));
+    EXPECT_EQ(Schema(), Names{});
+    WriteSchema("defs/x/y/U.template", "<templates><template name='U'/></templates>");
+    EXPECT_TRUE(Load("x.y"));
+    EXPECT_EQ(Schema(), Names{"U#1"});
 }
 
 } // namespace

@@ -164,6 +164,17 @@ TEST_F(PackageTest, AFaultyFileDoesNotCountAsLoaded) {
     EXPECT_NE(OviTemplate_GetProperty(OviTemplateManager_GetTemplate("a.A"), "x"), nullptr);
 }
 
+TEST_F(PackageTest, AFileThatDefinesNoTypesDoesNotCountAsLoadedWithItsPackage) {
+    WriteSchema("defs/a/L.template", "<templates><lod name='L'/></templates>");
+    AddPath("defs");
+    EXPECT_TRUE(Load("a"));
+    EXPECT_NE(OviTemplateManager_GetLOD("L"), nullptr);
+    WriteSchema("defs/a/L.template", "<templates><template name='T'/></templates>");
+    const std::string path = Directory() + "/defs\\a\\L.template";
+    EXPECT_TRUE(OviTemplateManager_LoadTemplateFile(path.c_str()));
+    EXPECT_EQ(Schema(), Names{"T#1"}) << "read again";
+}
+
 TEST_F(PackageTest, FilesAreReadInAscendingOrderWithoutRegardToCase) {
     const auto write = [this](const char* file, const char* parent) {
         WriteSchema(std::string("defs/pkg/") + file + ".template",

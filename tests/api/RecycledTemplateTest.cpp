@@ -46,6 +46,18 @@ TEST_F(RecycledTemplateTest, ARecycledTemplateMayBeDefinedAnewFromAnyFile) {
     EXPECT_NE(Find("One"), nullptr);
 }
 
+TEST_F(RecycledTemplateTest, OtherFilesMayExtendItAndUseItAsAType) {
+    const std::string file = Load("a.template", kOne);
+    OviTemplate* one = Find("One");
+    AddAttribute(Make("User"), "one", one);
+    Unload(file);
+    Load("b.template", "<template name='Heir'><extends template='One'/></template>"
+                       "<template name='Holder'><attribute name='one' type='One'/></template>");
+    EXPECT_EQ(ParentsOf(Find("Heir")), Names{"One#1"});
+    EXPECT_EQ(TypeOf("Holder.one"), one);
+    EXPECT_TRUE(IsRecycled(one)) << "to be named does not define it";
+}
+
 TEST_F(RecycledTemplateTest, AVersionCopiedFromARecycledTemplateIsNotRecycled) {
     const std::string file = Load("a.template", kOne);
     AddAttribute(Make("User"), "one", Find("One"));

@@ -53,6 +53,26 @@ TEST_F(SceneFormatRefusals, ARefusedElementInAnotherOfItsKindEndsAlone) {
     EXPECT_EQ(OviAssetManager_GetAsset("w"), nullptr);
 }
 
+TEST_F(SceneFormatRefusals, AnAssetRefInASkippedAttributeIsReadAsAnywhere) {
+    Load("<asset name='x'><implements template='T'/><attribute property='T.gone'>"
+         "<assetRef name='w'/></attribute></asset>");
+    EXPECT_NE(OviAssetManager_GetAsset("w"), nullptr);
+    EXPECT_EQ(OviAssetManager_GetAssetCount(), 2);
+}
+
+// Only attributes have values, of which the assets in them would be elements.
+TEST_F(SceneFormatRefusals, AnAssetInARefusedNodeOrGeometryIsOneOfTheScene) {
+    for (const char* refused : {"node", "anchor", "geometry"}) {
+        OviAssetManager_NewScene();
+        const std::string element(refused);
+        Load("<asset name='x'><implements template='T'/><" + element + " property='T.gone'>" +
+             "<asset name='w'><implements template='T'/><attribute property='T.a' value='5'/>" +
+             "</asset></" + element + "><attribute property='T.a' value='3'/></asset>");
+        EXPECT_EQ(Numbers(OviAssetManager_GetAsset("w"), "T.a"), Ints{5}) << refused;
+        EXPECT_EQ(Numbers(OviAssetManager_GetAsset("x"), "T.a"), Ints{3}) << refused;
+    }
+}
+
 TEST_F(SceneFormatRefusals, AnEndTagEndsWhatStandsInItsElementToo) {
     Load("<asset name='x'><implements template='T'/><attribute property='T.m'><asset name='p'>"
          "</attribute><attribute property='T.a' value='4'/></asset></asset><asset name='y'/>");

@@ -81,6 +81,23 @@ TEST_F(SceneFormatWriting, NestedInstancesAreAssetsInside) {
                     "\t</asset>"));
 }
 
+TEST_F(SceneFormatWriting, AMissingInstanceLeavesNoGapSoThatTheNextTakesItsPlace) {
+    Schema("<template name='N'/><type name='P' type='N' dim='2'/>"
+           "<template name='T'><attribute name='p' type='P'/></template>");
+    OviInstance* const block[] = {nullptr, OviInstance_New("q")};
+    OviAsset* asset = AssetOf("T", "x");
+    OviAttributeInstance_SetValue(AttributeOf(asset, "T.p"), block);
+    OviObject_Delete(block[1]);
+    EXPECT_EQ(NestedIn(asset, "T.p", 0), nullptr);
+    EXPECT_EQ(SaveTwice(),
+              Scene("\t<asset name='x'>\n\t\t<implements template='T' version='1'/>\n"
+                    "\t\t<attribute property='T.p' binding=''>\n\t\t\t<asset name='q'/>\n"
+                    "\t\t</attribute>\n\t</asset>"));
+    asset = OviAssetManager_GetAsset("x");
+    EXPECT_STREQ(OviNamedObject_GetName(NestedIn(asset, "T.p", 0)), "q");
+    EXPECT_EQ(NestedIn(asset, "T.p", 1), nullptr);
+}
+
 TEST_F(SceneFormatWriting, ReferencesAndLocksAreReadButNotWritten) {
     Schema("<template name='T'><attribute name='a' type='INT32'/></template>");
     EXPECT_TRUE(Load("<asset name='x' reference='f'><implements template='T'/><attribute "

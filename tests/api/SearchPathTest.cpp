@@ -81,6 +81,25 @@ TEST_F(SearchPathTest, AnEqualPathAddedAgainLoadsNothing) {
     EXPECT_NE(OviTemplateManager_GetTemplate("T"), nullptr);
 }
 
+TEST_F(SearchPathTest, AFaultyPackageNeitherChangesTheResultNorStopsTheOthers) {
+    WriteFile("defs/a/T.template", "no header");
+    WriteFile("defs/b/T.template", "<?xml?><templates><template name='T'/></templates>");
+    EXPECT_EQ(OviTemplateManager_AddSearchPath(PathOf("defs").c_str(), true), ~0);
+    EXPECT_EQ(Errors(), Names{"1 1 Missing XML header element"});
+    EXPECT_NE(OviTemplateManager_GetTemplate("T"), nullptr);
+    EXPECT_FALSE(OviTemplateManager_LoadPackage("a"));
+}
+
+TEST_F(SearchPathTest, PackagesAreLoadedInByteOrder) {
+    WriteFile("defs/a/T.template", "<?xml?><templates package='a'><template name='T'>"
+                                   "<extends template='B.Base'/></template></templates>");
+    WriteFile("defs/B/Base.template",
+              "<?xml?><templates package='B'><template name='Base'/></templates>");
+    OviTemplateManager_AddSearchPath(PathOf("defs").c_str(), true);
+    EXPECT_EQ(Errors(), Names{}) << "capitals come first";
+    EXPECT_EQ(ParentsOf(OviTemplateManager_GetTemplate("a.T")), Names{"B.Base#1"});
+}
+
 TEST_F(SearchPathTest, RemovalUnloadsNothing) {
     WriteFile("defs/p/T.template", "<?xml?><templates><template name='T'/></templates>");
     const std::string path = PathOf("defs");

@@ -127,6 +127,23 @@ TEST_F(TemplateFileElements, TypeKeepsNoCommentOfItsBase) {
     EXPECT_EQ(CommentOf(OviTemplateManager_GetType("p.W")), "");
 }
 
+TEST_F(TemplateFileElements, TypesEnumerationsLevelsAndPackagesMayStandInsideAMember) {
+    WriteFile("q/G.template", Wrap("<template name='Base'/>"));
+    OviTemplateManager_AddSearchPath(Directory().c_str(), false);
+    EXPECT_EQ(Load("<template name='T'><attribute name='a' type='INT32'><type name='V' "
+                   "type='FLOAT'/><enum name='E' type='INT32'><item name='I' value='1'/></enum>"
+                   "<lod name='L'/><using package='q'/><label>a</label></attribute>"
+                   "<type name='W' type='V'/><extends template='Base'/></template>"),
+              Lines{});
+    for (const char* name : {"p.V", "p.W"})
+        EXPECT_NE(OviTemplateManager_GetType(name), nullptr) << name;
+    EXPECT_EQ(OviEnumeration_GetItemCount(OviTemplateManager_GetEnumeration("p.E")), 1);
+    EXPECT_NE(OviTemplateManager_GetLOD("L"), nullptr);
+    EXPECT_STREQ(OviNamedObject_GetLabel(Attribute(Get("p.T"), "a"), nullptr), "a")
+        << "the attribute is still open";
+    EXPECT_NE(OviTemplate_GetParent(Get("p.T"), "p.Base#1"), nullptr);
+}
+
 // -- labels and descriptions ------------------------------------------------------------------
 
 TEST_F(TemplateFileElements, LabelsAndDescriptionsGoToTheInnermostObject) {

@@ -65,6 +65,28 @@ TEST_F(TemplateFileHostEdits, ACloneUnderANewNameKeepsItsProperties) {
     EXPECT_EQ(OviTemplate_GetPropertyCount(Get("p.T")), 2);
 }
 
+// Its latest version is that of the origin, which there is none of under the new name.
+TEST_F(TemplateFileHostEdits, ACloneOfALowerVersionAloneUnderANewNameIsLeftOut) {
+    Load("<template name='T'><attribute name='a' type='INT32'/><attribute name='b' type='INT32' "
+         "version='2'/></template>");
+    OviTemplate* clone = Cloned(Get("p.T", 1), "p.Third");
+    EXPECT_EQ(Get("p.Third"), clone);
+    EXPECT_EQ(OviTemplate_GetLatestVersion(clone), 2);
+    EXPECT_EQ(OviTemplateManager_GetTemplate("p.Third"), nullptr);
+    EXPECT_EQ(SavedContent().find("Third"), std::string::npos) << SavedContent();
+}
+
+TEST_F(TemplateFileHostEdits, ACloneDoesNotTakeViewsAlong) {
+    Load("<template name='T'><attribute name='a' type='INT32'/><view name='main' "
+         "template='T'><property name='a'/></view></template>");
+    EXPECT_EQ(OviTemplate_GetViewCount(Cloned(Get("p.T"), "p.First")), 0);
+    const std::string text = SavedContent();
+    EXPECT_NE(text.find("<template name='First'>"), std::string::npos) << text;
+    const size_t view = text.find("<view ");
+    ASSERT_NE(view, std::string::npos) << text;
+    EXPECT_EQ(text.find("<view ", view + 1), std::string::npos) << text;
+}
+
 TEST_F(TemplateFileHostEdits, ATemplateMadeByATypeElementIsWrittenAsItWasChanged) {
     EXPECT_EQ(Load("<template name='T'><attribute name='a' type='INT32'/><attribute name='b' "
                    "type='INT32'/></template><type name='U' type='T'/><type name='V' type='T' "
@@ -279,6 +301,20 @@ TEST_F(TemplateFileHostEdits, ATemplateWhoseLatestVersionIsGoneIsLeftOut) {
     OviTemplate* latest = Get("p.T", 2);
     OviTemplateManager_RemoveTemplate(latest);
     EXPECT_EQ(SavedContent(), "\t<template name='U'/>");
+    OviObject_Delete(latest);
+}
+
+TEST_F(TemplateFileHostEdits, ATemplateWhoseLatestVersionIsGoneIsSkippedInSilence) {
+    Load("<template name='T'><attribute name='b' type='BOOL' version='2'/></template>");
+    OviTemplate* latest = Get("p.T", 2);
+    OviTemplateManager_RemoveTemplate(latest);
+    const std::string other = WriteFile(
+        "in/p/G.template", Wrap("<template name='T'><nonsense/><attribute name='c' type='BOOL'/>"
+                                "</template><template name='U'/>"));
+    EXPECT_TRUE(OviTemplateManager_LoadTemplateFile(other.c_str()));
+    EXPECT_EQ(Errors(), Lines{});
+    EXPECT_EQ(OviTemplateManager_GetTemplate("p.T"), nullptr);
+    EXPECT_NE(Get("p.U"), nullptr) << "what follows is read";
     OviObject_Delete(latest);
 }
 

@@ -244,4 +244,14 @@ TEST_F(TemplateFileInPackages, ReportsAFileOfAPackageThatCannotBeRead) {
               (Lines{"1 1 Missing XML header element", "2 3 Package not found: q"}));
 }
 
+TEST_F(TemplateFileInPackages, TakesAFileWhoseNameDiffersInCaseForTheSame) {
+    ASSERT_EQ(Load("<template name='T'/>"), Lines{});
+    const std::string other = path_.substr(0, path_.size() - 10) + "F.TEMPLATE";
+    LoadText(Wrap("<template name='T'><attribute name='a' type='BOOL'/></template>"));
+    EXPECT_EQ(OviTemplate_GetPropertyCount(Get("p.T")), 0) << "loaded already";
+    EXPECT_TRUE(OviTemplateManager_LoadTemplateFile(other.c_str()));
+    EXPECT_EQ(Errors(), Lines{});
+    EXPECT_NE(Attribute(Get("p.T"), "a"), nullptr) << "the template goes on";
+}
+
 } // namespace

@@ -121,6 +121,21 @@ TEST_F(TemplateFileViewsTest, TextsAndCommentsGoToTheCurrentItem) {
     EXPECT_STREQ(OviNamedObject_GetLabel(leaf, nullptr), "P");
 }
 
+TEST_F(TemplateFileViewsTest, TextsGoToTheMemberBeforeTheViewItemBeforeTheTemplate) {
+    EXPECT_EQ(Load("<template name='T'><attribute name='a' type='INT32'>"
+                   "<view name='v' template='Mesh'><label>x</label></view></attribute>"
+                   "<view name='w' template='Mesh'><attribute name='b' type='INT32'>"
+                   "<label>y</label></attribute><label>z</label></view><label>t</label>"
+                   "</template>"),
+              Names{});
+    OviTemplate* type = OviTemplateManager_GetTemplate("T");
+    EXPECT_STREQ(OviNamedObject_GetLabel(OviTemplate_GetProperty(type, "a"), nullptr), "x");
+    EXPECT_EQ(OviNamedObject_GetLabelCount(View("v")), 0) << "though it is the innermost";
+    EXPECT_STREQ(OviNamedObject_GetLabel(OviTemplate_GetProperty(type, "b"), nullptr), "y");
+    EXPECT_STREQ(OviNamedObject_GetLabel(View("w"), nullptr), "z");
+    EXPECT_STREQ(OviNamedObject_GetLabel(type, nullptr), "t");
+}
+
 TEST_F(TemplateFileViewsTest, TheSecondViewOfANameTakesThePlace) {
     EXPECT_EQ(Load("<view name='main' template='Mesh'><group name='a'/></view>"
                    "<view name='main' template='Mesh'><group name='b'/></view>"),

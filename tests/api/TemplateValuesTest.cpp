@@ -145,6 +145,18 @@ TEST_F(TemplateValuesTest, AValueIsValidWhenNoElementIsNull) {
     OviObject_Delete(property);
 }
 
+TEST_F(TemplateValuesTest, BoundsDoNotMakeAValueInvalid) {
+    OviAttributeProperty* property = NewAttribute("mesh", 1, mesh);
+    OviInstance* const none = nullptr;
+    OviAttributeProperty_SetMinValue(property, OviType_NewValue(mesh, &none, 1));
+    OviAttributeProperty_SetMaxValue(property, OviType_NewValue(mesh, &none, 1));
+    OviInstance* instance = OviInstance_New("a");
+    EXPECT_TRUE(OviAttributeProperty_IsValueValid(property, &instance));
+    EXPECT_FALSE(OviAttributeProperty_IsValueValid(property, &none));
+    OviObject_Delete(instance);
+    OviObject_Delete(property);
+}
+
 TEST_F(TemplateValuesTest, AValueWithoutElementsIsValidUnlessItIsNull) {
     const std::string file = WriteSchema("many.template", "<templates><type name='Meshes' "
                                                           "type='Mesh' dim='0'/></templates>");
@@ -178,6 +190,20 @@ TEST_F(TemplateValuesTest, ATextMakesAnInstanceOfTheTemplateItNames) {
     EXPECT_EQ(OviType_GetValueFromString(mesh, "Mesh", nullptr, 0), 4);
     EXPECT_EQ(OviType_GetValueFromString(mesh, nullptr, value, 0), 0);
     OviType_DeleteValue(mesh, value, 1);
+}
+
+TEST_F(TemplateValuesTest, ATextIsReadIntoTheElementItIsFor) {
+    void* value = OviType_NewValue(mesh, nullptr, 2);
+    OviInstance* first = ElementOf(value, 0);
+    OviInstance* replaced = ElementOf(value, 1);
+    OviNamedObject_SetName(replaced, "replaced");
+    OviTemplateManager_AddAnchorType(replaced); // which forgets it when it is deleted
+    EXPECT_EQ(OviType_GetValueFromString(mesh, "Mesh", value, 1), 4);
+    EXPECT_EQ(OviTemplateManager_GetAnchorTypeCount(), 0);
+    EXPECT_EQ(ElementOf(value, 0), first);
+    EXPECT_EQ(TextOf(mesh, value, 0), "");
+    EXPECT_EQ(TextOf(mesh, value, 1), "Mesh");
+    OviType_DeleteValue(mesh, value, 2);
 }
 
 TEST_F(TemplateValuesTest, ANameWithAPackageIsNoNameForTheInstanceItMakes) {

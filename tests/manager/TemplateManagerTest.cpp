@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "core/ErrorManager.h"
 #include "instances/Instance.h"
 #include "manager/TemplateManager.h"
 #include "manager/UsingList.h"
@@ -188,6 +189,24 @@ TEST_F(TemplateManagerTest, ATemplateIsLookedForWithThePrefixesAfterItsBareName)
     EXPECT_EQ(Manager().GetTemplate("Late"), nullptr);
     EXPECT_FALSE(Manager().LoadTemplate("Plate", &prefixes));
     EXPECT_EQ(Manager().GetLoadedFiles().GetAll().size(), 2U);
+}
+
+TEST_F(TemplateManagerTest, APrefixIsTriedAfterAFaultyFileOfTheBareName) {
+    const auto directory = std::filesystem::path(OVI_TEST_OUTPUT_DIR) / "ManagerFaulty";
+    std::filesystem::remove_all(directory);
+    std::filesystem::create_directories(directory / "x");
+    std::ofstream(directory / "Cup.template") << "no header";
+    std::ofstream(directory / "x" / "Cup.template")
+        << "<?xml version='1.0'?><templates><template name='OfPrefix'/></templates>";
+    Manager().AddSearchPath(directory.string(), false);
+    EXPECT_FALSE(Manager().LoadTemplate("Cup", nullptr));
+    EXPECT_EQ(ErrorManager::Get()->GetErrorItemCount(kError), 1);
+    ErrorManager::Get()->Clear();
+    const auto prefixes = List<SortedStringList>({"x"});
+    EXPECT_TRUE(Manager().LoadTemplate("Cup", &prefixes));
+    EXPECT_NE(Manager().GetTemplate("OfPrefix"), nullptr);
+    EXPECT_EQ(ErrorManager::Get()->GetErrorItemCount(kError), 1);
+    ErrorManager::Get()->Clear();
 }
 
 TEST_F(TemplateManagerTest, ADeletedTypeWhosePlaceAnotherTookBelongsToItsUsersAlone) {

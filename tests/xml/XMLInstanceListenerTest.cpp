@@ -5,6 +5,7 @@
 #include "instances/AssetManager.h"
 #include "manager/TemplateManager.h"
 #include "schema/AttributeProperty.h"
+#include "schema/GeometryProperty.h"
 #include "xml/XMLAttributes.h"
 #include "xml/XMLParser.h"
 
@@ -30,8 +31,9 @@ protected:
         ErrorManager::Get()->Initialize();
         TemplateManager::Get()->Initialize();
         AssetManager::Get()->Initialize();
-        auto attribute = std::make_unique<AttributeProperty>("a", 1);
-        TemplateManager::Get()->CreateTemplate("T")->AddProperty(attribute.release(), -1);
+        Template* type = TemplateManager::Get()->CreateTemplate("T");
+        type->AddProperty(std::make_unique<AttributeProperty>("a", 1).release(), -1);
+        type->AddProperty(std::make_unique<GeometryProperty>("g", 1).release(), -1);
     }
     void TearDown() override {
         AssetManager::Get()->Terminate();
@@ -73,8 +75,28 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"AssetRefWithoutName", "<assetRef/>", true},
         Case{"ImplementsWithoutTemplate", "<asset name='x'><implements/></asset>", true},
         Case{"ImplementsOutside", "<implements/>", false},
-        Case{"AttributeOutside", "<attribute/>", false},
+        Case{"AttributeOutside", "<attribute/>", false}, Case{"NodeOutside", "<node/>", false},
+        Case{"AnchorOutside", "<anchor/>", false}, Case{"GeometryOutside", "<geometry/>", false},
         Case{"AttributeWithoutProperty", "<asset name='x'><attribute/></asset>", false},
+        Case{"NodeWithoutProperty", "<asset name='x'><node/></asset>", false},
+        Case{"AnchorWithoutProperty", "<asset name='x'><anchor/></asset>", false},
+        Case{"GeometryWithoutProperty", "<asset name='x'><geometry/></asset>", false},
+        Case{"GeometryInsideAnother",
+             "<asset name='x'><geometry property='T.g'><geometry property='T.g'/></geometry>"
+             "</asset>",
+             false},
+        Case{"AlternateOutside", "<asset name='x'><alternate lod='L' binding='b'/></asset>", false},
+        Case{"AlternateWithoutLevel",
+             "<asset name='x'><geometry property='T.g'><alternate binding='b'/></geometry></asset>",
+             false},
+        Case{"AlternateWithoutBinding",
+             "<asset name='x'><geometry property='T.g'><alternate lod='L'/></geometry></asset>",
+             false},
+        Case{"NoAttribute", "<asset name='x'><attribute property='T.g'/></asset>", false},
+        Case{"UnknownLevel",
+             "<asset name='x'><geometry property='T.g'><alternate lod='L' binding='b'/></geometry>"
+             "</asset>",
+             false},
         Case{"UnknownTemplate", "<asset name='x'><implements template='U'/></asset>", false},
         Case{"UnknownProperty", "<asset name='x'><attribute property='T.b'/></asset>", false},
         Case{"InvalidName", "<asset name='a b'/>", false}),
