@@ -96,6 +96,23 @@ void BlockPool::GiveSpareBack() noexcept {
         shelf.GiveSpareBack();
 }
 
+namespace {
+
+/// The last thing that the library does when it is unloaded, or the process ends. Objects that a
+/// host still has stay usable, and the memory of the last of them goes with it.
+struct EndOfLibrary {
+    EndOfLibrary() = default;
+    EndOfLibrary(const EndOfLibrary&) = delete;
+    EndOfLibrary& operator=(const EndOfLibrary&) = delete;
+    ~EndOfLibrary() {
+        Shelf::KeepNoSpares();
+        BlockPool::KeepDead(false);
+        BlockPool::GiveSpareBack();
+    }
+} const kEndOfLibrary;
+
+} // namespace
+
 } // namespace Kor
 
 #endif

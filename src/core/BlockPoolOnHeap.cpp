@@ -42,6 +42,18 @@ void BlockPool::KeepDead(bool keep) noexcept {
 
 void BlockPool::GiveSpareBack() noexcept {}
 
+namespace {
+
+/// The last thing that the library does, as with the pool.
+struct EndOfLibrary {
+    EndOfLibrary() = default;
+    EndOfLibrary(const EndOfLibrary&) = delete;
+    EndOfLibrary& operator=(const EndOfLibrary&) = delete;
+    ~EndOfLibrary() { BlockPool::KeepDead(false); }
+} const kEndOfLibrary;
+
+} // namespace
+
 } // namespace Kor
 
 #endif
