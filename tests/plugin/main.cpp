@@ -107,8 +107,7 @@ bool Use(Library library, bool end) {
 
 void Ignore(void*, void*, int, void*) {}
 
-/// Makes a schema and a scene, saves, changes and loads them, and makes mistakes. What the library
-/// leaves to its hosts, such as levels of detail, is not among it.
+/// Makes a schema and a scene, saves, changes and loads them, and makes mistakes.
 bool UseMuch(Library library, const std::string& directory) {
 #define OVI_FIND(function) const auto function = Find<decltype(::function)>(library, #function)
     OVI_FIND(Ovi_Initialize);
@@ -130,9 +129,12 @@ bool UseMuch(Library library, const std::string& directory) {
     OVI_FIND(OviAnchorProperty_AddAnchorType);
 #undef OVI_FIND
     const std::string schema = directory + "/plugin.template";
-    std::ofstream(schema) << "<?xml version='1.0'?><templates><enum name='Colour' type='INT32'>"
+    std::ofstream(schema) << "<?xml version='1.0'?><templates><lod name='High'/>"
+                             "<enum name='Colour' type='INT32'>"
                              "<item name='Red' value='1'/></enum><template name='Thing'>"
-                             "<attribute name='size' type='FLOAT' default='1'/><node name='n'/>"
+                             "<attribute name='size' type='FLOAT' default='1'>"
+                             "<command execute='run' notification='now'/></attribute>"
+                             "<node name='n'/><geometry name='g'><alternate lod='High'/></geometry>"
                              "<attribute name='colour' type='Colour'/></template>"
                              "<view name='main' template='Thing'><property name='size'/></view>"
                              "<template name='Other' extends='Thing'/></templates>";
