@@ -32,11 +32,11 @@ void Trace(const Call& call, const World& world) {
 
 void RunNextCall(World& world) {
     const Call& call = AllCalls()[world.GetInput().TakeIndex(AllCalls().size())];
-    if (world.GetCallDepth() > 0 && !(call.traits & Call::kInCallbacks))
+    if (world.GetCallDepth() > 0 && (call.traits & Call::kOutside) != 0)
         return;
     Trace(call, world);
     std::optional<World::Transfer> transfer;
-    if (call.traits & Call::kTransfers)
+    if (!(call.traits & Call::kReads))
         transfer.emplace(world);
     call.run(world);
     if (!(call.traits & Call::kReads))
