@@ -12,6 +12,7 @@ struct Call {
     enum Traits : unsigned {
         kReads = 1,   ///< Changes nothing.
         kOutside = 2, ///< Must not be called while a callback runs.
+        kDrastic = 4, ///< Ends or replaces what calls further out may be working on.
     };
 
     const char* name;

@@ -12,6 +12,7 @@ using namespace Kor;
 namespace {
 
 constexpr unsigned kChanges = 0;
+constexpr unsigned kDrastic = Call::kDrastic;
 constexpr unsigned kReads = Call::kReads;
 
 void GetSize(World& world) {
@@ -84,12 +85,12 @@ void SetChecks(World& world) {
 std::vector<Call> CallsOfInstances() {
     return {
         OVI_MAKES(OviInstance_New),
-        OVI_CHANGES(OviInstance_AddTemplate),
+        OVI_ROW(OviInstance_AddTemplate, kDrastic),
         OVI_READS(OviInstance_GetTemplate),
         OVI_READS(OviInstance_GetTemplateAt),
         OVI_READS(OviInstance_GetTemplateCount),
-        OVI_CHANGES(OviInstance_RemoveTemplate),
-        OVI_CHANGES(OviInstance_UpdateTemplate),
+        OVI_ROW(OviInstance_RemoveTemplate, kDrastic),
+        OVI_ROW(OviInstance_UpdateTemplate, kDrastic),
         OVI_CHANGES(OviInstance_GetPropertyInstance),
         OVI_READS(OviInstance_IsPropertyInstanceValid),
         OVI_READS(OviInstance_IsValid),
@@ -107,11 +108,11 @@ std::vector<Call> CallsOfInstances() {
         OVI_CHANGES(OviPropertyInstance_SetValueLocked),
 
         OVI_CHANGES(OviAttributeInstance_GetValue),
-        OVI_SPECIAL(OviAttributeInstance_SetValue, SetValue, kChanges),
+        OVI_SPECIAL(OviAttributeInstance_SetValue, SetValue, kDrastic),
         OVI_READS(OviAttributeInstance_GetBinding),
         OVI_CHANGES(OviAttributeInstance_SetBinding),
         OVI_READS(OviAttributeInstance_GetDimension),
-        OVI_SPECIAL(OviAttributeInstance_SetDimension, SetDimension, kChanges),
+        OVI_SPECIAL(OviAttributeInstance_SetDimension, SetDimension, kDrastic),
         OVI_READS(OviAnchorInstance_GetAttachedAnchor),
         OVI_CHANGES(OviAnchorInstance_SetAttachedAnchor),
         OVI_READS(OviGeometryInstance_GetNodeInstanceAt),
@@ -125,9 +126,9 @@ std::vector<Call> CallsOfInstances() {
         OVI_READS(OviAssetManager_GetAsset),
         OVI_CHANGES(OviAssetManager_NewAsset),
         OVI_CHANGES(OviAssetManager_AddAsset),
-        OVI_CHANGES(OviAssetManager_RemoveAsset),
-        OVI_SPECIAL(OviAssetManager_NewScene, NewScene, kChanges),
-        OVI_SPECIAL(OviAssetManager_LoadScene, LoadScene, kChanges),
+        OVI_ROW(OviAssetManager_RemoveAsset, kDrastic),
+        OVI_SPECIAL(OviAssetManager_NewScene, NewScene, kDrastic),
+        OVI_SPECIAL(OviAssetManager_LoadScene, LoadScene, kDrastic),
         OVI_SPECIAL(OviAssetManager_SaveScene, SaveScene, kReads),
         OVI_READS(OviAssetManager_IsDirty),
 

@@ -7,6 +7,7 @@
 namespace {
 
 constexpr unsigned kChanges = 0;
+constexpr unsigned kDrastic = Call::kDrastic;
 constexpr unsigned kReads = Call::kReads;
 
 void GetTypesByFileName(World& world) {
@@ -69,7 +70,7 @@ std::vector<Call> CallsOfManager() {
         OVI_CHANGES(OviTemplateManager_CreateTemplate),
         OVI_CHANGES(OviTemplateManager_CreateTemplateVersion),
         OVI_CHANGES(OviTemplateManager_AddTemplate),
-        OVI_CHANGES(OviTemplateManager_RemoveTemplate),
+        OVI_ROW(OviTemplateManager_RemoveTemplate, kDrastic),
         OVI_READS(OviTemplateManager_GetRoot),
         OVI_READS(OviTemplateManager_GetProperty),
         OVI_READS(OviTemplateManager_GetEnumerationCount),
@@ -94,8 +95,8 @@ std::vector<Call> CallsOfManager() {
         OVI_READS(OviTemplateManager_GetAnchorType),
         OVI_CHANGES(OviTemplateManager_AddAnchorType),
         OVI_CHANGES(OviTemplateManager_RemoveAnchorType),
-        OVI_SPECIAL(OviTemplateManager_LoadTemplateFile, LoadTemplateFile, kChanges),
-        OVI_SPECIAL(OviTemplateManager_UnloadTemplateFile, UnloadTemplateFile, kChanges),
+        OVI_SPECIAL(OviTemplateManager_LoadTemplateFile, LoadTemplateFile, kDrastic),
+        OVI_SPECIAL(OviTemplateManager_UnloadTemplateFile, UnloadTemplateFile, kDrastic),
         OVI_SPECIAL(OviTemplateManager_SaveTemplateFile, SaveTemplateFile, kChanges),
         OVI_READS(OviTemplateManager_GetSearchPathCount),
         OVI_READS(OviTemplateManager_GetSearchPathAt),

@@ -6,6 +6,7 @@
 namespace {
 
 constexpr unsigned kChanges = 0;
+constexpr unsigned kDrastic = Call::kDrastic;
 constexpr unsigned kOutside = Call::kOutside;
 
 /// In a callback often what it is told of.
@@ -57,7 +58,7 @@ void UnregisterPropertyInstanceCallback(World& world) {
 
 std::vector<Call> CallsOfObjects() {
     return {
-        OVI_SPECIAL(OviObject_Delete, Delete, kChanges),
+        OVI_SPECIAL(OviObject_Delete, Delete, kDrastic),
         OVI_MAKES(OviObject_Clone),
         OVI_READS(OviObject_GetClass),
         OVI_READS(OviObject_ImplementsClass),
@@ -90,8 +91,8 @@ std::vector<Call> CallsOfObjects() {
         OVI_READS(OviErrorItem_GetLineNumber),
         OVI_READS(OviErrorItem_GetMessage),
 
-        OVI_CHANGES(Ovi_Initialize),
-        OVI_SPECIAL(Ovi_Terminate, Terminate, kChanges),
+        OVI_ROW(Ovi_Initialize, kDrastic),
+        OVI_SPECIAL(Ovi_Terminate, Terminate, kDrastic),
         OVI_READS(Ovi_GetVersion),
 
         OVI_READS(OviNotificationManager_GetDCC),

@@ -226,10 +226,10 @@ void World::End() {
 void World::DeleteAll() {
     std::vector<Object*> left(host_);
     for (Object* object : seen_) {
-        const bool isNobodys = IsAlive(object) &&
-                               (ObjectCast<Command>(object) || ObjectCast<LOD>(object) ||
-                                ObjectCast<GeometryAlternate>(object) ||
-                                ObjectCast<Instance>(object));
+        const bool isNobodys =
+            IsAlive(object) &&
+            (ObjectCast<Command>(object) || ObjectCast<LOD>(object) ||
+             ObjectCast<GeometryAlternate>(object) || ObjectCast<Instance>(object));
         if (isNobodys)
             left.push_back(object);
     }

@@ -102,7 +102,7 @@ private:
     Objects objects_;
     bool isCurrent_ = false;
     std::vector<Kor::Object*> host_;
-    std::unordered_set<Kor::Object*> seen_; // also what has ended since
+    std::unordered_set<Kor::Object*> seen_;   // also what has ended since
     std::string texts_[kMaxCallDepth + 1][4]; // of the arguments of one call
     size_t nextText_ = 0;
     size_t callDepth_ = 0;
