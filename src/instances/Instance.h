@@ -127,6 +127,9 @@ public:
 
     // -- lives ----------------------------------------------------------------------------------
 
+    /// Whether it is or was an element of a value.
+    bool IsValueElement() const { return !freeStanding_; }
+
     /// Makes a free-standing instance an element of a value.
     void BecomeValueElement();
 
