@@ -11,6 +11,7 @@
 #include "core/BlockPool.h"
 #include "instances/Asset.h"
 #include "instances/AttributeInstance.h"
+#include "instances/LivingInstances.h"
 #include "manager/TemplateManager.h"
 #include "schema/Command.h"
 #include "schema/GeometryAlternate.h"
@@ -222,17 +223,18 @@ void World::End() {
     BlockPool::KeepDead(false);
 }
 
-/// What the host has, and what nobody owns by intent: that goes when it is deleted.
+/// What the host has, and what nobody owns by intent: that goes when it is deleted. Instances of
+/// values stay once the host may know them, by an event perhaps.
 void World::DeleteAll() {
     std::vector<Object*> left(host_);
     for (Object* object : seen_) {
         const bool isNobodys =
-            IsAlive(object) &&
-            (ObjectCast<Command>(object) || ObjectCast<LOD>(object) ||
-             ObjectCast<GeometryAlternate>(object) || ObjectCast<Instance>(object));
+            IsAlive(object) && (ObjectCast<Command>(object) || ObjectCast<LOD>(object) ||
+                                ObjectCast<GeometryAlternate>(object));
         if (isNobodys)
             left.push_back(object);
     }
+    LivingInstances::ForEach([&left](Instance& instance) { left.push_back(&instance); });
     for (Object* object : left) {
         if (IsAlive(object))
             OviObject_Delete(reinterpret_cast<OviObject*>(Traced(object)));
