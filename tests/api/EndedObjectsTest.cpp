@@ -37,6 +37,21 @@ TEST_F(EndedObjectsTest, ATypeThatACallbackDeletedIsNotRegisteredAgain) {
     EXPECT_EQ(OviTemplateManager_ResolveType("V"), nullptr);
 }
 
+TEST_F(EndedObjectsTest, ATypeThatACallbackDeletedIsAsOneDeletedElsewhereOnceTheCallReturned) {
+    Schema("<type name='V' type='FLOAT' dim='3'/>"
+           "<template name='T'><attribute name='v' type='V'/></template>");
+    {
+        const Reaction reaction(
+            [&](OviObject*, int, void*) { OviObject_Delete(OviTemplateManager_ResolveType("V")); });
+        OviAssetManager_NewAsset("a");
+    }
+    OviType* left = OviAttributeProperty_GetType(Attribute("T.v"));
+    OviTemplateManager_AddType(left);
+    EXPECT_EQ(OviTemplateManager_ResolveType("V"), left);
+    OviObject_Delete(left);
+    EXPECT_EQ(OviTemplateManager_ResolveType("V"), nullptr);
+}
+
 TEST_F(EndedObjectsTest, ATemplateThatACallbackDeletedBecomesNobodysParent) {
     Schema("<template name='B'/><template name='T'/>");
     OviTemplate* child = TemplateOf("T");
