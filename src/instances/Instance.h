@@ -190,7 +190,7 @@ private:
     PropertyInstance* FindOrAnnounced(const Property& property) const;
     void AddPropertyInstances(const std::vector<Property*>& properties);
     void AddMissingPropertyInstances(const std::vector<Property*>& properties);
-    std::vector<Property*> CollectProperties() const;
+    std::vector<Property*> CollectListedProperties() const;
     void DeletePropertyInstances();
     void ReleaseTemplates();
     static void MakeRoomForAbandoned();

@@ -133,3 +133,26 @@ TEST_F(EndedObjectsTest, ASceneIsReadNoFurtherOnceACallbackEndedTheLibrary) {
     EXPECT_EQ(told, 1);
     EXPECT_EQ(OviAssetManager_GetAssetCount(), 0);
 }
+
+// What instances have of a definition that was unloaded goes with them. The sanitizers look at
+// this.
+TEST_F(EndedObjectsTest, AFormerPropertyOfADeletedTemplateGoesWithTheLastInstanceThatHasIt) {
+    const auto path = WriteFile(
+        "t.template", std::string(kHeader) +
+                          "<templates><template name='T'><attribute name='b' type='INT32'/>"
+                          "</template><template name='U'><attribute name='x' type='T' default='0'/>"
+                          "</template></templates>");
+    OviTemplateManager_LoadTemplateFile(path.c_str());
+    OviInstance* known = NestedIn(AssetOf("U"), "U.x");
+    OviAttributeProperty_GetDefaultValue(Attribute("U.x"));
+    OviTemplateManager_UnloadTemplateFile(path.c_str());
+    OviTemplateManager_LoadTemplateFile(path.c_str());
+    OviObject_Delete(TemplateOf("T"));
+    OviObject_Delete(TemplateOf("U"));
+    OviAssetManager_NewScene(); // which leaves the instance of the value to those who know it
+    Ovi_Terminate();
+    EXPECT_EQ(OviInstance_GetTemplateCount(known), 0);
+    EXPECT_TRUE(PropertiesOf(known).empty());
+    OviObject_Delete(known);
+    Ovi_Initialize();
+}
