@@ -10,9 +10,9 @@
 /// One exported function that the fuzzer can call.
 struct Call {
     enum Traits : unsigned {
-        kReads = 1,       ///< Changes nothing.
-        kInCallbacks = 2, ///< May be called while a callback runs.
-        kTransfers = 4,   ///< Hands objects over to an owner or takes them from one.
+        kReads = 1,   ///< Changes nothing.
+        kOutside = 2, ///< Must not be called while a callback runs.
+        kDrastic = 4, ///< Ends or replaces what calls further out may be working on.
     };
 
     const char* name;
@@ -123,13 +123,9 @@ void InvokeAndLook(World& world, Result (*function)(Arguments...)) {
 #function, [](World & world) { InvokeAndLook(world, &function); }, traits                  \
     }
 /// Looks without changing anything.
-#define OVI_READS(function) OVI_ROW(function, Call::kReads | Call::kInCallbacks)
-/// Changes what a callback may change, too.
-#define OVI_SETS(function) OVI_ROW(function, Call::kInCallbacks)
-/// Changes what a callback may not change: the object that it is told of could go.
+#define OVI_READS(function) OVI_ROW(function, Call::kReads)
+/// Changes something, and may make objects, end them or hand them over.
 #define OVI_CHANGES(function) OVI_ROW(function, 0)
-/// Hands objects over.
-#define OVI_TRANSFERS(function) OVI_ROW(function, Call::kTransfers)
 /// Gives an object that belongs to the host.
 #define OVI_MAKES(function)                                                                        \
     Call {                                                                                         \

@@ -11,13 +11,18 @@ void Callbacks::SetWorld(World* world) {
     world_ = world;
 }
 
+void Callbacks::Register() {
+    OviNotificationManager_RegisterInstanceCallback(&HearInstance, &world_);
+    OviNotificationManager_RegisterPropertyInstanceCallback(&HearPropertyInstance, &world_);
+}
+
 void Callbacks::HearInstance(void*, void* object, int event, void* argument) {
     auto* instance = static_cast<OviInstance*>(object);
     SceneLook::AskName(instance);
     OviInstance_GetTemplateCount(instance);
     OviInstance_GetParentAsset(instance);
     LookAtArgument(event, argument);
-    CallBack();
+    CallBack(object);
 }
 
 void Callbacks::HearPropertyInstance(void*, void* object, int event, void* argument) {
@@ -26,7 +31,7 @@ void Callbacks::HearPropertyInstance(void*, void* object, int event, void* argum
     OviPropertyInstance_GetProperty(member);
     OviPropertyInstance_GetTemplate(member);
     LookAtArgument(event, argument);
-    CallBack();
+    CallBack(object);
 }
 
 void Callbacks::LookAtArgument(int event, void* argument) {
@@ -57,11 +62,11 @@ void Callbacks::LookAtArgument(int event, void* argument) {
     }
 }
 
-void Callbacks::CallBack() {
+void Callbacks::CallBack(void* object) {
     if (!world_ || world_->GetCallDepth() >= World::kMaxCallDepth)
         return;
     world_->Forget();
-    world_->EnterCallback();
+    world_->EnterCallback(object);
     RunNextCall(*world_);
     world_->LeaveCallback();
     world_->Forget();

@@ -9,12 +9,15 @@ public:
     /// Whose input is used from now on; null for none.
     static void SetWorld(World* world);
 
+    /// Has both called under an address of their own.
+    static void Register();
+
     static void HearInstance(void* userData, void* object, int event, void* argument);
     static void HearPropertyInstance(void* userData, void* object, int event, void* argument);
 
 private:
     static void LookAtArgument(int event, void* argument);
-    static void CallBack();
+    static void CallBack(void* object);
 
     static World* world_;
 };

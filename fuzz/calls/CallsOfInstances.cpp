@@ -11,7 +11,8 @@ using namespace Kor;
 
 namespace {
 
-constexpr unsigned kAlone = 0;
+constexpr unsigned kChanges = 0;
+constexpr unsigned kDrastic = Call::kDrastic;
 constexpr unsigned kReads = Call::kReads;
 
 void GetSize(World& world) {
@@ -31,6 +32,8 @@ void WriteToXML(World& world) {
     const std::uint32_t indent = world.GetInput().TakeByte();
     std::uint32_t size = 0;
     OviInstance_WriteToXML(instance, indent, &size, nullptr);
+    if (!World::IsAlive(instance))
+        return;
     const std::uint32_t less = world.GetInput().TakeByte() % 3;
     size = size < less ? 0 : size - less;
     std::vector<char> buffer(size);
@@ -51,23 +54,13 @@ void SetValue(World& world) {
         return;
     }
     const ValueBlock value(world, *attribute->GetType(), attribute->GetDimension());
-    OviAttributeInstance_SetValue(handle, value.Get());
+    if (World::IsAlive(attribute))
+        OviAttributeInstance_SetValue(handle, value.Get());
 }
 
 void SetDimension(World& world) {
     auto* attribute = Argument<OviAttributeInstance*>::Take(world);
     OviAttributeInstance_SetDimension(attribute, world.PickCount());
-}
-
-/// What is replaced belongs to the host.
-void SetNodeInstanceAt(World& world) {
-    auto* geometry = Argument<OviGeometryInstance*>::Take(world);
-    const int index = world.PickInt();
-    OviNodeInstance* before = OviGeometryInstance_GetNodeInstanceAt(geometry, index);
-    auto* node = Argument<OviNodeInstance*>::Take(world);
-    OviGeometryInstance_SetNodeInstanceAt(geometry, index, node);
-    if (before && OviGeometryInstance_GetNodeInstanceAt(geometry, index) != before)
-        world.Own(before);
 }
 
 void NewScene(World& world) {
@@ -83,21 +76,25 @@ void SaveScene(World& world) {
     OviAssetManager_SaveScene(world.PickOutputPath());
 }
 
+void SetChecks(World& world) {
+    World::SetChecks(Argument<bool>::Take(world));
+}
+
 } // namespace
 
 std::vector<Call> CallsOfInstances() {
     return {
         OVI_MAKES(OviInstance_New),
-        OVI_SETS(OviInstance_AddTemplate),
+        OVI_ROW(OviInstance_AddTemplate, kDrastic),
         OVI_READS(OviInstance_GetTemplate),
         OVI_READS(OviInstance_GetTemplateAt),
         OVI_READS(OviInstance_GetTemplateCount),
-        OVI_CHANGES(OviInstance_RemoveTemplate),
-        OVI_CHANGES(OviInstance_UpdateTemplate),
-        OVI_SETS(OviInstance_GetPropertyInstance),
+        OVI_ROW(OviInstance_RemoveTemplate, kDrastic),
+        OVI_ROW(OviInstance_UpdateTemplate, kDrastic),
+        OVI_CHANGES(OviInstance_GetPropertyInstance),
         OVI_READS(OviInstance_IsPropertyInstanceValid),
         OVI_READS(OviInstance_IsValid),
-        OVI_SPECIAL(OviInstance_GetSize, GetSize, kAlone),
+        OVI_SPECIAL(OviInstance_GetSize, GetSize, kChanges),
         OVI_SPECIAL(OviInstance_WriteToBinary, WriteToBinary, kReads),
         OVI_READS(OviInstance_GetParentAsset),
         OVI_READS(OviInstance_GetParentPropertyInstance),
@@ -107,35 +104,35 @@ std::vector<Call> CallsOfInstances() {
         OVI_READS(OviPropertyInstance_IsValid),
         OVI_READS(OviPropertyInstance_IsBindingLocked),
         OVI_READS(OviPropertyInstance_IsValueLocked),
-        OVI_SETS(OviPropertyInstance_SetBindingLocked),
-        OVI_SETS(OviPropertyInstance_SetValueLocked),
+        OVI_CHANGES(OviPropertyInstance_SetBindingLocked),
+        OVI_CHANGES(OviPropertyInstance_SetValueLocked),
 
-        OVI_SETS(OviAttributeInstance_GetValue),
-        OVI_SPECIAL(OviAttributeInstance_SetValue, SetValue, kAlone),
+        OVI_CHANGES(OviAttributeInstance_GetValue),
+        OVI_SPECIAL(OviAttributeInstance_SetValue, SetValue, kDrastic),
         OVI_READS(OviAttributeInstance_GetBinding),
-        OVI_SETS(OviAttributeInstance_SetBinding),
+        OVI_CHANGES(OviAttributeInstance_SetBinding),
         OVI_READS(OviAttributeInstance_GetDimension),
-        OVI_SPECIAL(OviAttributeInstance_SetDimension, SetDimension, kAlone),
+        OVI_SPECIAL(OviAttributeInstance_SetDimension, SetDimension, kDrastic),
         OVI_READS(OviAnchorInstance_GetAttachedAnchor),
-        OVI_SETS(OviAnchorInstance_SetAttachedAnchor),
+        OVI_CHANGES(OviAnchorInstance_SetAttachedAnchor),
         OVI_READS(OviGeometryInstance_GetNodeInstanceAt),
-        OVI_SPECIAL(OviGeometryInstance_SetNodeInstanceAt, SetNodeInstanceAt, Call::kTransfers),
+        OVI_CHANGES(OviGeometryInstance_SetNodeInstanceAt),
 
         OVI_READS(OviAsset_GetAssetNode),
         OVI_READS(OviAsset_GetReference),
-        OVI_SETS(OviAsset_SetReference),
+        OVI_CHANGES(OviAsset_SetReference),
         OVI_READS(OviAssetManager_GetAssetCount),
         OVI_READS(OviAssetManager_GetAssetAt),
         OVI_READS(OviAssetManager_GetAsset),
-        OVI_SETS(OviAssetManager_NewAsset),
-        OVI_TRANSFERS(OviAssetManager_AddAsset),
-        OVI_TRANSFERS(OviAssetManager_RemoveAsset),
-        OVI_SPECIAL(OviAssetManager_NewScene, NewScene, kAlone),
-        OVI_SPECIAL(OviAssetManager_LoadScene, LoadScene, kAlone),
+        OVI_CHANGES(OviAssetManager_NewAsset),
+        OVI_CHANGES(OviAssetManager_AddAsset),
+        OVI_ROW(OviAssetManager_RemoveAsset, kDrastic),
+        OVI_SPECIAL(OviAssetManager_NewScene, NewScene, kDrastic),
+        OVI_SPECIAL(OviAssetManager_LoadScene, LoadScene, kDrastic),
         OVI_SPECIAL(OviAssetManager_SaveScene, SaveScene, kReads),
         OVI_READS(OviAssetManager_IsDirty),
 
-        OVI_SETS(Ovi_SetChecks),
+        OVI_SPECIAL(Ovi_SetChecks, SetChecks, kChanges),
         OVI_READS(Ovi_GetChecks),
     };
 }

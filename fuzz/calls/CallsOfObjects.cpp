@@ -5,19 +5,21 @@
 
 namespace {
 
-constexpr unsigned kAlone = 0;
+constexpr unsigned kChanges = 0;
+constexpr unsigned kDrastic = Call::kDrastic;
+constexpr unsigned kOutside = Call::kOutside;
 
+/// In a callback often what it is told of.
 void Delete(World& world) {
-    Kor::Object* object = world.PickObject(OVI_CLASS_OBJECT);
-    if (object && !World::MayDelete(*object))
-        return;
+    const bool isHeard = world.GetCallDepth() > 0 && world.GetInput().TakeByte() % 2 != 0;
+    Kor::Object* object = isHeard ? world.GetHeard() : world.PickObject(OVI_CLASS_OBJECT);
     world.Disown(object);
     OviObject_Delete(reinterpret_cast<OviObject*>(object));
 }
 
 void Terminate(World& world) {
     if (world.GetInput().TakeByte() % 4 == 0) // or else few inputs would keep their scene
-        world.Terminate();
+        Ovi_Terminate();
 }
 
 void ClearErrors(World&) {
@@ -56,26 +58,26 @@ void UnregisterPropertyInstanceCallback(World& world) {
 
 std::vector<Call> CallsOfObjects() {
     return {
-        OVI_SPECIAL(OviObject_Delete, Delete, kAlone),
+        OVI_SPECIAL(OviObject_Delete, Delete, kDrastic),
         OVI_MAKES(OviObject_Clone),
         OVI_READS(OviObject_GetClass),
         OVI_READS(OviObject_ImplementsClass),
         OVI_READS(OviObject_GetLockable),
         OVI_READS(OviLockable_GetLockState),
-        OVI_SETS(OviLockable_SetLockState),
+        OVI_CHANGES(OviLockable_SetLockState),
 
         OVI_READS(OviNamedObject_GetName),
-        OVI_SETS(OviNamedObject_SetName),
+        OVI_CHANGES(OviNamedObject_SetName),
         OVI_READS(OviNamedObject_IsValidName),
         OVI_READS(OviNamedObject_GetComment),
-        OVI_SETS(OviNamedObject_SetComment),
+        OVI_CHANGES(OviNamedObject_SetComment),
         OVI_READS(OviNamedObject_GetLabel),
-        OVI_SETS(OviNamedObject_SetLabel),
+        OVI_CHANGES(OviNamedObject_SetLabel),
         OVI_READS(OviNamedObject_GetLabelCount),
         OVI_READS(OviNamedObject_GetLabelLanguageAt),
         OVI_READS(OviNamedObject_GetLabelTextAt),
         OVI_READS(OviNamedObject_GetDescription),
-        OVI_SETS(OviNamedObject_SetDescription),
+        OVI_CHANGES(OviNamedObject_SetDescription),
         OVI_READS(OviNamedObject_GetDescriptionCount),
         OVI_READS(OviNamedObject_GetDescriptionLanguageAt),
         OVI_READS(OviNamedObject_GetDescriptionTextAt),
@@ -83,25 +85,25 @@ std::vector<Call> CallsOfObjects() {
         OVI_CHANGES(OviErrorManager_AddErrorItem),
         OVI_READS(OviErrorManager_GetErrorItemCount),
         OVI_READS(OviErrorManager_GetErrorItemAt),
-        OVI_SPECIAL(OviErrorManager_Clear, ClearErrors, kAlone),
+        OVI_SPECIAL(OviErrorManager_Clear, ClearErrors, kChanges),
         OVI_READS(OviErrorItem_GetErrorLevel),
         OVI_READS(OviErrorItem_GetSourceName),
         OVI_READS(OviErrorItem_GetLineNumber),
         OVI_READS(OviErrorItem_GetMessage),
 
-        OVI_CHANGES(Ovi_Initialize),
-        OVI_SPECIAL(Ovi_Terminate, Terminate, kAlone),
+        OVI_ROW(Ovi_Initialize, kDrastic),
+        OVI_SPECIAL(Ovi_Terminate, Terminate, kDrastic),
         OVI_READS(Ovi_GetVersion),
 
         OVI_READS(OviNotificationManager_GetDCC),
-        OVI_SETS(OviNotificationManager_SetDCC),
+        OVI_CHANGES(OviNotificationManager_SetDCC),
         OVI_SPECIAL(OviNotificationManager_RegisterInstanceCallback, RegisterInstanceCallback,
-                    kAlone),
+                    kOutside),
         OVI_SPECIAL(OviNotificationManager_UnregisterInstanceCallback, UnregisterInstanceCallback,
-                    kAlone),
+                    kOutside),
         OVI_SPECIAL(OviNotificationManager_RegisterPropertyInstanceCallback,
-                    RegisterPropertyInstanceCallback, kAlone),
+                    RegisterPropertyInstanceCallback, kOutside),
         OVI_SPECIAL(OviNotificationManager_UnregisterPropertyInstanceCallback,
-                    UnregisterPropertyInstanceCallback, kAlone),
+                    UnregisterPropertyInstanceCallback, kOutside),
     };
 }

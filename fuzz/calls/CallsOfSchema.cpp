@@ -11,8 +11,7 @@ using namespace Kor;
 
 namespace {
 
-constexpr unsigned kAlone = 0;
-constexpr unsigned kTransfers = Call::kTransfers;
+constexpr unsigned kChanges = 0;
 
 template <class Handle> Handle* To(Object* object) {
     return reinterpret_cast<Handle*>(object);
@@ -31,8 +30,8 @@ void AddProperty(World& world) {
     const auto* definition = ObjectCast<Template>(reinterpret_cast<Object*>(owner));
     const auto* property = ObjectCast<Property>(reinterpret_cast<Object*>(added));
     OviTemplate_AddProperty(owner, added, world.PickInt());
-    if (definition && property && property->GetOwner() == definition &&
-        Declares(*definition, *property))
+    if (World::IsAlive(definition) && World::IsAlive(property) &&
+        property->GetOwner() == definition && Declares(*definition, *property))
         world.Disown(property);
 }
 
@@ -53,19 +52,8 @@ void RemoveProperty(World& world) {
     const auto* property = ObjectCast<Property>(reinterpret_cast<Object*>(removed));
     const bool wasOwned = property && IsOwnedByATemplate(*property);
     OviTemplate_RemoveProperty(owner, removed);
-    if (wasOwned && !IsOwnedByATemplate(*property))
+    if (wasOwned && World::IsAlive(property) && !IsOwnedByATemplate(*property))
         world.Own(removed);
-}
-
-/// A type that was left to the property alone is the host's again.
-void SetType(World& world) {
-    auto* property = Argument<OviAttributeProperty*>::Take(world);
-    OviType* before = OviAttributeProperty_GetType(property);
-    const auto* type = ObjectCast<Type>(reinterpret_cast<Object*>(before));
-    const bool wasLeft = type && type->IsLeftToUsers();
-    OviAttributeProperty_SetType(property, Argument<OviType*>::Take(world));
-    if (wasLeft && !World::IsOwned(*type))
-        world.Own(before);
 }
 
 // -- values of properties -------------------------------------------------------------------------
@@ -135,14 +123,14 @@ std::vector<Call> CallsOfSchema() {
         OVI_READS(OviTemplate_GetChild),
         OVI_READS(OviTemplate_IsChildOf),
         OVI_READS(OviTemplate_IsDescendantOf),
-        OVI_SPECIAL(OviTemplate_AddProperty, AddProperty, kAlone),
-        OVI_SPECIAL(OviTemplate_RemoveProperty, RemoveProperty, kAlone),
+        OVI_SPECIAL(OviTemplate_AddProperty, AddProperty, kChanges),
+        OVI_SPECIAL(OviTemplate_RemoveProperty, RemoveProperty, Call::kDrastic),
         OVI_READS(OviTemplate_GetPropertyCount),
         OVI_READS(OviTemplate_GetPropertyAt),
         OVI_READS(OviTemplate_GetProperty),
-        OVI_TRANSFERS(OviTemplate_CreateView),
-        OVI_TRANSFERS(OviTemplate_AddView),
-        OVI_TRANSFERS(OviTemplate_RemoveView),
+        OVI_CHANGES(OviTemplate_CreateView),
+        OVI_CHANGES(OviTemplate_AddView),
+        OVI_CHANGES(OviTemplate_RemoveView),
         OVI_READS(OviTemplate_GetViewCount),
         OVI_READS(OviTemplate_GetViewAt),
         OVI_READS(OviTemplate_GetView),
@@ -156,48 +144,48 @@ std::vector<Call> CallsOfSchema() {
 
         OVI_MAKES(OviAttributeProperty_New),
         OVI_READS(OviAttributeProperty_GetType),
-        OVI_SPECIAL(OviAttributeProperty_SetType, SetType, kTransfers),
+        OVI_CHANGES(OviAttributeProperty_SetType),
         OVI_READS(OviAttributeProperty_GetDefaultValue),
-        OVI_SPECIAL(OviAttributeProperty_SetDefaultValue, SetDefaultValue, kAlone),
+        OVI_SPECIAL(OviAttributeProperty_SetDefaultValue, SetDefaultValue, kChanges),
         OVI_READS(OviAttributeProperty_GetMinValue),
-        OVI_SPECIAL(OviAttributeProperty_SetMinValue, SetMinValue, kAlone),
+        OVI_SPECIAL(OviAttributeProperty_SetMinValue, SetMinValue, kChanges),
         OVI_READS(OviAttributeProperty_GetMaxValue),
-        OVI_SPECIAL(OviAttributeProperty_SetMaxValue, SetMaxValue, kAlone),
-        OVI_SPECIAL(OviAttributeProperty_IsValueValid, IsValueValid, kAlone),
+        OVI_SPECIAL(OviAttributeProperty_SetMaxValue, SetMaxValue, kChanges),
+        OVI_SPECIAL(OviAttributeProperty_IsValueValid, IsValueValid, kChanges),
         OVI_READS(OviAttributeProperty_IsReference),
         OVI_CHANGES(OviAttributeProperty_SetReference),
         OVI_READS(OviAttributeProperty_GetAutoBind),
-        OVI_SETS(OviAttributeProperty_SetAutoBind),
+        OVI_CHANGES(OviAttributeProperty_SetAutoBind),
 
         OVI_MAKES(OviNodeProperty_New),
         OVI_READS(OviNodeProperty_GetAncestor),
-        OVI_SETS(OviNodeProperty_SetAncestor),
+        OVI_CHANGES(OviNodeProperty_SetAncestor),
         OVI_READS(OviNodeProperty_GetAncestorDistance),
-        OVI_SETS(OviNodeProperty_SetAncestorDistance),
+        OVI_CHANGES(OviNodeProperty_SetAncestorDistance),
         OVI_MAKES(OviAnchorProperty_New),
         OVI_READS(OviAnchorProperty_IsChild),
-        OVI_SETS(OviAnchorProperty_SetChild),
-        OVI_SETS(OviAnchorProperty_AddAnchorType),
-        OVI_SETS(OviAnchorProperty_RemoveAnchorType),
+        OVI_CHANGES(OviAnchorProperty_SetChild),
+        OVI_CHANGES(OviAnchorProperty_AddAnchorType),
+        OVI_CHANGES(OviAnchorProperty_RemoveAnchorType),
         OVI_READS(OviAnchorProperty_GetAnchorTypeCount),
         OVI_READS(OviAnchorProperty_GetAnchorTypeAt),
         OVI_READS(OviAnchorProperty_GetAnchorType),
-        OVI_SPECIAL(OviAnchorProperty_GetCompatibleAnchors, GetCompatibleAnchors, kAlone),
+        OVI_SPECIAL(OviAnchorProperty_GetCompatibleAnchors, GetCompatibleAnchors, kChanges),
 
         OVI_READS(OviLOD_GetType),
-        OVI_SETS(OviLOD_SetType),
+        OVI_CHANGES(OviLOD_SetType),
         OVI_READS(OviLOD_GetTypeName),
         OVI_READS(OviLOD_GetThreshold),
-        OVI_SETS(OviLOD_SetThreshold),
+        OVI_CHANGES(OviLOD_SetThreshold),
         OVI_READS(OviLOD_GetMaxShapes),
-        OVI_SETS(OviLOD_SetMaxShapes),
-        OVI_SETS(OviLOD_AllowShape),
-        OVI_SETS(OviLOD_DisallowShape),
+        OVI_CHANGES(OviLOD_SetMaxShapes),
+        OVI_CHANGES(OviLOD_AllowShape),
+        OVI_CHANGES(OviLOD_DisallowShape),
         OVI_READS(OviLOD_IsShapeAllowed),
         OVI_READS(OviLOD_GetAllowedShapeNames),
         OVI_MAKES(OviGeometryProperty_New),
         OVI_CHANGES(OviGeometryProperty_AddAlternate),
-        OVI_CHANGES(OviGeometryProperty_RemoveAlternate),
+        OVI_ROW(OviGeometryProperty_RemoveAlternate, Call::kDrastic),
         OVI_READS(OviGeometryProperty_GetAlternateCount),
         OVI_READS(OviGeometryProperty_GetAlternateAt),
         OVI_READS(OviGeometryProperty_GetAlternate),
@@ -205,12 +193,12 @@ std::vector<Call> CallsOfSchema() {
         OVI_CHANGES(OviGeometryAlternate_SetLOD),
 
         OVI_MAKES(OviGroup_New),
-        OVI_TRANSFERS(OviGroup_AddViewItemAt),
-        OVI_TRANSFERS(OviGroup_RemoveViewItemAt),
+        OVI_CHANGES(OviGroup_AddViewItemAt),
+        OVI_CHANGES(OviGroup_RemoveViewItemAt),
         OVI_READS(OviGroup_GetViewItemCount),
         OVI_READS(OviGroup_GetViewItemAt),
-        OVI_SPECIAL(OviViewProperty_New, NewViewProperty, kTransfers),
+        OVI_SPECIAL(OviViewProperty_New, NewViewProperty, kChanges),
         OVI_READS(OviViewProperty_GetProperty),
-        OVI_SETS(OviViewProperty_SetProperty),
+        OVI_CHANGES(OviViewProperty_SetProperty),
     };
 }

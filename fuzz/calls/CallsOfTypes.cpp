@@ -13,7 +13,7 @@ using namespace Kor;
 namespace {
 
 constexpr unsigned kReads = Call::kReads;
-constexpr unsigned kAlone = 0;
+constexpr unsigned kChanges = 0;
 
 /// Alignments for which records leave room.
 constexpr int kAlignmentRoom = 64;
@@ -178,16 +178,16 @@ void NewCustomType(World& world) {
 std::vector<Call> CallsOfTypes() {
     return {
         OVI_READS(OviType_GetBaseType),
-        OVI_SPECIAL(OviType_SetBaseType, SetBaseType, Call::kTransfers),
+        OVI_SPECIAL(OviType_SetBaseType, SetBaseType, kChanges),
         OVI_READS(OviType_GetAlignment),
-        OVI_SPECIAL(OviType_SetAlignment, SetAlignment, kAlone),
-        OVI_SPECIAL(OviType_GetValueSize, GetValueSize, kAlone),
-        OVI_SPECIAL(OviType_NewValue, NewValue, kAlone),
-        OVI_SPECIAL(OviType_DeleteValue, DeleteValue, kAlone),
-        OVI_SPECIAL(OviType_CompareValues, CompareValues, kAlone),
-        OVI_SPECIAL(OviType_GetValueAsString, GetValueAsString, kAlone),
-        OVI_SPECIAL(OviType_GetValueFromString, GetValueFromString, kAlone),
-        OVI_SPECIAL(OviType_WriteValueToBinary, WriteValueToBinary, kAlone),
+        OVI_SPECIAL(OviType_SetAlignment, SetAlignment, kChanges),
+        OVI_SPECIAL(OviType_GetValueSize, GetValueSize, kChanges),
+        OVI_SPECIAL(OviType_NewValue, NewValue, kChanges),
+        OVI_SPECIAL(OviType_DeleteValue, DeleteValue, kChanges),
+        OVI_SPECIAL(OviType_CompareValues, CompareValues, kChanges),
+        OVI_SPECIAL(OviType_GetValueAsString, GetValueAsString, kChanges),
+        OVI_SPECIAL(OviType_GetValueFromString, GetValueFromString, kChanges),
+        OVI_SPECIAL(OviType_WriteValueToBinary, WriteValueToBinary, kChanges),
         OVI_SPECIAL(OviType_WriteToXML, WriteToXML, kReads),
         OVI_READS(OviType_GetFullName),
         OVI_READS(OviType_GetFileName),
@@ -197,12 +197,12 @@ std::vector<Call> CallsOfTypes() {
         OVI_CHANGES(OviType_SetSearchPath),
         OVI_READS(OviType_IsRecycled),
 
-        OVI_SPECIAL(OviCustomType_New, NewCustomType, kAlone),
-        OVI_SPECIAL(OviEnumeration_AddItem, AddItem, Call::kTransfers),
+        OVI_SPECIAL(OviCustomType_New, NewCustomType, kChanges),
+        OVI_SPECIAL(OviEnumeration_AddItem, AddItem, kChanges),
         OVI_READS(OviEnumeration_GetItem),
         OVI_READS(OviEnumeration_GetItemCount),
         OVI_READS(OviEnumeration_GetItemAt),
-        OVI_TRANSFERS(OviEnumeration_RemoveItem),
-        OVI_SPECIAL(OviEnumerationItem_SetValue, SetItemValue, kAlone),
+        OVI_CHANGES(OviEnumeration_RemoveItem),
+        OVI_SPECIAL(OviEnumerationItem_SetValue, SetItemValue, kChanges),
     };
 }

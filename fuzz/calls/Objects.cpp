@@ -32,17 +32,10 @@ void Objects::Collect(const std::vector<Object*>& roots) {
         Follow(*all_[i]);
 }
 
-void Objects::HideManaged(const std::vector<Object*>& except) {
-    Collect({});
-    hidden_.insert(all_.begin(), all_.end());
-    for (const Object* object : except)
-        hidden_.erase(object);
-}
-
 const std::vector<Object*>& Objects::Get(int classId) {
     const auto [found, isNew] = byClass_.try_emplace(classId);
     for (size_t i = 0; isNew && i < all_.size(); ++i) {
-        if (all_[i]->ImplementsClass(classId) && hidden_.count(all_[i]) == 0)
+        if (all_[i]->ImplementsClass(classId))
             found->second.push_back(all_[i]);
     }
     return found->second;

@@ -23,10 +23,6 @@ public:
     /// Walks from the managers and from the given objects.
     void Collect(const std::vector<Kor::Object*>& roots);
 
-    /// From now on Get leaves out what the managers lead to, but for the given objects: the
-    /// library is about to end, with which handles become invalid.
-    void HideManaged(const std::vector<Kor::Object*>& except);
-
     /// The objects of a class or a class derived from it, in an order that the calls before decide.
     const std::vector<Kor::Object*>& Get(int classId);
 
@@ -46,6 +42,5 @@ private:
 
     std::vector<Kor::Object*> all_;
     std::unordered_set<const Kor::Object*> known_;
-    std::unordered_set<const Kor::Object*> hidden_;
     std::unordered_map<int, std::vector<Kor::Object*>> byClass_;
 };

@@ -45,12 +45,18 @@ void* ValueBlock::HandOver() {
     return block;
 }
 
+/// A callback may have done so already.
+void ValueBlock::Delete(OviObject* instance) {
+    if (World::IsAlive(instance))
+        OviObject_Delete(instance);
+}
+
 /// A block of instances is left to the host by intent, with the instances.
 ValueBlock::~ValueBlock() {
     OviType_DeleteValue(ToHandle(*type_.Get()), block_, count_);
     if (!block_ || !ObjectCast<Template>(type_->GetStorageType()))
         return;
     for (int i = 0; i < count_; ++i)
-        OviObject_Delete(static_cast<OviObject**>(block_)[i]);
+        Delete(static_cast<OviObject**>(block_)[i]);
     std::free(block_);
 }

@@ -24,6 +24,7 @@ public:
 
 private:
     void Fill(World& world);
+    static void Delete(OviObject* instance);
 
     Kor::TypeRef type_; // which could go when its last property lets go of it
     int count_;

@@ -4,15 +4,19 @@
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
 #include <iterator>
 
 #include "calls/Files.h"
+#include "core/BlockPool.h"
 #include "instances/Asset.h"
 #include "instances/AttributeInstance.h"
+#include "instances/LivingInstances.h"
 #include "manager/TemplateManager.h"
 #include "schema/Command.h"
 #include "schema/GeometryAlternate.h"
 #include "schema/View.h"
+#include "support/Finding.h"
 #include "types/EnumerationItem.h"
 
 using namespace Kor;
@@ -119,16 +123,39 @@ const char* World::PickOutputPath() {
 
 // -- lives ----------------------------------------------------------------------------------------
 
+World::World(Input input) : input_(input) {
+    SetChecks(Ovi_GetChecks());
+}
+
+bool World::IsAlive(const void* object) {
+    if (BlockPool::FindObject(object).state != ObjectAt::kAlive)
+        return false;
+    const auto* named = ObjectCast<NamedObject>(static_cast<const Object*>(object));
+    return !named || !named->HasEnded();
+}
+
+void World::SetChecks(bool on) {
+    if (on || Ovi_GetChecks())
+        Ovi_SetChecks(on);
+    BlockPool::KeepDead(true);
+}
+
 Objects& World::GetObjects() {
-    if (!isCurrent_)
-        objects_.Collect(host_);
+    if (isCurrent_)
+        return objects_;
+    host_.erase(std::remove_if(host_.begin(), host_.end(), std::not_fn(&IsAlive)), host_.end());
+    objects_.Collect(host_);
+    seen_.insert(objects_.GetAll().begin(), objects_.GetAll().end());
     isCurrent_ = true;
     return objects_;
 }
 
 void World::Own(OviObject* object) {
     auto* owned = reinterpret_cast<Object*>(object);
-    if (owned && std::find(host_.begin(), host_.end(), owned) == host_.end())
+    if (!owned || !IsAlive(owned))
+        return;
+    seen_.insert(owned);
+    if (std::find(host_.begin(), host_.end(), owned) == host_.end())
         host_.push_back(owned);
 }
 
@@ -141,7 +168,8 @@ bool World::IsOwned(const Object& object) {
     if (const auto* item = ObjectCast<EnumerationItem>(&object); item && item->GetEnumeration())
         return true;
     if (const auto* type = ObjectCast<Type>(&object))
-        return type->IsRegistered() || type->IsDisplaced() || type->IsLeftToUsers();
+        return type->IsRegistered() || type->IsDisplaced() || type->IsRetired() ||
+               type->IsLeftToUsers();
     if (const auto* asset = ObjectCast<Asset>(&object))
         return asset->IsListed();
     if (const auto* instance = ObjectCast<Instance>(&object))
@@ -155,122 +183,61 @@ bool World::IsOwned(const Object& object) {
     return false;
 }
 
-/// A type that was left to its users may go in the call.
 World::Transfer::Transfer(World& world) : world_(world) {
     for (Object* object : world.GetObjects().GetAll()) {
-        const auto* type = ObjectCast<Type>(object);
-        if (IsOwned(*object) && !(type && type->IsLeftToUsers()))
+        if (IsOwned(*object))
             owned_.push_back(object);
     }
 }
 
 World::Transfer::~Transfer() {
     for (Object* object : owned_) {
-        if (!IsOwned(*object))
+        if (IsAlive(object) && !IsOwned(*object))
             world_.Own(reinterpret_cast<OviObject*>(object));
     }
     std::vector<Object*>& host = world_.host_;
-    host.erase(std::remove_if(host.begin(), host.end(),
-                              [](const Object* object) { return IsOwned(*object); }),
-               host.end());
+    const auto isNotTheHosts = [](const Object* object) {
+        return !IsAlive(object) || IsOwned(*object);
+    };
+    host.erase(std::remove_if(host.begin(), host.end(), isNotTheHosts), host.end());
 }
 
-void World::Terminate() {
-    Objects ended(objects_);
-    ended.HideManaged(host_);
-    const Template* root = TemplateManager::Get()->GetRoot();
-    Ovi_Terminate(); // in which a new manager may begin
-    if (!TemplateManager::Exists() || TemplateManager::Get()->GetRoot() != root)
-        objects_ = std::move(ended);
-    Forget();
+Object* World::GetHeard() const {
+    Object* heard = heard_[callDepth_];
+    return heard && IsAlive(heard) ? heard : nullptr;
 }
 
-bool World::MayDelete(Object& object) {
-    if (const auto* definition = ObjectCast<Template>(&object))
-        return definition == TemplateManager::Get()->GetRoot() ||
-               (definition->GetChildCount() == 0 && !definition->IsInUse() &&
-                !definition->IsUsedByInstances());
-    if (const auto* property = ObjectCast<Property>(&object))
-        return !property->IsInUse();
-    return true;
-}
-
-/// What refers to others goes first: instances, then properties with their values; types, which may
-/// need each other, go last.
 void World::End() {
     Forget();
-    std::vector<Object*> left = TakeWhatNobodyOwns();
+    static_cast<void>(GetObjects());
     do
         Ovi_Terminate();
     while (TemplateManager::Exists()); // there may have been several starts
-    Ovi_SetChecks(false);
-    for (Object* object : left)
-        DropValues(object);
-    const auto end = [&left](auto isNext) {
-        const auto rest = std::stable_partition(left.begin(), left.end(), isNext);
-        std::for_each(left.begin(), rest, &Delete);
-        left.erase(left.begin(), rest);
-    };
-    end([](const Object* object) { return ObjectCast<PropertyInstance>(object) != nullptr; });
-    end([](const Object* object) { return ObjectCast<Instance>(object) != nullptr; });
-    end([](const Object* object) {
-        return ObjectCast<Property>(object) && !ObjectCast<GeometryAlternate>(object);
-    });
-    for (Object* object : left)
-        Unlink(object, left);
-    end([](const Object* object) { return !ObjectCast<Type>(object); });
-    end([](const Object*) { return true; });
-    host_.clear();
-}
-
-void World::Delete(Object* object) {
-    OviObject_Delete(reinterpret_cast<OviObject*>(Traced(object)));
-}
-
-/// Values may hold instances that need properties of any template. Of those that a template
-/// declares some may be hidden behind others of the same name.
-void World::DropValues(Object* object) {
-    const auto drop = [](Object* property) {
-        auto* attribute = reinterpret_cast<OviAttributeProperty*>(property);
-        OviAttributeProperty_SetDefaultValue(attribute, nullptr);
-        OviAttributeProperty_SetMinValue(attribute, nullptr);
-        OviAttributeProperty_SetMaxValue(attribute, nullptr);
-    };
-    drop(object); // nothing happens unless it is an attribute
-    const auto* definition = ObjectCast<Template>(object);
-    if (!definition)
-        return;
-    for (int i = 0; i < definition->GetPropertyCount(); ++i)
-        drop(definition->GetPropertyByName(i));
-    for (Property* property : definition->GetDeclaredProperties())
-        drop(property);
-}
-
-/// Takes away what a type refers to, so that none is deleted while another one needs it; what is
-/// left by itself has its own turn.
-void World::Unlink(Object* object, const std::vector<Object*>& left) {
-    OviType_SetBaseType(reinterpret_cast<OviType*>(object), nullptr);
-    const auto* definition = ObjectCast<Template>(object);
-    while (definition && !definition->GetDeclaredProperties().empty()) {
-        Property* property = definition->GetDeclaredProperties().back();
-        if (std::find(left.begin(), left.end(), property) == left.end())
-            Delete(property);
-        else
-            OviTemplate_RemoveProperty(reinterpret_cast<OviTemplate*>(object),
-                                       reinterpret_cast<OviProperty*>(property));
+    DeleteAll();
+    for (const Object* object : seen_) {
+        if (IsAlive(object))
+            Traced(const_cast<Object*>(object));
+        Expect(!IsAlive(object), "an object outlives the library and all that the host had");
     }
+    Ovi_SetChecks(false);
+    BlockPool::KeepDead(false);
 }
 
-/// The host's objects, and those that the library never deletes by intent.
-std::vector<Object*> World::TakeWhatNobodyOwns() {
-    std::vector<Object*> left = host_;
-    for (Object* object : GetObjects().GetAll()) {
-        const auto* alternate = ObjectCast<GeometryAlternate>(object);
-        const bool isNobodys = ObjectCast<Command>(object) || ObjectCast<LOD>(object) ||
-                               (alternate && !alternate->GetOwner() && !alternate->GetKeeper()) ||
-                               (ObjectCast<Instance>(object) && !ObjectCast<Asset>(object));
-        if (isNobodys && std::find(host_.begin(), host_.end(), object) == host_.end())
+/// What the host has, and what nobody owns by intent: that goes when it is deleted. Instances of
+/// values stay once the host may know them, by an event perhaps.
+void World::DeleteAll() {
+    std::vector<Object*> left(host_);
+    for (Object* object : seen_) {
+        const bool isNobodys =
+            IsAlive(object) && (ObjectCast<Command>(object) || ObjectCast<LOD>(object) ||
+                                ObjectCast<GeometryAlternate>(object));
+        if (isNobodys)
             left.push_back(object);
     }
-    return left;
+    LivingInstances::ForEach([&left](Instance& instance) { left.push_back(&instance); });
+    for (Object* object : left) {
+        if (IsAlive(object))
+            OviObject_Delete(reinterpret_cast<OviObject*>(Traced(object)));
+    }
+    host_.clear();
 }

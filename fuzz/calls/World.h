@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "calls/Input.h"
@@ -10,10 +11,10 @@
 
 /// Everything that calls choose their arguments from: the input, the objects there are, and the
 /// objects that belong to the host. It obeys the rules of the headers: only living objects are
-/// handed in, and only what nothing refers to any more is deleted.
+/// handed in, and what is deleted is whatever the rules allow, in use or not.
 class World {
 public:
-    explicit World(Input input) : input_(input) {}
+    explicit World(Input input);
 
     Input& GetInput() { return input_; }
 
@@ -57,7 +58,14 @@ public:
     /// Whether the library owns the object.
     static bool IsOwned(const Kor::Object& object);
 
-    /// Compares who owned what before and after a call that hands objects over.
+    /// Whether an object of this world's is there for hosts: not once it has ended. Its address
+    /// stays its own, since the memory of dead objects is kept while the world lasts.
+    static bool IsAlive(const void* object);
+
+    /// Switches the checks of handles, without giving back the memory of dead objects.
+    static void SetChecks(bool on);
+
+    /// Compares who owned what before and after a call, in which callbacks may do anything.
     class Transfer {
     public:
         explicit Transfer(World& world);
@@ -70,38 +78,33 @@ public:
         std::vector<Kor::Object*> owned_;
     };
 
-    /// Ends a use of the library. With the last one the handles of what it owns become invalid,
-    /// also where something of the host's still keeps the objects alive.
-    void Terminate();
-
-    /// Whether the rules allow to delete the object now.
-    static bool MayDelete(Kor::Object& object);
-
-    /// Ends the library and deletes all that is left.
+    /// Ends the library and deletes all that is left. A finding when anything is left then.
     void End();
 
     // -- the host's callbacks --------------------------------------------------------------------
 
-    static constexpr size_t kMaxCallDepth = 2;
+    static constexpr size_t kMaxCallDepth = 3;
 
     /// How many callbacks are running.
     size_t GetCallDepth() const { return callDepth_; }
-    void EnterCallback() { ++callDepth_; }
+    void EnterCallback(void* heard) { heard_[++callDepth_] = static_cast<Kor::Object*>(heard); }
     void LeaveCallback() { --callDepth_; }
 
+    /// What the innermost callback was told of, or null where that has ended.
+    Kor::Object* GetHeard() const;
+
 private:
-    static void Delete(Kor::Object* object);
-    static void DropValues(Kor::Object* object);
-    static void Unlink(Kor::Object* object, const std::vector<Kor::Object*>& left);
     std::string& NextText();
     const char* NameOfAnObject();
-    std::vector<Kor::Object*> TakeWhatNobodyOwns();
+    void DeleteAll();
 
     Input input_;
     Objects objects_;
     bool isCurrent_ = false;
     std::vector<Kor::Object*> host_;
+    std::unordered_set<Kor::Object*> seen_;   // also what has ended since
     std::string texts_[kMaxCallDepth + 1][4]; // of the arguments of one call
     size_t nextText_ = 0;
     size_t callDepth_ = 0;
+    Kor::Object* heard_[kMaxCallDepth + 1] = {};
 };

@@ -4,7 +4,7 @@
 
 #include "api/Checks.h"
 #include "core/Ending.h"
-#include "core/Object.h"
+#include "core/NamedObject.h"
 #include "ovi/types.h"
 
 namespace Kor::Api {
@@ -71,6 +71,13 @@ void With(Handle* handle, Body&& body, const char* function = __builtin_FUNCTION
     });
 }
 
+/// Whether an object has ended while callbacks run, so that nothing may be added to it or get it
+/// any more: it would be listed beyond its end.
+inline bool HasEnded(const Object& object) noexcept {
+    const auto* named = ObjectCast<NamedObject>(&object);
+    return named && named->HasEnded();
+}
+
 /// Runs the body with two objects; the fallback is the result when there is one missing.
 template <class T, class Other, class Handle, class OtherHandle, class Result, class Body>
 Result WithBoth(Handle* handle, OtherHandle* otherHandle, Result fallback, Body&& body,
@@ -78,7 +85,7 @@ Result WithBoth(Handle* handle, OtherHandle* otherHandle, Result fallback, Body&
     return Guard(fallback, [&]() -> Result {
         T* object = From<T>(handle, function);
         Other* other = object ? From<Other>(otherHandle, function) : nullptr;
-        return other ? body(*object, *other) : fallback;
+        return other && !HasEnded(*object) && !HasEnded(*other) ? body(*object, *other) : fallback;
     });
 }
 
@@ -89,9 +96,10 @@ Result WithOptional(Handle* handle, OtherHandle* otherHandle, Result fallback, B
                     const char* function = __builtin_FUNCTION()) noexcept {
     return Guard(fallback, [&]() -> Result {
         T* object = From<T>(handle, function);
-        if (!object || Checks::Refuse(otherHandle, function))
+        if (!object || HasEnded(*object) || Checks::Refuse(otherHandle, function))
             return fallback;
-        return body(*object, Cast<Other>(otherHandle));
+        Other* other = Cast<Other>(otherHandle);
+        return other && HasEnded(*other) ? fallback : body(*object, other);
     });
 }
 
@@ -100,8 +108,11 @@ void WithOptional(Handle* handle, OtherHandle* otherHandle, Body&& body,
                   const char* function = __builtin_FUNCTION()) noexcept {
     Guard([&] {
         T* object = From<T>(handle, function);
-        if (object && !Checks::Refuse(otherHandle, function))
-            body(*object, Cast<Other>(otherHandle));
+        if (!object || HasEnded(*object) || Checks::Refuse(otherHandle, function))
+            return;
+        Other* other = Cast<Other>(otherHandle);
+        if (!other || !HasEnded(*other))
+            body(*object, other);
     });
 }
 
@@ -127,7 +138,7 @@ int WithManagerAnd(Handle* handle, Body&& body,
                    const char* function = __builtin_FUNCTION()) noexcept {
     return WithManager<Manager>(-1, [&](Manager& manager) {
         T* object = From<T>(handle, function);
-        return object ? body(manager, *object) : -1;
+        return object && !HasEnded(*object) ? body(manager, *object) : -1;
     });
 }
 

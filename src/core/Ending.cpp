@@ -16,9 +16,12 @@ void Ending::End(NamedObject* object) noexcept {
         Bury(object);
 }
 
+/// What waits since a callback goes on waiting: the call that the callback ran in may still be
+/// working on it.
 void Ending::EndUnused(NamedObject* object) noexcept {
+    const bool othersWait = hasWaiting_;
     Wait(object);
-    if (!IsDeferred() && !isFreeing_)
+    if (!othersWait && !IsDeferred())
         FreeWaiting();
 }
 
@@ -46,11 +49,10 @@ void Ending::Free(Remains* remains) noexcept {
 
 /// Those that ended may still use each other, in any order; and freeing one may end others.
 void Ending::FreeWaiting() noexcept {
-    isFreeing_ = true;
     while (objects_ || remains_) {
         while (NamedObject* object = objects_) {
             objects_ = static_cast<NamedObject*>(object->nameAndTexts_.GetReplacement());
-            object->nameAndTexts_.ReplaceBy(nullptr);
+            object->nameAndTexts_.Restore(); // users may go on having it
             Bury(object);
         }
         if (Remains* remains = remains_) {
@@ -58,7 +60,6 @@ void Ending::FreeWaiting() noexcept {
             delete remains;
         }
     }
-    isFreeing_ = false;
     hasWaiting_ = false;
 }
 

@@ -69,7 +69,6 @@ private:
 
     static inline int deferrals_ = 0;
     static inline bool hasWaiting_ = false;
-    static inline bool isFreeing_ = false;
     static inline NamedObject* objects_ = nullptr;
     static inline Remains* remains_ = nullptr;
 };

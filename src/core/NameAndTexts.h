@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <new>
 
 #include "core/CompactString.h"
 #include "core/LocalizedTextTable.h"
@@ -40,6 +41,8 @@ public:
     /// Drops name and texts for good and keeps a pointer in their place, which needs no memory.
     /// From then on both read as empty, and what is written to them is lost.
     void ReplaceBy(void* pointer) noexcept;
+    /// Takes an empty name in place of the pointer.
+    void Restore() noexcept { new (&name_) CompactString(); }
     bool IsReplaced() const { return (GetBits() & kReplaced) == kReplaced; }
     void* GetReplacement() const { return reinterpret_cast<void*>(GetBits() & ~kReplaced); }
 

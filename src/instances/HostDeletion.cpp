@@ -10,6 +10,7 @@
 #include "manager/RetiredSchema.h"
 #include "manager/TemplateManager.h"
 #include "schema/AttributeProperty.h"
+#include "types/TypedValue.h"
 
 namespace Kor {
 
@@ -83,6 +84,9 @@ void HostDeletion::Delete(Object* object) {
     auto* definition = ObjectCast<Template>(object);
     if (definition && TemplateManager::Exists()) // first of all, since it may need memory
         definition->ShareChildren(TemplateManager::Get()->GetRoot());
+    const auto* instance = ObjectCast<Instance>(object);
+    if (instance && instance->IsValueElement() && !instance->GetHolder())
+        TypedValue::ForgetElement(instance); // which may be the default value of a property
     if (!named)
         delete object;
     else if (IsUsedByInstances(*named))

@@ -295,7 +295,7 @@ std::vector<Template*> Instance::StripAbandoned() {
     auto& abandoned = Abandoned();
     while (!abandoned.empty()) {
         Instance* instance = abandoned.back();
-        const std::vector<Property*> properties = instance->CollectProperties();
+        const std::vector<Property*> properties = instance->CollectListedProperties();
         released.insert(released.end(), instance->templates_.begin(), instance->templates_.end());
         instance->LeaveAbandoned(); // only now, or no memory would leave it out of reach
         instance->DeletePropertyInstances();
@@ -312,11 +312,14 @@ std::vector<Template*> Instance::StripAbandoned() {
     return released;
 }
 
-std::vector<Property*> Instance::CollectProperties() const {
+/// Without those that no template lists any more: such a one goes with its last property instance.
+std::vector<Property*> Instance::CollectListedProperties() const {
     std::vector<Property*> properties;
     properties.reserve(static_cast<size_t>(propertyInstances_.GetCount()));
-    for (const PropertyInstance* propertyInstance : propertyInstances_)
-        properties.push_back(propertyInstance->GetProperty());
+    for (const PropertyInstance* propertyInstance : propertyInstances_) {
+        if (!propertyInstance->GetProperty()->GetHolders().empty())
+            properties.push_back(propertyInstance->GetProperty());
+    }
     return properties;
 }
 

@@ -127,6 +127,9 @@ public:
 
     // -- lives ----------------------------------------------------------------------------------
 
+    /// Whether it is or was an element of a value.
+    bool IsValueElement() const { return !freeStanding_; }
+
     /// Makes a free-standing instance an element of a value.
     void BecomeValueElement();
 
@@ -187,7 +190,7 @@ private:
     PropertyInstance* FindOrAnnounced(const Property& property) const;
     void AddPropertyInstances(const std::vector<Property*>& properties);
     void AddMissingPropertyInstances(const std::vector<Property*>& properties);
-    std::vector<Property*> CollectProperties() const;
+    std::vector<Property*> CollectListedProperties() const;
     void DeletePropertyInstances();
     void ReleaseTemplates();
     static void MakeRoomForAbandoned();

@@ -271,6 +271,8 @@ template <class T> int TemplateManager::Register(ObjectRegistry<T>& registry, T*
     if (former)
         Displace(*former);
     TakeBack(*object);
+    if (object->IsRetired())
+        RetiredSchema::Forget(*object); // it has another owner now
     object->TakeFromUsers();
     object->SetRegistered(true);
     return result;

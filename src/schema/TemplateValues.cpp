@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <memory>
 #include <new>
+#include <utility>
 #include <vector>
 
 #include "schema/Template.h"
@@ -15,6 +16,7 @@
 
 #include "core/Ending.h"
 #include "core/Names.h"
+#include "core/Undo.h"
 #include "schema/TemplateSize.h"
 #include "types/BinaryPacker.h"
 
@@ -35,6 +37,17 @@ void ExpectRoom(size_t count) {
 
 std::string_view NameOf(const Instance* instance) {
     return instance ? instance->GetNameView() : std::string_view();
+}
+
+/// Null where a callback that was told of the instance ended it.
+Instance* MakeForElement(std::string_view name, Template& type) {
+    auto* made = new Instance(name, Instance::kInsideValue);
+    Undo undo([made] { Ending::End(made); });
+    made->AddTemplate(&type, true);
+    if (made->HasEnded())
+        return nullptr;
+    undo.Forget();
+    return made;
 }
 
 } // namespace
@@ -117,11 +130,9 @@ int Template::GetValueFromString(const char* text, void* value, int index) const
     TemplateManager* manager = TemplateManager::Get();
     Template* type = manager ? manager->GetTemplate(name) : nullptr;
     if (type && value && index >= 0) {
-        auto instance = std::make_unique<Instance>(name, Instance::kInsideValue);
-        instance->AddTemplate(type, true);
         Instance*& element = static_cast<Instance**>(value)[index];
-        Ending::End(element);
-        element = instance.release();
+        Instance* made = MakeForElement(name, *type);
+        Ending::End(std::exchange(element, made));
     }
     return static_cast<int>(name.size());
 }

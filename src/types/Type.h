@@ -149,6 +149,7 @@ public:
     void SetDisplaced(bool displaced) { displaced_ = displaced; }
 
     /// Set while the type's manager is gone but the type is not: it is freed with the whole schema.
+    bool IsRetired() const { return retired_; }
     void SetRetired(bool retired) { retired_ = retired; }
 
     /// Hands a type that nobody else owns to those who use it: the last user frees it.

@@ -36,11 +36,23 @@ public:
     /// Marks an array of references as known to the host, which may keep it: it is never freed.
     void HandOut() { handedOut_ = true; }
 
+    /// Empties the places that an instance has in any of the blocks of references: it ends before
+    /// them.
+    static void ForgetElement(const void* instance) noexcept;
+
 private:
+    void Link() noexcept;
+    void Unlink() noexcept;
+
     TypeRef type_;
     void* block_ = nullptr;
     int count_ = 0;
     bool handedOut_ = false;
+    bool linked_ = false;
+    TypedValue* next_ = nullptr; // of those with a block of references
+    TypedValue* previous_ = nullptr;
+
+    static inline TypedValue* first_ = nullptr;
 };
 
 } // namespace Kor

@@ -62,7 +62,15 @@ size_t XMLInstanceListener::IndexOf(const Element& element) {
     return static_cast<size_t>(&element - GetElements());
 }
 
+/// A callback that ends the library ends the reading, too: what is read from then on would go to
+/// managers that nobody finds any more, although there may be new ones.
+bool XMLInstanceListener::IsForNobody() const {
+    return !assets_.IsCurrent() || !templates_.IsCurrent();
+}
+
 bool XMLInstanceListener::StartElement(std::string_view name, const XMLAttributes& attributes) {
+    if (IsForNobody())
+        return false;
     const Element* element = FindElement(name);
     if (ignoredDepth_ > 0) {
         if (element && element->start == &XMLInstanceListener::StartAsset)
@@ -80,6 +88,8 @@ bool XMLInstanceListener::StartElement(std::string_view name, const XMLAttribute
 }
 
 bool XMLInstanceListener::EndElement(std::string_view name) {
+    if (IsForNobody())
+        return false;
     const Element* element = FindElement(name);
     if (ignoredDepth_ > 0) {
         if (element && element->start == &XMLInstanceListener::StartAsset)

@@ -68,6 +68,8 @@ private:
         return true;
     }
 
+    bool IsForNobody() const;
+
     // -- parts of them --------------------------------------------------------------------------
     Asset* FindOrMakeAsset(const char* name);
     void StartNested(const char* name);
