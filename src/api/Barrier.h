@@ -74,7 +74,7 @@ void With(Handle* handle, Body&& body, const char* function = __builtin_FUNCTION
 /// Whether an object has ended while callbacks run, so that nothing may be added to it or get it
 /// any more: it would be listed beyond its end.
 inline bool HasEnded(const Object& object) noexcept {
-    const auto* named = ObjectCast<NamedObject>(&object);
+    const auto* named = Ending::IsAnyWaiting() ? ObjectCast<NamedObject>(&object) : nullptr;
     return named && named->HasEnded();
 }
 

@@ -24,6 +24,9 @@ public:
     /// Whether callbacks are running, so that nothing is freed.
     static bool IsDeferred() { return deferrals_ > 0; }
 
+    /// Whether objects that have ended are still there.
+    static bool IsAnyWaiting() { return hasWaiting_; }
+
     /// Lives as long as callbacks are running, or whatever else must not see memory freed. They
     /// nest: callbacks call the library.
     class Deferral {
