@@ -60,7 +60,7 @@ Template* TemplateManager::CreateTemplateVersion(std::string_view name, int vers
 }
 
 bool TemplateManager::HasNewerProperty(const Template& version, const Property& property) const {
-    const Property* found = version.GetProperty(property.GetKey(), true);
+    const Property* found = version.PeekProperty(property.GetKey(), true);
     return found && found->GetVersion() > property.GetVersion();
 }
 
@@ -95,7 +95,7 @@ Template* TemplateManager::RemovePropertyFromVersion(std::string_view name, Prop
         if (later->GetVersion() <= own->GetVersion() ||
             later->GetVersion() > own->GetLatestVersion())
             continue;
-        const Property* found = later->GetProperty(property->GetKey(), true);
+        const Property* found = later->PeekProperty(property->GetKey(), true);
         if (!found || found->GetVersion() > property->GetVersion())
             break;
         later->RemoveProperty(property);

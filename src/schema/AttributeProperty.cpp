@@ -26,12 +26,17 @@ AttributeProperty::AttributeProperty(const AttributeProperty& source)
     Type* type = source.GetType();
     if (!type)
         return;
-    if (type->IsLeftToUsers()) {
+    if (type->IsLeftToUsers() && !source.SharesLeftType()) {
         type = static_cast<Type*>(type->Clone().release());
         type->LeaveToUsers(); // also where it is no custom type
+        hasTypeOfItsOwn_ = true;
     }
     SetType(type);
     due_ = kAllDue;
+}
+
+bool AttributeProperty::SharesLeftType() const {
+    return IsPrototype() && !hasTypeOfItsOwn_ && type_ && type_->IsLeftToUsers();
 }
 
 void AttributeProperty::Leave() noexcept {

@@ -35,7 +35,7 @@ struct Frame {
     int count = 0;
     int element = 0;
     int nextParent = 0;
-    size_t nextProperty = 0;
+    int nextProperty = 0;
     const GeometryProperty* geometry = nullptr; ///< The open one, measured by its alternates.
     int nextAlternate = 0;
     std::int64_t alternates = 0; ///< Their sizes so far.
@@ -123,7 +123,7 @@ private:
         descended_ = false;
         if (frame.nextParent < frame.type->GetParentCount())
             AddParent(path_.size() - 1);
-        else if (frame.nextProperty < frame.type->GetDeclaredProperties().size())
+        else if (frame.nextProperty < frame.type->GetDeclaredCount())
             AddProperty(path_.size() - 1);
         else
             FinishElement();
@@ -164,7 +164,7 @@ private:
     /// The property that sizes the next value: the declared one, or with an element the one that
     /// the element's property instance stands for; null when there is none.
     static const Property* FindSized(const Frame& frame) {
-        Property* declared = frame.type->GetDeclaredProperties()[frame.nextProperty];
+        const Property* declared = frame.type->PeekDeclaredAt(frame.nextProperty);
         if (!frame.elements)
             return declared;
         Instance* instance = frame.elements[frame.element];
@@ -183,7 +183,7 @@ private:
         }
         if (frame.geometry && !TakeAlternate(frame))
             return;
-        const Property* property = frame.type->GetDeclaredProperties()[frame.nextProperty++];
+        const Property* property = frame.type->PeekDeclaredAt(frame.nextProperty++);
         AddPart(frame, {property, result_});
     }
 

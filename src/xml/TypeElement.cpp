@@ -34,10 +34,24 @@ bool HasAll(const LocalizedTextTable& texts, const LocalizedTextTable& wanted) {
 
 /// Whether a template has the property as its making copied it, and nobody changed it since.
 bool HasCopyOf(const Template& type, const Property& source) {
-    const Property* copy = type.GetProperty(source.GetKey(), false);
-    return copy && copy->GetKeeper() == &type && copy->GetVersion() == source.GetVersion() &&
-           Write([copy](XMLTemplateWriter& writer) { writer.WriteWholeProperty(*copy); }) ==
-               Write([&source](XMLTemplateWriter& writer) { writer.WriteCopyOf(source); });
+    const Property* copy = type.PeekProperty(source.GetKey(), false);
+    if (!copy || copy->GetVersion() != source.GetVersion() ||
+        (copy->GetKeeper() != &type && !copy->IsPrototype()))
+        return false;
+    return Write([copy](XMLTemplateWriter& writer) {
+               if (copy->IsPrototype()) // nobody has asked for the copy yet
+                   writer.WriteCopyOf(*copy);
+               else
+                   writer.WriteWholeProperty(*copy);
+           }) == Write([&source](XMLTemplateWriter& writer) { writer.WriteCopyOf(source); });
+}
+
+bool HasCopiesOfAll(const Template& type, const Template& origin) {
+    bool hasAll = true;
+    origin.VisitProperties(0, [&](const Property& property) {
+        hasAll = hasAll && HasCopyOf(type, property);
+    });
+    return hasAll;
 }
 
 bool AreSameItems(const EnumerationItem& a, const EnumerationItem& b) {
@@ -55,13 +69,11 @@ bool IsToldByTypeElement(const Template& type) {
         !HasAll(type.GetDescriptions(), origin->GetDescriptions()))
         return false;
     const auto& parents = origin->GetParents();
-    const auto& properties = origin->GetOwnProperties();
     return std::all_of(parents.begin(), parents.end(),
                        [&](const Template* parent) {
                            return parent == manager->GetRoot() || type.GetParent(parent->GetKey());
                        }) &&
-           std::all_of(properties.begin(), properties.end(),
-                       [&type](const Property* property) { return HasCopyOf(type, *property); });
+           HasCopiesOfAll(type, *origin);
 }
 
 bool IsToldByTypeElement(const Enumeration& type) {
