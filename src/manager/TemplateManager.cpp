@@ -59,6 +59,7 @@ void TemplateManager::Empty() {
         return;
     lods_.ForEach([](LOD* lod) { lod->SetRegistered(false); });
     lods_ = ObjectRegistry<LOD>();
+    versions_.Clear();
     retired_->TakeOver(std::move(templates_), std::move(enumerations_), std::move(types_),
                        std::move(displaced_));
     RetiredSchema::Retire(std::move(retired_));
@@ -77,6 +78,8 @@ void TemplateManager::Terminate() {
 
 /// What leaving a registry means: a file without definitions counts as unloaded.
 void TemplateManager::Unregistered(Type* type) {
+    if (auto* version = ObjectCast<Template>(type))
+        versions_.Remove(*version);
     UnlistFile(*type);
     type->SetRegistered(false);
     if (!FindFile(type->GetFileName()))
@@ -249,13 +252,17 @@ template <class T> int TemplateManager::Register(ObjectRegistry<T>& registry, T*
         if (!object->IsRegistered())
             UnlistFile(*object);
     });
-    Type* former = registry.Contains(object) ? nullptr : registry.Get(object->GetKey());
+    const bool isListed = registry.Contains(object);
+    Type* former = isListed ? nullptr : registry.Get(object->GetKey());
     if (former)
         displaced_.insert(former);
     listed.Forget();
     const int result = registry.Insert(object); // there is room
     if (former)
         Displace(*former);
+    auto* version = isListed ? nullptr : ObjectCast<Template>(object);
+    if (version)
+        versions_.Add(*version);
     TakeBack(*object);
     object->TakeFromUsers();
     object->SetRegistered(true);
@@ -265,6 +272,8 @@ template <class T> int TemplateManager::Register(ObjectRegistry<T>& registry, T*
 template int TemplateManager::Register(ObjectRegistry<Template>& registry, Template* object);
 
 void TemplateManager::Displace(Type& type) {
+    if (auto* version = ObjectCast<Template>(&type))
+        versions_.Remove(*version);
     UnlistFile(type);
     type.SetRegistered(false);
     type.SetDisplaced(true);
@@ -318,9 +327,10 @@ void TemplateManager::MakeRoomFor(const Type& type) {
 }
 
 void TemplateManager::Unlist(Type& type) {
-    if (auto* listed = ObjectCast<Template>(&type))
+    if (auto* listed = ObjectCast<Template>(&type)) {
+        versions_.Remove(*listed);
         templates_.RemoveExactly(listed);
-    else if (auto* enumeration = ObjectCast<Enumeration>(&type))
+    } else if (auto* enumeration = ObjectCast<Enumeration>(&type))
         enumerations_.RemoveExactly(enumeration);
     else
         types_.RemoveExactly(&type);
@@ -328,9 +338,10 @@ void TemplateManager::Unlist(Type& type) {
 
 void TemplateManager::List(Type& type) {
     NoteTypeName(type);
-    if (auto* listed = ObjectCast<Template>(&type))
+    if (auto* listed = ObjectCast<Template>(&type)) {
+        versions_.Add(*listed);
         templates_.Place(listed);
-    else if (auto* enumeration = ObjectCast<Enumeration>(&type))
+    } else if (auto* enumeration = ObjectCast<Enumeration>(&type))
         enumerations_.Place(enumeration);
     else
         types_.Place(&type);

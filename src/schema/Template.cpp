@@ -29,7 +29,7 @@ Template::Template(std::string_view name, int dimension, int alignment)
 }
 
 Template::Template(const Template& source, AsVersion version)
-    : Type(source), VersionedObject(source), latestVersion_(source.latestVersion_),
+    : Type(source), VersionedObject(source), latestVersion_(source.GetLatestVersion()),
       creationTime_(SchemaHistory::Next()) {
     VersionedObject::SetVersion(version.version);
     Template::UpdateFullName();
@@ -67,7 +67,7 @@ void Template::BecomeVersionOf(const Template& source) {
     SetPrevious(const_cast<Template*>(&source));
     SetVersionStatus(source.GetVersionStatus());
     CopyTexts(source);
-    latestVersion_ = source.latestVersion_;
+    SetLatestVersion(source.GetLatestVersion());
     creationTime_ = SchemaHistory::Next();
     CopyParentsAndProperties(source);
     SetFileName(source.GetFileName());
@@ -82,7 +82,7 @@ void Template::CopyParentsAndProperties(const Template& source) {
 
 void Template::Redeclare(std::string_view name, std::string_view packageName, Type* base) {
     Type::Redeclare(name, packageName, base);
-    latestVersion_ = 1;
+    SetLatestVersion(1);
     SetVersion(1);
 }
 

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "core/KeyHash.h"
@@ -45,9 +47,16 @@ public:
     std::string_view GetKey() const override { return key_; }
     void SetVersion(int version) override;
 
-    /// The highest version known for this name; kept equal on all versions by the manager.
-    int GetLatestVersion() const { return latestVersion_; }
-    void SetLatestVersion(int version) { latestVersion_ = version; }
+    /// The highest version known for this name; kept equal on all versions by the manager, which
+    /// may let them share the number.
+    int GetLatestVersion() const { return sharedLatest_ ? *sharedLatest_ : latestVersion_; }
+    void SetLatestVersion(int version) {
+        latestVersion_ = version;
+        sharedLatest_.reset();
+    }
+    void ShareLatestVersion(std::shared_ptr<const int> version) {
+        sharedLatest_ = std::move(version);
+    }
 
     /// A copy of another template as its successor of the given version. It is no child of the
     /// source's parents under the source's key, but under its own.
@@ -360,6 +369,7 @@ private:
 
     std::string key_;
     int latestVersion_ = 1;
+    std::shared_ptr<const int> sharedLatest_; // where there is one, it counts
     SortedObjectList<Template> parents_;
     ParentTimes parentTimes_; // of parents that were added once there was a later version
     ObjectRegistry<Template> children_;
