@@ -94,6 +94,10 @@ public:
     void DropValues() { hasValues_ = false; }
     bool HasValues() const { return hasValues_; }
 
+    /// The entries of a version. A version that introduces what it inherited is the owner of copies
+    /// to come, which have its name then: no prototype of before shows them.
+    std::vector<int> FindOfVersion(int version) const { return tree_.FindOfVersion(version); }
+
     /// The first untouched entry from an index on whose copies share a type that was left to its
     /// users; the count when there is none.
     int FindLeftType(int index);

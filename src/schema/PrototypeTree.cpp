@@ -68,6 +68,30 @@ int PrototypeTree::CountBefore(std::string_view name) const {
     return before;
 }
 
+std::vector<int> PrototypeTree::FindOfVersion(int version) const {
+    std::vector<int> found;
+    if (root_)
+        CollectOfVersion(*root_.Get(), 0, version, found);
+    return found;
+}
+
+/// Mostly there are none: a version inherits what lower ones introduced.
+void PrototypeTree::CollectOfVersion(const Node& node, int first, int version,
+                                     std::vector<int>& found) {
+    if (node.highestVersion < version)
+        return;
+    for (int i = 0; i < node.size; ++i) {
+        const Slot slot = node.slots[static_cast<size_t>(i)];
+        if (node.isLeaf) {
+            if (slot.prototype->GetVersion() == version)
+                found.push_back(first + i);
+        } else {
+            CollectOfVersion(*slot.node, first, version, found);
+            first += slot.node->count;
+        }
+    }
+}
+
 void PrototypeTree::LetGo(Node* node) noexcept {
     if (!node || --node->uses > 0)
         return;
@@ -89,6 +113,8 @@ PrototypeTree::NodeRef PrototypeTree::MakeNode(const Slot* slots, int size, bool
     for (int i = 0; i < size; ++i) {
         const Slot slot = node->slots[static_cast<size_t>(i)] = slots[i];
         node->count += isLeaf ? 1 : slot.node->count;
+        const int version = isLeaf ? slot.prototype->GetVersion() : slot.node->highestVersion;
+        node->highestVersion = std::max(node->highestVersion, version);
         if (isLeaf)
             slot.prototype->AddUse();
         else

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <limits>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -32,6 +33,9 @@ public:
 
     /// How many entries come before a name.
     int CountBefore(std::string_view name) const;
+
+    /// The indices of the entries of a version, given in the order of the entries.
+    std::vector<int> FindOfVersion(int version) const;
 
     // The following throw std::bad_alloc, and then have changed nothing.
     void Insert(int index, Property* prototype) { Edit(index, kInsertion, prototype); }
@@ -95,6 +99,7 @@ private:
         unsigned uses = 0;
         int count = 0; ///< Of the prototypes here and below.
         int size = 0;  ///< Of the slots in use.
+        int highestVersion = std::numeric_limits<int>::min();
         bool isLeaf = true;
         std::uint64_t lastWalk = 0;
         std::array<Slot, kFanOut> slots{};
@@ -115,6 +120,7 @@ private:
     enum Kind { kInsertion, kReplacement, kErasure };
 
     static void LetGo(Node* node) noexcept;
+    static void CollectOfVersion(const Node& node, int first, int version, std::vector<int>& found);
     static NodeRef MakeNode(const Slot* slots, int size, bool isLeaf);
     static Nodes MakeNodes(const Slots& slots, bool isLeaf);
     static std::string_view GetLastName(const Node& node);

@@ -322,7 +322,7 @@ private:
     static void ReleaseKey(const std::string& key);
     void CopyParentsAndProperties(const Template& source);
     void CopyProperties(const Template& source);
-    void CopyThoseOfLeftTypes();
+    void CopyWhatIsNotShared();
     void AdoptCopy(Property& copy, const Property& prototype);
     void LinkToSource(Property& copy, const Property& prototype);
     UnseenProperty CopyPrototype(const Property& prototype) const;

@@ -89,7 +89,7 @@ void Template::CopyProperties(const Template& source) {
     auto& from = const_cast<Template&>(source); // shows the same afterwards
     if (source.GetPropertyCount() == 0)
         return;
-    from.CopyThoseOfLeftTypes();
+    from.CopyWhatIsNotShared();
     inherited_ =
         InheritedProperties::Make(from, source.inherited_.get(), source.propertiesByName_, *this);
     if (inherited_)
@@ -109,11 +109,15 @@ void Template::CopyProperties(const Template& source) {
     }
 }
 
-/// What would share a type that was left to its users becomes a copy now: copies of that get a type
-/// of their own.
-void Template::CopyThoseOfLeftTypes() {
+/// Copies of what becomes a copy here are made from that: they get a type of their own where the
+/// type was left to its users, and the owner's name where this version has the property's number.
+void Template::CopyWhatIsNotShared() {
     for (int i = 0; inherited_ && (i = inherited_->FindLeftType(i)) < inherited_->GetCount();)
         CopyInherited(i);
+    for (const int i : inherited_ ? inherited_->FindOfVersion(GetVersion()) : std::vector<int>()) {
+        if (inherited_)
+            CopyInherited(i);
+    }
 }
 
 Property* Template::GetEntry(int index) const {

@@ -6,6 +6,7 @@
 
 #include "core/ByteStreams.h"
 #include "manager/TemplateManager.h"
+#include "schema/AttributeProperty.h"
 #include "xml/XMLTemplateWriter.h"
 #include "xml/XMLWriter.h"
 
@@ -32,12 +33,21 @@ bool HasAll(const LocalizedTextTable& texts, const LocalizedTextTable& wanted) {
     return true;
 }
 
+/// Whether values of the property are instances, which live with the copy that has them.
+bool HasInstances(const Property& property) {
+    const auto* attribute = ObjectCast<AttributeProperty>(&property);
+    const Type* type = attribute ? attribute->GetType() : nullptr;
+    return type && ObjectCast<Template>(type->GetStorageType());
+}
+
 /// Whether a template has the property as its making copied it, and nobody changed it since.
 bool HasCopyOf(const Template& type, const Property& source) {
     const Property* copy = type.PeekProperty(source.GetKey(), false);
     if (!copy || copy->GetVersion() != source.GetVersion() ||
         (copy->GetKeeper() != &type && !copy->IsPrototype()))
         return false;
+    if (HasInstances(*copy))
+        copy = type.GetPeeked(*copy);
     return Write([copy](XMLTemplateWriter& writer) {
                if (copy->IsPrototype()) // nobody has asked for the copy yet
                    writer.WriteCopyOf(*copy);
