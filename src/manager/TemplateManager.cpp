@@ -149,22 +149,6 @@ int TemplateManager::RemoveTemplate(Template* removed) {
     return removed == root_ || standsForRoot ? -1 : Remove(templates_, removed);
 }
 
-Property* TemplateManager::GetProperty(std::string_view fullName) const {
-    const size_t hash = fullName.find('#');
-    const size_t dot = fullName.find('.', hash == std::string_view::npos ? 0 : hash);
-    if (dot == std::string_view::npos)
-        return nullptr;
-    const Template* owner = nullptr;
-    if (hash != std::string_view::npos) {
-        const std::string version(fullName.substr(hash + 1, dot - hash - 1));
-        owner = GetTemplateVersion(fullName.substr(0, hash),
-                                   static_cast<unsigned>(ParseInt(version.c_str())));
-    } else {
-        owner = GetTemplate(fullName.substr(0, dot));
-    }
-    return owner ? owner->GetProperty(fullName.substr(dot + 1), true) : nullptr;
-}
-
 // -- enumerations and plain types -----------------------------------------------------------------
 
 Enumeration* TemplateManager::GetEnumeration(std::string_view name) const {

@@ -7,6 +7,8 @@
 
 #include "manager/TemplateManager.h"
 
+#include "core/NumberText.h"
+
 namespace Kor {
 
 std::vector<Template*> TemplateManager::GetVersions(std::string_view name) const {
@@ -43,9 +45,10 @@ Template* TemplateManager::CreateTemplateVersion(std::string_view name, int vers
         return nullptr;
     const std::string fullName(name);
     const std::vector<Template*>& versions = ListVersions(fullName);
-    const auto above = std::partition_point(
-        versions.begin(), versions.end(),
-        [version](const Template* other) { return other->GetVersion() < version; });
+    const auto above =
+        std::partition_point(versions.begin(), versions.end(), [version](const Template* other) {
+            return other->GetVersion() < version;
+        });
     if (above == versions.begin() || (*(above - 1))->GetVersion() < 1)
         return nullptr;
     const Template& source = **(above - 1);
@@ -64,6 +67,22 @@ Template* TemplateManager::CreateTemplateVersion(std::string_view name, int vers
     if (version > created->GetLatestVersion())
         versions_.RaiseLatest(*created, std::move(latest));
     return created;
+}
+
+Property* TemplateManager::GetProperty(std::string_view fullName) const {
+    const size_t hash = fullName.find('#');
+    const size_t dot = fullName.find('.', hash == std::string_view::npos ? 0 : hash);
+    if (dot == std::string_view::npos)
+        return nullptr;
+    const Template* owner = nullptr;
+    if (hash != std::string_view::npos) {
+        const std::string version(fullName.substr(hash + 1, dot - hash - 1));
+        owner = GetTemplateVersion(fullName.substr(0, hash),
+                                   static_cast<unsigned>(ParseInt(version.c_str())));
+    } else {
+        owner = GetTemplate(fullName.substr(0, dot));
+    }
+    return owner ? owner->GetProperty(fullName.substr(dot + 1), true) : nullptr;
 }
 
 bool TemplateManager::HasNewerProperty(const Template& version, const Property& property) const {

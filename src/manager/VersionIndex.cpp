@@ -50,9 +50,10 @@ void VersionIndex::Remove(Template& version) noexcept {
     if (found == lists_.end())
         return;
     Versions& versions = found->second.versions;
-    const auto first = std::partition_point(
-        versions.begin(), versions.end(),
-        [&version](const Template* other) { return other->GetVersion() < version.GetVersion(); });
+    const auto first =
+        std::partition_point(versions.begin(), versions.end(), [&version](const Template* other) {
+            return other->GetVersion() < version.GetVersion();
+        });
     const auto place = std::find(first, versions.end(), &version);
     if (place != versions.end())
         versions.erase(place);

@@ -129,9 +129,8 @@ public:
     /// other version has that; lets go of those for which it returns true, which are the caller's
     /// then. Must be the last that is done with the entries.
     template <class Body> void TakeUnshared(const Body& body) {
-        tree_.TakeUnshared([&](int index, Property& prototype) {
-            return !Find(index) && body(index, prototype);
-        });
+        tree_.TakeUnshared(
+            [&](int index, Property& prototype) { return !Find(index) && body(index, prototype); });
     }
 
 private:

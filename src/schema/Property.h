@@ -30,8 +30,9 @@ class ViewProperty;
 /// listed by the later versions there are, up to the first that has a newer property of that name.
 /// A version made afterwards lists copies, each with its source as its predecessor: it keeps them
 /// all, and it owns those whose source was introduced by the version that it was copied from. Each
-/// is made when it is first asked for (InheritedProperties). Where a newer property of the name is added, it takes over the lookup, with the older one as its
-/// predecessor; that one stays in the declaration order.
+/// is made when it is first asked for (InheritedProperties). Where a newer property of the name is
+/// added, it takes over the lookup, with the older one as its predecessor; that one stays in the
+/// declaration order.
 class Property : public NamedObject, public VersionedObject, public Lockable {
 public:
     static constexpr int kClassId = kPropertyClass;

@@ -52,7 +52,8 @@ public:
     }
 
     template <class Body> void ForEach(const Body& body) const {
-        Visit(0, [](int, int) { return true; }, body);
+        Visit(
+            0, [](int, int) { return true; }, body);
     }
 
     /// Calls a function with each prototype that no other tree has, and lets go of those for which

@@ -57,11 +57,13 @@ bool HasCopyOf(const Template& type, const Property& source) {
 }
 
 bool HasCopiesOfAll(const Template& type, const Template& origin) {
-    bool hasAll = true;
-    origin.VisitProperties(0, [&](const Property& property) {
-        hasAll = hasAll && HasCopyOf(type, property);
-    });
-    return hasAll;
+    for (int i = 0; const Property* property = origin.PeekByName(i); ++i) {
+        if (HasInstances(*property))
+            property = origin.GetPeeked(*property);
+        if (!HasCopyOf(type, *property))
+            return false;
+    }
+    return true;
 }
 
 bool AreSameItems(const EnumerationItem& a, const EnumerationItem& b) {

@@ -248,9 +248,8 @@ private:
     /// What a version declares, but for what it has unchanged from another one.
     std::vector<const Property*> TakeNew(const Template& version) const {
         std::vector<const Property*> declared;
-        version.VisitDeclared(walk_, [&declared](const Property& property) {
-            declared.push_back(&property);
-        });
+        version.VisitDeclared(
+            walk_, [&declared](const Property& property) { declared.push_back(&property); });
         return declared;
     }
 
