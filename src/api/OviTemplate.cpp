@@ -97,11 +97,8 @@ int OviTemplate_GetPropertyCount(OviTemplate* self) {
 
 OviProperty* OviTemplate_GetPropertyAt(OviTemplate* self, int index, bool sortedByName) {
     return With<Template>(self, kNoProperty, [=](Template& target) {
-        if (sortedByName)
-            return To<OviProperty>(target.GetPropertyByName(index));
-        const auto& declared = target.GetDeclaredProperties();
-        const bool known = index >= 0 && static_cast<size_t>(index) < declared.size();
-        return known ? To<OviProperty>(declared[static_cast<size_t>(index)]) : kNoProperty;
+        return To<OviProperty>(sortedByName ? target.GetPropertyByName(index)
+                                            : target.GetDeclaredAt(index));
     });
 }
 

@@ -21,10 +21,17 @@ public:
     /// The predecessor, or null. The link is not owned; it is taken away when the predecessor dies.
     VersionedObject* GetPrevious() const { return previous_; }
     void SetPrevious(VersionedObject* previous);
+    bool HasSuccessors() const { return firstSuccessor_ != nullptr; }
 
 protected:
     /// A copy succeeds the object it was copied from.
     VersionedObject(const VersionedObject& source);
+
+    /// Calls a function with each object that succeeds this one.
+    template <class Body> void ForEachSuccessor(const Body& body) const {
+        for (VersionedObject* next = firstSuccessor_; next; next = next->nextSibling_)
+            body(*next);
+    }
 
     /// Takes away the links to the predecessor and from the successors.
     void LeaveVersions() noexcept;

@@ -31,10 +31,10 @@ Properties CollectProperties(const NamedObject& object) {
     const auto* definition = ObjectCast<Template>(&object);
     if (!definition)
         return ending;
-    for (const Property* property : definition->GetDeclaredProperties()) {
-        if (property->GetOwner() == definition || property->GetKeeper() == definition)
-            ending.insert(property);
-    }
+    definition->ForEachMade([&](const Property& property) {
+        if (property.GetOwner() == definition || property.GetKeeper() == definition)
+            ending.insert(&property);
+    });
     return ending;
 }
 

@@ -143,7 +143,7 @@ int Instance::UpdateTemplate(Template* old, bool notify) {
 void Instance::AnnounceDroppedProperties(const Template& old, const Template& next) {
     const std::vector<Property*> properties = old.GetOwnProperties().GetAll();
     for (Property* property : properties) {
-        if (!next.GetProperty(property->GetKey(), true))
+        if (!next.PeekProperty(property->GetKey(), true))
             Notify(kPropertyRemoved, property);
     }
 }

@@ -3,12 +3,13 @@
 #include <algorithm>
 
 #include "manager/TemplateManager.h"
+#include "schema/TemplateWalk.h"
 
 namespace Kor {
 
 OuterReferences::OuterReferences(const TemplateManager& manager,
                                  const std::vector<Type*>& definitions)
-    : definitions_(definitions.begin(), definitions.end()) {
+    : definitions_(definitions.begin(), definitions.end()), walk_(NextTemplateWalk()) {
     const bool anyUsed = std::any_of(definitions.begin(), definitions.end(),
                                      [](const Type* type) { return type->IsInUse(); });
     if (!anyUsed) // which spares the walk through the whole schema
@@ -39,10 +40,10 @@ void OuterReferences::Meet(const Type* type) {
 void OuterReferences::MeetContents(const Template& definition) {
     for (const Template* parent : definition.GetParents())
         Meet(parent);
-    for (const Property* property : definition.GetOwnProperties()) {
-        if (const Type* type = property->GetContainedType())
+    definition.VisitProperties(walk_, [this](const Property& property) {
+        if (const Type* type = property.GetContainedType())
             Meet(type);
-    }
+    });
 }
 
 } // namespace Kor

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <unordered_set>
 #include <vector>
 
@@ -27,6 +28,7 @@ private:
     std::unordered_set<const Type*> found_;
     std::unordered_set<const Type*> met_;
     std::vector<const Type*> pending_;
+    std::uint64_t walk_; // no other starts meanwhile
 };
 
 } // namespace Kor

@@ -6,7 +6,6 @@
 
 #include "core/Ending.h"
 #include "manager/TypeGroup.h"
-#include "schema/AttributeProperty.h"
 
 // Who still needs a schema is known where instances live.
 #include "instances/Instance.h"
@@ -17,15 +16,6 @@ namespace {
 
 /// The first of those that wait.
 RetiredSchema* waiting = nullptr;
-
-/// Default values may hold instances, which refer to properties of any of the templates: they let
-/// go of these before the first property is deleted.
-void DropValues(const Template& definition) {
-    for (Property* property : definition.GetDeclaredProperties()) {
-        if (auto* attribute = ObjectCast<AttributeProperty>(property))
-            attribute->DropValues();
-    }
-}
 
 template <class T> std::vector<Type*> FromLastToFirst(const ObjectRegistry<T>& registry) {
     const std::vector<T*> all = registry.Snapshot();
@@ -140,8 +130,10 @@ bool RetiredSchema::Delete() {
             templates.push_back(definition);
     }
     Instance::StripAbandoned();
-    for (const Template* definition : templates)
-        DropValues(*definition);
+    // Default values may hold instances, which refer to properties of any of the templates: they
+    // let go of these before the first property is deleted.
+    for (Template* definition : templates)
+        definition->DropValues();
     Instance::StripAbandoned();
     if (IsUsedByInstances(templates))
         return false;

@@ -59,6 +59,7 @@ void TemplateManager::Empty() {
         return;
     const ObjectRegistry<LOD> lods(std::move(lods_));
     lods_ = ObjectRegistry<LOD>();
+    versions_.Clear();
     lods.ForEach([](LOD* lod) { lod->SetRegistered(false); });
     retired_->TakeOver(std::move(templates_), std::move(enumerations_), std::move(types_),
                        std::move(displaced_));
@@ -78,6 +79,8 @@ void TemplateManager::Terminate() {
 
 /// What leaving a registry means: a file without definitions counts as unloaded.
 void TemplateManager::Unregistered(Type* type) {
+    if (auto* version = ObjectCast<Template>(type))
+        versions_.Remove(*version);
     UnlistFile(*type);
     type->SetRegistered(false);
     if (!FindFile(type->GetFileName()))
@@ -145,22 +148,6 @@ int TemplateManager::RemoveTemplate(Template* removed) {
     const bool standsForRoot =
         !templates_.Contains(removed) && templates_.Get(removed->GetKey()) == root_;
     return removed == root_ || standsForRoot ? -1 : Remove(templates_, removed);
-}
-
-Property* TemplateManager::GetProperty(std::string_view fullName) const {
-    const size_t hash = fullName.find('#');
-    const size_t dot = fullName.find('.', hash == std::string_view::npos ? 0 : hash);
-    if (dot == std::string_view::npos)
-        return nullptr;
-    const Template* owner = nullptr;
-    if (hash != std::string_view::npos) {
-        const std::string version(fullName.substr(hash + 1, dot - hash - 1));
-        owner = GetTemplateVersion(fullName.substr(0, hash),
-                                   static_cast<unsigned>(ParseInt(version.c_str())));
-    } else {
-        owner = GetTemplate(fullName.substr(0, dot));
-    }
-    return owner ? owner->GetProperty(fullName.substr(dot + 1), true) : nullptr;
 }
 
 // -- enumerations and plain types -----------------------------------------------------------------
@@ -263,13 +250,17 @@ template <class T> int TemplateManager::Register(ObjectRegistry<T>& registry, T*
         if (!object->IsRegistered())
             UnlistFile(*object);
     });
-    Type* former = registry.Contains(object) ? nullptr : registry.Get(object->GetKey());
+    const bool isListed = registry.Contains(object);
+    Type* former = isListed ? nullptr : registry.Get(object->GetKey());
     if (former)
         displaced_.insert(former);
     listed.Forget();
     const int result = registry.Insert(object); // there is room
     if (former)
         Displace(*former);
+    auto* version = isListed ? nullptr : ObjectCast<Template>(object);
+    if (version)
+        versions_.Add(*version);
     TakeBack(*object);
     if (object->IsRetired())
         RetiredSchema::Forget(*object); // it has another owner now
@@ -281,6 +272,8 @@ template <class T> int TemplateManager::Register(ObjectRegistry<T>& registry, T*
 template int TemplateManager::Register(ObjectRegistry<Template>& registry, Template* object);
 
 void TemplateManager::Displace(Type& type) {
+    if (auto* version = ObjectCast<Template>(&type))
+        versions_.Remove(*version);
     UnlistFile(type);
     type.SetRegistered(false);
     type.SetDisplaced(true);
@@ -334,9 +327,10 @@ void TemplateManager::MakeRoomFor(const Type& type) {
 }
 
 void TemplateManager::Unlist(Type& type) {
-    if (auto* listed = ObjectCast<Template>(&type))
+    if (auto* listed = ObjectCast<Template>(&type)) {
+        versions_.Remove(*listed);
         templates_.RemoveExactly(listed);
-    else if (auto* enumeration = ObjectCast<Enumeration>(&type))
+    } else if (auto* enumeration = ObjectCast<Enumeration>(&type))
         enumerations_.RemoveExactly(enumeration);
     else
         types_.RemoveExactly(&type);
@@ -344,9 +338,10 @@ void TemplateManager::Unlist(Type& type) {
 
 void TemplateManager::List(Type& type) {
     NoteTypeName(type);
-    if (auto* listed = ObjectCast<Template>(&type))
+    if (auto* listed = ObjectCast<Template>(&type)) {
+        versions_.Add(*listed);
         templates_.Place(listed);
-    else if (auto* enumeration = ObjectCast<Enumeration>(&type))
+    } else if (auto* enumeration = ObjectCast<Enumeration>(&type))
         enumerations_.Place(enumeration);
     else
         types_.Place(&type);

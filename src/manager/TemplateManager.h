@@ -16,6 +16,7 @@
 #include "manager/LoadedFiles.h"
 #include "manager/SearchPaths.h"
 #include "manager/TypeNameIndex.h"
+#include "manager/VersionIndex.h"
 #include "schema/AnchorTypeList.h"
 #include "schema/LOD.h"
 #include "schema/Template.h"
@@ -238,6 +239,7 @@ private:
         -> decltype(lookUp(name));
     void FillTypeNames() const;
     void NoteTypeName(const Type& type) noexcept;
+    const std::vector<Template*>& ListVersions(const std::string& name) const;
     bool HasNewerProperty(const Template& version, const Property& property) const;
 
     ObjectRegistry<Template> templates_;
@@ -245,6 +247,7 @@ private:
     ObjectRegistry<Type> types_;
     ObjectRegistry<LOD> lods_;
     AnchorTypeList anchorTypes_;
+    mutable VersionIndex versions_;
     Template* root_ = nullptr;
     std::set<std::string, std::less<>> packages_; ///< the loaded ones
     LoadedFiles loadedFiles_;

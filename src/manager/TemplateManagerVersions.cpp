@@ -2,26 +2,38 @@
 
 #include <algorithm>
 #include <memory>
+#include <string>
+#include <utility>
 
 #include "manager/TemplateManager.h"
+
+#include "core/NumberText.h"
 
 namespace Kor {
 
 std::vector<Template*> TemplateManager::GetVersions(std::string_view name) const {
-    std::string prefix(name);
-    prefix += '#';
+    return ListVersions(std::string(name));
+}
+
+/// Valid until a version comes or goes.
+const std::vector<Template*>& TemplateManager::ListVersions(const std::string& name) const {
+    if (const auto* known = versions_.Find(name))
+        return *known;
+    const std::string prefix = name + '#';
     const int found = templates_.Find(prefix);
     std::vector<Template*> versions;
     for (int i = found < 0 ? ~found : found; i < templates_.GetCount(); ++i) {
         Template* version = templates_.GetAt(i);
         if (version->GetKey().compare(0, prefix.size(), prefix) != 0)
             break;
-        versions.push_back(version);
+        if (version->GetFullName() == name)
+            versions.push_back(version);
     }
     std::sort(versions.begin(), versions.end(), [](const Template* a, const Template* b) {
         return a->GetVersion() < b->GetVersion();
     });
-    return versions;
+    static const std::vector<Template*> none;
+    return versions.empty() ? none : versions_.Enter(name, std::move(versions));
 }
 
 Template* TemplateManager::CreateTemplateVersion(std::string_view name, int version) {
@@ -31,15 +43,18 @@ Template* TemplateManager::CreateTemplateVersion(std::string_view name, int vers
         return existing;
     if (version < 2)
         return nullptr;
-    std::vector<Template*> versions = GetVersions(name);
-    const auto above = std::find_if(versions.begin(), versions.end(), [version](Template* other) {
-        return other->GetVersion() >= version;
-    });
+    const std::string fullName(name);
+    const std::vector<Template*>& versions = ListVersions(fullName);
+    const auto above =
+        std::partition_point(versions.begin(), versions.end(), [version](const Template* other) {
+            return other->GetVersion() < version;
+        });
     if (above == versions.begin() || (*(above - 1))->GetVersion() < 1)
         return nullptr;
     const Template& source = **(above - 1);
     Template* created = existing;
-    versions.reserve(versions.size() + 1);
+    versions_.MakeRoomIn(fullName); // for the steps behind the one that may fail
+    auto latest = std::make_shared<int>(version);
     if (existing) {
         existing->BeginRedefinition(source.GetParentCount() > 0 ? root_ : nullptr);
         existing->BecomeVersionOf(source);
@@ -48,19 +63,30 @@ Template* TemplateManager::CreateTemplateVersion(std::string_view name, int vers
         auto copy = Template::MakeVersion(source, version);
         Register(templates_, copy.get());
         created = copy.release();
-        versions.push_back(created);
     }
-    if (version > created->GetLatestVersion()) {
-        for (Template* other : versions) {
-            if (other->GetVersion() >= 1 && other->GetVersion() <= version)
-                other->SetLatestVersion(version);
-        }
-    }
+    if (version > created->GetLatestVersion())
+        versions_.RaiseLatest(*created, std::move(latest));
     return created;
 }
 
+Property* TemplateManager::GetProperty(std::string_view fullName) const {
+    const size_t hash = fullName.find('#');
+    const size_t dot = fullName.find('.', hash == std::string_view::npos ? 0 : hash);
+    if (dot == std::string_view::npos)
+        return nullptr;
+    const Template* owner = nullptr;
+    if (hash != std::string_view::npos) {
+        const std::string version(fullName.substr(hash + 1, dot - hash - 1));
+        owner = GetTemplateVersion(fullName.substr(0, hash),
+                                   static_cast<unsigned>(ParseInt(version.c_str())));
+    } else {
+        owner = GetTemplate(fullName.substr(0, dot));
+    }
+    return owner ? owner->GetProperty(fullName.substr(dot + 1), true) : nullptr;
+}
+
 bool TemplateManager::HasNewerProperty(const Template& version, const Property& property) const {
-    const Property* found = version.GetProperty(property.GetKey(), true);
+    const Property* found = version.PeekProperty(property.GetKey(), true);
     return found && found->GetVersion() > property.GetVersion();
 }
 
@@ -95,7 +121,7 @@ Template* TemplateManager::RemovePropertyFromVersion(std::string_view name, Prop
         if (later->GetVersion() <= own->GetVersion() ||
             later->GetVersion() > own->GetLatestVersion())
             continue;
-        const Property* found = later->GetProperty(property->GetKey(), true);
+        const Property* found = later->PeekProperty(property->GetKey(), true);
         if (!found || found->GetVersion() > property->GetVersion())
             break;
         later->RemoveProperty(property);

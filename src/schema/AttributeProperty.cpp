@@ -26,10 +26,16 @@ AttributeProperty::AttributeProperty(const AttributeProperty& source)
     Type* type = source.GetType();
     if (!type)
         return;
-    if (type->IsLeftToUsers() && ObjectCast<CustomType>(type))
+    if (type->IsLeftToUsers() && ObjectCast<CustomType>(type) && !source.SharesLeftType()) {
         type = static_cast<Type*>(type->Clone().release()); // the copy owns its type, too
+        hasTypeOfItsOwn_ = true;
+    }
     SetType(type);
     due_ = kAllDue;
+}
+
+bool AttributeProperty::SharesLeftType() const {
+    return IsPrototype() && !hasTypeOfItsOwn_ && type_ && type_->IsLeftToUsers();
 }
 
 void AttributeProperty::Leave() noexcept {

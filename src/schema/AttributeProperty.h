@@ -80,6 +80,7 @@ public:
     int GetPadding(int offset) const override;
     bool RefersTo(const Type* type, const char* excludedFile) const override;
     const Type* GetContainedType() const override;
+    bool SharesLeftType() const override;
     std::unique_ptr<PropertyInstance> CreateInstance(Instance& instance) override;
     int WriteValueToBinary(const void* value, int count, void* buffer,
                            int bufferSize) const override;
@@ -116,6 +117,7 @@ private:
     /// A bit for each slot that has the type's initial value, not made yet.
     mutable unsigned char due_ = 0;
     bool reference_ = false;
+    bool hasTypeOfItsOwn_ = false; ///< Copied with the property.
     CompactString autoBind_;
 };
 

@@ -16,11 +16,7 @@
 namespace Kor {
 
 GeometryProperty::GeometryProperty(const GeometryProperty& source) : Property(source) {
-    Undo copied([this] {
-        for (GeometryAlternate* alternate :
-             SortedObjectList<GeometryAlternate>(std::move(alternates_)))
-            delete alternate; // nobody has seen it
-    });
+    Undo copied([this] { DropUnseenAlternates(); });
     alternates_.Reserve(source.alternates_.GetCount());
     for (const GeometryAlternate* alternate : source.alternates_)
         AppendCopy(*alternate);
@@ -32,6 +28,37 @@ void GeometryProperty::Leave() noexcept {
         alternate->RemoveLister(this);
     alternates_.Clear();
     Property::Leave();
+}
+
+void GeometryProperty::BecomePrototype(Template* source) {
+    Property::BecomePrototype(source);
+    for (GeometryAlternate* alternate : alternates_)
+        alternate->BecomePrototype(nullptr);
+}
+
+void GeometryProperty::BecomeCopy() {
+    Property::BecomeCopy();
+    for (GeometryAlternate* alternate : alternates_)
+        alternate->BecomeCopy();
+}
+
+void GeometryProperty::DropUnseenParts() {
+    DropUnseenAlternates();
+    Property::DropUnseenParts();
+}
+
+void GeometryProperty::DropUnseenAlternates() {
+    for (GeometryAlternate* alternate :
+         SortedObjectList<GeometryAlternate>(std::move(alternates_))) {
+        alternate->DropUnseenParts();
+        delete alternate;
+    }
+}
+
+bool GeometryProperty::SharesLeftType() const {
+    return std::any_of(
+        alternates_.begin(), alternates_.end(),
+        [](const GeometryAlternate* alternate) { return alternate->SharesLeftType(); });
 }
 
 std::unique_ptr<Object> GeometryProperty::Clone() const {

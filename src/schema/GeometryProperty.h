@@ -39,6 +39,11 @@ public:
 
     void Leave() noexcept override;
 
+    void BecomePrototype(Template* source) override;
+    void BecomeCopy() override;
+    void DropUnseenParts() override;
+    bool SharesLeftType() const override;
+
     /// Called by an alternate around a change of its key and at its end.
     void UnlistAlternate(GeometryAlternate& alternate) { alternates_.RemoveExactly(&alternate); }
     void ListAlternate(GeometryAlternate& alternate) { alternates_.Place(&alternate); }
@@ -47,6 +52,7 @@ private:
     GeometryProperty(const GeometryProperty& source);
 
     void AppendCopy(const GeometryAlternate& source);
+    void DropUnseenAlternates();
 
     SortedObjectList<GeometryAlternate> alternates_;
 };

@@ -14,16 +14,13 @@
 namespace Kor {
 
 Property::Property(std::string_view name, int version)
-    : NamedObject(name), VersionedObject(version), fullName_(GetNameView()), time_(0),
-      staysForUsers_(false) {}
+    : NamedObject(name), VersionedObject(version), fullName_(GetNameView()), useCount_(0),
+      isPrototype_(false), time_(0), staysForUsers_(false) {}
 
 Property::Property(const Property& source)
     : NamedObject(source), VersionedObject(source), Lockable(source), fullName_(source.fullName_),
-      time_(0), staysForUsers_(false) {
-    Undo copied([this] {
-        for (Command* command : SortedObjectList<Command>(std::move(commands_)))
-            delete command; // nobody has seen it
-    });
+      useCount_(0), isPrototype_(false), time_(0), staysForUsers_(false) {
+    Undo copied([this] { Property::DropUnseenParts(); });
     commands_.Reserve(source.commands_.GetCount());
     for (Command* command : source.commands_) {
         std::unique_ptr<Command> copy(static_cast<Command*>(command->Clone().release()));
@@ -57,11 +54,37 @@ void Property::EndUnused() {
     Ending::EndUnused(this);
 }
 
+void Property::BecomePrototype(Template* source) {
+    isPrototype_ = true;
+    staysForUsers_ = true;
+    keeper_ = source;
+}
+
+void Property::BecomeCopy() {
+    isPrototype_ = false;
+    staysForUsers_ = false;
+    useCount_ = 0;
+    keeper_ = nullptr;
+}
+
+void Property::ReleasePrototype() {
+    if (useCount_ == 1)
+        DropUnseenParts();
+    ReleaseUse();
+}
+
+void Property::DropUnseenParts() {
+    for (Command* command : SortedObjectList<Command>(std::move(commands_)))
+        delete command;
+}
+
 bool Property::SetName(const char* name) {
     if (!IsValidName(TextOf(name)))
         return false;
     CompactString stored(TextOf(name)); // first, since no list has the property while it is renamed
     std::vector<Template*> holders = holders_.ToVector();
+    for (Template* holder : holders)
+        holder->MakeRoomForName();
     holders.erase(std::remove_if(holders.begin(), holders.end(),
                                  [this](Template* holder) { return !holder->UnlistName(*this); }),
                   holders.end());

@@ -29,9 +29,10 @@ class ViewProperty;
 /// through versions: added to its own version, which becomes its owner, the same object is also
 /// listed by the later versions there are, up to the first that has a newer property of that name.
 /// A version made afterwards lists copies, each with its source as its predecessor: it keeps them
-/// all, and it owns those whose source was introduced by the version that it was copied from. Where
-/// a newer property of the name is added, it takes over the lookup, with the older one as its
-/// predecessor; that one stays in the declaration order.
+/// all, and it owns those whose source was introduced by the version that it was copied from. Each
+/// is made when it is first asked for (InheritedProperties). Where a newer property of the name is
+/// added, it takes over the lookup, with the older one as its predecessor; that one stays in the
+/// declaration order.
 class Property : public NamedObject, public VersionedObject, public Lockable {
 public:
     static constexpr int kClassId = kPropertyClass;
@@ -112,13 +113,41 @@ public:
     bool IsInUse() const { return useCount_ > 0; }
     void AddUse() { ++useCount_; }
     void ReleaseUse() {
-        if (--useCount_ <= 0 && staysForUsers_)
+        if (--useCount_ == 0 && staysForUsers_)
             EndUnused();
     }
 
     /// A property that ended while property instances referred to it belongs to these.
     bool IsNeeded() const override { return IsInUse(); }
     void StayForUsers() override;
+
+    // -- prototypes -----------------------------------------------------------------------------
+
+    /// Makes this copy, which nobody has seen yet, the prototype of those that versions make when
+    /// they are asked for: it shows what the template had when a version was made from it. A
+    /// prototype is in no template; it belongs to its users, the trees that have it.
+    virtual void BecomePrototype(Template* source);
+
+    /// The other way round: the copy itself, without users.
+    virtual void BecomeCopy();
+    bool IsPrototype() const { return isPrototype_; }
+
+    /// The template that a prototype shows; perhaps gone.
+    const Template* GetSource() const { return keeper_; }
+    int GetUseCount() const { return static_cast<int>(useCount_); }
+
+    /// Ends the prototype with its last user, and all that it has.
+    void ReleasePrototype();
+
+    /// Deletes what else copying made; for copies that nobody has seen.
+    virtual void DropUnseenParts();
+
+    /// Whether copies of this prototype share a type with its source that was left to its users
+    /// since then. A copy that is made of the source now gets one of its own.
+    virtual bool SharesLeftType() const { return false; }
+
+    /// The owner alone: the prototype had the full name already.
+    void AdoptOwner(Template* owner) { owner_ = owner; }
 
     /// Kept by the templates that list the property.
     void MakeRoomForHolder() { MakeRoom(holders_); }
@@ -164,7 +193,8 @@ private:
     SortedObjectList<Command> commands_;
     PointerList<Template> holders_;
     TiedList<ViewProperty> viewers_;
-    int useCount_ = 0;
+    unsigned useCount_ : 31;
+    bool isPrototype_ : 1;
     unsigned time_ : 31;
     bool staysForUsers_ : 1;
 };

@@ -29,7 +29,7 @@ Template::Template(std::string_view name, int dimension, int alignment)
 }
 
 Template::Template(const Template& source, AsVersion version)
-    : Type(source), VersionedObject(source), latestVersion_(source.latestVersion_),
+    : Type(source), VersionedObject(source), latestVersion_(source.GetLatestVersion()),
       creationTime_(SchemaHistory::Next()) {
     VersionedObject::SetVersion(version.version);
     Template::UpdateFullName();
@@ -67,35 +67,22 @@ void Template::BecomeVersionOf(const Template& source) {
     SetPrevious(const_cast<Template*>(&source));
     SetVersionStatus(source.GetVersionStatus());
     CopyTexts(source);
-    latestVersion_ = source.latestVersion_;
+    SetLatestVersion(source.GetLatestVersion());
     creationTime_ = SchemaHistory::Next();
     CopyParentsAndProperties(source);
     SetFileName(source.GetFileName());
 }
 
-/// Copies are made by the source's version: where that is not this template's, nobody owns them.
 void Template::CopyParentsAndProperties(const Template& source) {
     for (Template* parent : source.parents_)
         PlaceParent(parent);
-    const int count = source.propertiesByName_.GetCount();
-    propertiesByName_.Reserve(propertiesByName_.GetCount() + count);
-    properties_.reserve(properties_.size() + static_cast<size_t>(count));
-    for (const Property* property : source.propertiesByName_) {
-        std::unique_ptr<Property> made(static_cast<Property*>(property->Clone().release()));
-        made->SetKeeper(this);
-        if (made->GetVersion() == source.GetVersion())
-            made->SetOwner(this);
-        made->AddHolder(this);
-        Property* copy = made.release();
-        propertiesByName_.Insert(copy);
-        properties_.push_back(copy);
-    }
+    CopyProperties(source);
     SchemaRevision::Advance();
 }
 
 void Template::Redeclare(std::string_view name, std::string_view packageName, Type* base) {
     Type::Redeclare(name, packageName, base);
-    latestVersion_ = 1;
+    SetLatestVersion(1);
     SetVersion(1);
 }
 
@@ -168,104 +155,6 @@ void Template::EnterSortedLists() {
             child->parents_.Place(this); // there is still the room that leaving made
     });
     Type::EnterSortedLists();
-}
-
-// -- properties -----------------------------------------------------------------------------------
-
-int Template::AddProperty(Property* property, int position, bool* refused) {
-    Property* existing = propertiesByName_.Get(property->GetKey());
-    const bool containsItself = MayBeMet() && property->RefersTo(this, nullptr);
-    const bool duplicate = existing && (existing->GetVersion() == GetVersion() ||
-                                        propertiesByName_.Contains(property));
-    if (refused)
-        *refused = containsItself || duplicate;
-    if (containsItself || duplicate)
-        return -1;
-    propertiesByName_.MakeRoom();
-    MakeRoom(properties_);
-    property->MakeRoomForHolder();
-    if (property->GetVersion() == GetVersion())
-        property->SetOwner(this);
-    if (property->GetVersion() == GetVersion() || property->GetHolders().empty())
-        property->SetTime(SchemaHistory::Next());
-    if (existing && GetVersion() < existing->GetVersion()) {
-        VersionedObject* older = existing->GetPrevious();
-        existing->SetPrevious(property);
-        property->SetPrevious(older == property ? nullptr : older);
-    } else if (existing) {
-        property->SetPrevious(existing);
-    }
-    const int result = propertiesByName_.Insert(property);
-    const auto count = static_cast<int>(properties_.size());
-    const int place = position < 0 || position > count ? count : position;
-    properties_.InsertAt(static_cast<size_t>(place), property);
-    if (!removedProperties_.TakeOut(property))
-        property->AddHolder(this);
-    SchemaRevision::Advance();
-    return result;
-}
-
-int Template::RemoveProperty(Property* property) {
-    MakeRoom(removedProperties_);
-    SchemaRevision::Advance();
-    propertiesByName_.Remove(property);
-    if (property->GetKeeper() == this)
-        property->SetKeeper(nullptr);
-    const size_t declared = properties_.FindInFewSteps(property);
-    if (declared == PointerList<Property>::kNotFound)
-        return -1;
-    properties_.EraseAt(declared);
-    if (property->GetOwner() == this)
-        removedProperties_.push_back(property);
-    else
-        property->RemoveHolder(this);
-    return static_cast<int>(declared);
-}
-
-void Template::ForgetProperty(Property& property) {
-    propertiesByName_.RemoveExactly(&property);
-    for (auto* list : {&properties_, &retiredProperties_, &removedProperties_})
-        list->TakeOut(&property);
-    property.RemoveHolder(this);
-    SchemaRevision::Advance();
-}
-
-/// Deletes the own properties from last to first in name order, older definitions included. Needs
-/// no memory, unless properties that are used are kept: for these there must be room.
-void Template::DropProperties(bool keepUsed) {
-    decltype(properties_) listed;
-    listed.swap(properties_);
-    propertiesByName_.Clear();
-    for (Property* property : listed)
-        property->RemoveHolder(this);
-    // By their addresses behind the names, so that one that is declared twice stands beside itself.
-    listed.Sort([](const Property* a, const Property* b) {
-        const int order = a->GetKey().compare(b->GetKey());
-        return order == 0 ? std::less<>()(a, b) : order < 0;
-    });
-    const Property* last = nullptr;
-    for (size_t at = listed.size(); at > 0; --at) {
-        Property* property = listed[at - 1];
-        if (property == last || (property->GetOwner() != this && property->GetKeeper() != this))
-            continue;
-        last = property;
-        if (keepUsed && property->IsInUse()) {
-            retiredProperties_.push_back(property);
-            property->AddHolder(this); // in the place of the entry that it lost
-        } else {
-            Ending::End(property);
-        }
-    }
-    SchemaRevision::Advance();
-}
-
-/// What was taken out belongs to others: it only learns that this template is gone.
-void Template::ReleaseRemoved() {
-    for (Property* property : removedProperties_) {
-        property->RemoveHolder(this);
-        property->ForgetOwner(*this);
-    }
-    removedProperties_.clear();
 }
 
 // -- views ----------------------------------------------------------------------------------------
@@ -346,7 +235,9 @@ void Template::SortForClearing(std::vector<Template*>& templates) {
 }
 
 void Template::BeginRedefinition(Template* parent) {
-    retiredProperties_.reserve(retiredProperties_.size() + properties_.size());
+    const int copies = inherited_ ? inherited_->CountCopies() : 0;
+    retiredProperties_.reserve(retiredProperties_.size() + properties_.size() +
+                               static_cast<size_t>(copies));
     if (parent)
         AddParent(parent);
     DropViews();
@@ -354,21 +245,6 @@ void Template::BeginRedefinition(Template* parent) {
     DropProperties(true);
     DropRetired(true);
     creationTime_ = SchemaHistory::Next();
-}
-
-/// A property that goes leaves the list by itself.
-void Template::DropRetired(bool keepUsed) {
-    for (size_t at = retiredProperties_.size(); at > 0; --at) {
-        Property* property = retiredProperties_[at - 1];
-        if (!keepUsed || !property->IsInUse())
-            Ending::End(property);
-    }
-}
-
-bool Template::IsUsedByInstances() const {
-    const auto inUse = [](const auto& property) { return property->IsInUse(); };
-    return instanceCount_ > 0 || std::any_of(properties_.begin(), properties_.end(), inUse) ||
-           std::any_of(retiredProperties_.begin(), retiredProperties_.end(), inUse);
 }
 
 void Template::CollectPackages(std::set<std::string>& packages) const {
@@ -389,13 +265,13 @@ void Template::CollectPackages(const std::vector<const Type*>& types,
     while (!pending.empty()) {
         const Template* current = pending.back();
         pending.pop_back();
-        for (const Property* property : current->propertiesByName_) {
-            const auto* contained = ObjectCast<Template>(property->GetContainedType());
+        current->VisitProperties(walk, [&](const Property& property) {
+            const auto* contained = ObjectCast<Template>(property.GetContainedType());
             if (!contained)
-                property->CollectPackages(packages);
+                property.CollectPackages(packages);
             else if (contained->Visit(walk))
                 pending.push_back(contained);
-        }
+        });
     }
 }
 

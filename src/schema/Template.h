@@ -1,14 +1,17 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "core/KeyHash.h"
 #include "core/ObjectRegistry.h"
 #include "core/SortedObjectList.h"
 #include "core/VersionedObject.h"
+#include "schema/InheritedProperties.h"
 #include "schema/ParentTimes.h"
 #include "schema/Property.h"
 #include "schema/View.h"
@@ -44,9 +47,16 @@ public:
     std::string_view GetKey() const override { return key_; }
     void SetVersion(int version) override;
 
-    /// The highest version known for this name; kept equal on all versions by the manager.
-    int GetLatestVersion() const { return latestVersion_; }
-    void SetLatestVersion(int version) { latestVersion_ = version; }
+    /// The highest version known for this name; kept equal on all versions by the manager, which
+    /// may let them share the number.
+    int GetLatestVersion() const { return sharedLatest_ ? *sharedLatest_ : latestVersion_; }
+    void SetLatestVersion(int version) {
+        latestVersion_ = version;
+        sharedLatest_.reset();
+    }
+    void ShareLatestVersion(std::shared_ptr<const int> version) {
+        sharedLatest_ = std::move(version);
+    }
 
     /// A copy of another template as its successor of the given version. It is no child of the
     /// source's parents under the source's key, but under its own.
@@ -99,15 +109,66 @@ public:
     /// of the declaration order; gives the position there, -1 without it. Nothing is deleted.
     int RemoveProperty(Property* property);
 
-    /// Own properties by name: fewer than the declaration order holds once one was redefined.
-    int GetPropertyCount() const { return propertiesByName_.GetCount(); }
-    Property* GetPropertyByName(int index) const { return propertiesByName_.GetAt(index); }
-    const PointerList<Property>& GetDeclaredProperties() const { return properties_; }
-    const SortedObjectList<Property>& GetOwnProperties() const { return propertiesByName_; }
+    // What a version has from the template that it was made from is copied when it is asked for:
+    // `Get...` makes the copies and may throw std::bad_alloc, `Peek...` and `Visit...` give what
+    // the copies would be made of, which is only to be read, for as long as nothing changes.
+
+    /// Own properties by name: fewer than the declaration order holds once one was redefined. Null
+    /// out of range.
+    int GetPropertyCount() const;
+    Property* GetPropertyByName(int index) const { return FindByName(index, &Template::GetEntry); }
+    const Property* PeekByName(int index) const { return FindByName(index, &Template::PeekEntry); }
+
+    /// The same in the order of declaration.
+    int GetDeclaredCount() const;
+    Property* GetDeclaredAt(int index) const { return FindDeclared(index, &Template::GetEntry); }
+    const Property* PeekDeclaredAt(int index) const {
+        return FindDeclared(index, &Template::PeekEntry);
+    }
+
+    /// All of them, copied.
+    const SortedObjectList<Property>& GetOwnProperties() const {
+        CopyAll();
+        return propertiesByName_;
+    }
+    const PointerList<Property>& GetDeclaredProperties() const {
+        CopyAll();
+        return properties_;
+    }
 
     /// The own property of that name, or the first that the parents have, in key order, depth
     /// first.
     Property* GetProperty(std::string_view name, bool includeInherited) const;
+    const Property* PeekProperty(std::string_view name, bool includeInherited) const;
+
+    /// The property that something peeked at or visited stands for.
+    Property* GetPeeked(const Property& peeked) const;
+
+    /// Calls a function with each own property, those that were inherited first; with the number of
+    /// a walk (not 0) only with what the same walk did not meet in other versions, where it was the
+    /// same: all together then take no longer than what is new in each.
+    template <class Body> void VisitProperties(std::uint64_t walk, const Body& body) const {
+        if (inherited_)
+            inherited_->VisitListed(walk, body);
+        propertiesByName_.ForEach([&body](const Property* property) { body(*property); });
+    }
+
+    /// The same in the order of declaration.
+    template <class Body> void VisitDeclared(std::uint64_t walk, const Body& body) const {
+        if (inherited_)
+            inherited_->VisitDeclared(walk, body);
+        properties_.ForEach([&body](const Property* property) { body(*property); });
+    }
+
+    /// Calls a function with each declared property but those that nobody asked for yet.
+    template <class Body> void ForEachMade(const Body& body) const {
+        if (inherited_)
+            inherited_->ForEachCopy(body);
+        properties_.ForEach([&body](Property* property) { body(*property); });
+    }
+
+    /// Frees the values of all properties.
+    void DropValues();
 
     /// All properties that an instance of this template has, inherited ones first where two share
     /// a full name, sorted by full name. Valid until the schema changes.
@@ -227,7 +288,8 @@ public:
     // -- kept for Property, View and the walks --------------------------------------------------
 
     /// False when the lookup does not have the property: an older definition.
-    bool UnlistName(Property& property) { return propertiesByName_.RemoveExactly(&property); }
+    bool UnlistName(Property& property);
+    void MakeRoomForName();
     void ListName(Property& property) { propertiesByName_.Place(&property); }
     void ForgetProperty(Property& property);
     void MakeRoomForView() { views_.MakeRoom(); }
@@ -259,6 +321,34 @@ private:
     static std::unordered_map<std::string, int, KeyHash>& KeyCounts();
     static void ReleaseKey(const std::string& key);
     void CopyParentsAndProperties(const Template& source);
+    void CopyProperties(const Template& source);
+    void CopyWhatIsNotShared();
+    void AdoptCopy(Property& copy, const Property& prototype);
+    void LinkToSource(Property& copy, const Property& prototype);
+    UnseenProperty CopyPrototype(const Property& prototype) const;
+    Property* CopyInherited(int index);
+    void CopyAll() const {
+        if (inherited_)
+            const_cast<Template*>(this)->CopyAllInherited(); // shows the same afterwards
+    }
+    std::vector<Property*> CopyAllInherited();
+    SortedObjectList<Property> MergeNames(const std::vector<Property*>& copies) const;
+    PointerList<Property> MergeDeclared(const std::vector<Property*>& copies) const;
+
+    using Entry = Property* (Template::*)(int) const;
+    Property* FindByName(int index, Entry entry) const;
+    Property* FindDeclared(int index, Entry entry) const;
+    Property* FindOwn(std::string_view name, Entry entry) const;
+    Property* GetEntry(int index) const;
+    Property* PeekEntry(int index) const { return &inherited_->Peek(index); }
+    const Template* FindOwner(std::string_view name, bool includeInherited) const;
+    int CountListedUpTo(const Property& own) const;
+    bool IsListed(const Property& property) const;
+    void MakeRoomBefore(const Property& property, int position);
+    int ListOwn(Property& property);
+    void UnlistOwn(Property& property);
+    int Undeclare(Property& property);
+    void DropProperty(Property& property, bool keepUsed);
     int PlaceParent(Template* parent);
     bool MayGetParent(const Template* parent) const;
     void MakeRoomForParent(Template& parent);
@@ -279,6 +369,7 @@ private:
 
     std::string key_;
     int latestVersion_ = 1;
+    std::shared_ptr<const int> sharedLatest_; // where there is one, it counts
     SortedObjectList<Template> parents_;
     ParentTimes parentTimes_; // of parents that were added once there was a later version
     ObjectRegistry<Template> children_;
@@ -288,6 +379,8 @@ private:
     /// Templates that go on showing this one as a child although another of the same key has taken
     /// their place among the parents.
     PointerList<Template> formerParents_;
+    /// What was not asked for yet, or hardly; null where all is in the lists below.
+    std::unique_ptr<InheritedProperties> inherited_;
     SortedObjectList<Property> propertiesByName_;
     PointerList<Property> properties_;
     /// Former properties that living property instances still refer to; owned.

@@ -17,10 +17,10 @@
 namespace Kor {
 
 int Template::AddParent(Template* parent) {
-    if (latestVersion_ > 1)
+    if (GetLatestVersion() > 1)
         parentTimes_.MakeRoom();
     const int result = PlaceParent(parent);
-    if (result >= 0 && latestVersion_ > 1)
+    if (result >= 0 && GetLatestVersion() > 1)
         parentTimes_.Set(parent, SchemaHistory::Next());
     return result;
 }

@@ -36,7 +36,7 @@ struct Frame {
     int count = 0;
     int element = 0;
     int nextParent = 0;
-    size_t nextProperty = 0;
+    int nextProperty = 0;
     /// The open geometry, measured by its alternates, or by its nodes where there is an instance.
     const GeometryProperty* geometry = nullptr;
     const GeometryInstance* nodes = nullptr;
@@ -126,7 +126,7 @@ private:
         descended_ = false;
         if (frame.nextParent < frame.type->GetParentCount())
             AddParent(path_.size() - 1);
-        else if (frame.nextProperty < frame.type->GetDeclaredProperties().size())
+        else if (frame.nextProperty < frame.type->GetDeclaredCount())
             AddProperty(path_.size() - 1);
         else
             FinishElement();
@@ -180,7 +180,7 @@ private:
     /// the element's property instance stands for; null when there is none.
     static const Property* FindSized(Frame& frame) {
         frame.nodes = nullptr;
-        Property* declared = frame.type->GetDeclaredProperties()[frame.nextProperty];
+        const Property* declared = frame.type->PeekDeclaredAt(frame.nextProperty);
         if (!frame.elements)
             return declared;
         Instance* instance = frame.elements[frame.element];
@@ -200,7 +200,7 @@ private:
         }
         if (frame.geometry && !TakeAlternate(frame))
             return;
-        const Property* property = frame.type->GetDeclaredProperties()[frame.nextProperty++];
+        const Property* property = frame.type->PeekDeclaredAt(frame.nextProperty++);
         AddPart(frame, {property, result_});
     }
 

@@ -27,15 +27,16 @@ bool Template::IsDescendantOf(const Template* other) const {
         this, [key](const Template& current) { return current.GetParents().Find(key) >= 0; });
 }
 
-Property* Template::GetProperty(std::string_view name, bool includeInherited) const {
+/// The template itself or the first ancestor that has a property of the name.
+const Template* Template::FindOwner(std::string_view name, bool includeInherited) const {
     if (!includeInherited)
-        return propertiesByName_.Get(name);
-    Property* found = nullptr;
+        return this;
+    const Template* owner = nullptr;
     WalkAncestors(this, [&](const Template& current) {
-        found = current.propertiesByName_.Get(name);
-        return found != nullptr;
+        owner = current.FindOwn(name, &Template::PeekEntry) ? &current : nullptr;
+        return owner != nullptr;
     });
-    return found;
+    return owner;
 }
 
 View* Template::GetView(std::string_view name, bool includeInherited) const {
@@ -161,13 +162,16 @@ bool Template::RefersTo(const Type* other, const char* excludedFile) const {
             return true;
         for (int i = current->GetParentCount() - 1; isTemplate && i >= 0; --i)
             pending.Push(current->GetParentAt(i));
-        for (const Property* property : current->GetOwnProperties()) {
-            const Type* type = property->GetContainedType();
+        bool found = false;
+        current->VisitProperties(walk, [&](const Property& property) {
+            const Type* type = property.GetContainedType();
             if (const auto* contained = ObjectCast<Template>(type))
                 pending.Push(contained);
-            else if (type && type->RefersTo(other, excludedFile))
-                return true;
-        }
+            else
+                found = found || (type && type->RefersTo(other, excludedFile));
+        });
+        if (found)
+            return true;
     }
     return false;
 }

@@ -153,14 +153,23 @@ public:
     void SetRetired(bool retired) { retired_ = retired; }
 
     /// Hands a type that nobody else owns to those who use it: the last user frees it.
-    void LeaveToUsers() { ownedByUsers_ = !registered_ && !displaced_ && !retired_ && !HasEnded(); }
+    void LeaveToUsers() {
+        leftCount_ += !ownedByUsers_ && useCount_ > 1 ? 1 : 0;
+        ownedByUsers_ = !registered_ && !displaced_ && !retired_ && !HasEnded();
+    }
     bool IsLeftToUsers() const { return ownedByUsers_; }
     void TakeFromUsers() { ownedByUsers_ = false; }
 
     /// The type leaves its registry. It keeps what its values need, since those may live on.
     void Leave() noexcept override;
     bool IsNeeded() const override { return useCount_ > 0; }
-    void StayForUsers() override { ownedByUsers_ = true; }
+    void StayForUsers() override {
+        ++leftCount_;
+        ownedByUsers_ = true;
+    }
+
+    /// Moves on whenever a type may have been left to several users.
+    static unsigned GetLeftCount() { return leftCount_; }
 
     /// Counts a user; kept by TypeRef.
     void AddUse() { ++useCount_; }
@@ -189,6 +198,8 @@ private:
     void StoreFileName(std::string fileName);
     bool StoreName(std::string_view packageName, std::string_view name);
     void Rename(CompactString name, std::string packageName);
+
+    static inline unsigned leftCount_ = 0;
 
     TypeRef base_;
     std::string fileName_;

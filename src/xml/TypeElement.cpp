@@ -6,6 +6,7 @@
 
 #include "core/ByteStreams.h"
 #include "manager/TemplateManager.h"
+#include "schema/AttributeProperty.h"
 #include "xml/XMLTemplateWriter.h"
 #include "xml/XMLWriter.h"
 
@@ -32,12 +33,37 @@ bool HasAll(const LocalizedTextTable& texts, const LocalizedTextTable& wanted) {
     return true;
 }
 
+/// Whether values of the property are instances, which live with the copy that has them.
+bool HasInstances(const Property& property) {
+    const auto* attribute = ObjectCast<AttributeProperty>(&property);
+    const Type* type = attribute ? attribute->GetType() : nullptr;
+    return type && ObjectCast<Template>(type->GetStorageType());
+}
+
 /// Whether a template has the property as its making copied it, and nobody changed it since.
 bool HasCopyOf(const Template& type, const Property& source) {
-    const Property* copy = type.GetProperty(source.GetKey(), false);
-    return copy && copy->GetKeeper() == &type && copy->GetVersion() == source.GetVersion() &&
-           Write([copy](XMLTemplateWriter& writer) { writer.WriteWholeProperty(*copy); }) ==
-               Write([&source](XMLTemplateWriter& writer) { writer.WriteCopyOf(source); });
+    const Property* copy = type.PeekProperty(source.GetKey(), false);
+    if (!copy || copy->GetVersion() != source.GetVersion() ||
+        (copy->GetKeeper() != &type && !copy->IsPrototype()))
+        return false;
+    if (HasInstances(*copy))
+        copy = type.GetPeeked(*copy);
+    return Write([copy](XMLTemplateWriter& writer) {
+               if (copy->IsPrototype()) // nobody has asked for the copy yet
+                   writer.WriteCopyOf(*copy);
+               else
+                   writer.WriteWholeProperty(*copy);
+           }) == Write([&source](XMLTemplateWriter& writer) { writer.WriteCopyOf(source); });
+}
+
+bool HasCopiesOfAll(const Template& type, const Template& origin) {
+    for (int i = 0; const Property* property = origin.PeekByName(i); ++i) {
+        if (HasInstances(*property))
+            property = origin.GetPeeked(*property);
+        if (!HasCopyOf(type, *property))
+            return false;
+    }
+    return true;
 }
 
 bool AreSameItems(const EnumerationItem& a, const EnumerationItem& b) {
@@ -55,13 +81,11 @@ bool IsToldByTypeElement(const Template& type) {
         !HasAll(type.GetDescriptions(), origin->GetDescriptions()))
         return false;
     const auto& parents = origin->GetParents();
-    const auto& properties = origin->GetOwnProperties();
     return std::all_of(parents.begin(), parents.end(),
                        [&](const Template* parent) {
                            return parent == manager->GetRoot() || type.GetParent(parent->GetKey());
                        }) &&
-           std::all_of(properties.begin(), properties.end(),
-                       [&type](const Property* property) { return HasCopyOf(type, *property); });
+           HasCopiesOfAll(type, *origin);
 }
 
 bool IsToldByTypeElement(const Enumeration& type) {

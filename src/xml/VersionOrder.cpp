@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <set>
 #include <string_view>
 #include <tuple>
@@ -14,6 +15,7 @@
 
 #include "schema/AttributeProperty.h"
 #include "schema/Template.h"
+#include "schema/TemplateWalk.h"
 
 namespace Kor {
 
@@ -36,21 +38,57 @@ struct Event {
     }
 };
 
+/// The times at which versions were made, of which one after the other is taken out.
+class CreationTimes {
+public:
+    void Reset(const std::vector<unsigned>& times) {
+        sorted_ = times;
+        std::sort(sorted_.begin(), sorted_.end());
+        removed_.assign(sorted_.size() + 1, 0);
+    }
+
+    void Remove(unsigned time) {
+        for (size_t i = CountAll(time) + 1; i < removed_.size(); i += i & (~i + 1))
+            ++removed_[i];
+    }
+
+    /// How many of those that are left come before a time.
+    size_t CountBefore(unsigned time) const {
+        const size_t all = CountAll(time);
+        size_t gone = 0;
+        for (size_t i = all; i > 0; i &= i - 1)
+            gone += removed_[i];
+        return all - gone;
+    }
+
+private:
+    size_t CountAll(unsigned before) const {
+        const auto found = std::lower_bound(sorted_.begin(), sorted_.end(), before);
+        return static_cast<size_t>(found - sorted_.begin());
+    }
+
+    std::vector<unsigned> sorted_;
+    std::vector<size_t> removed_; // summed up as in a Fenwick tree
+};
+
 /// Collects what happened to the versions of a template, from the lowest to the highest.
 class History {
 public:
     History(const std::vector<const Template*>& versions, const Template* origin)
         : versions_(versions) {
         if (origin)
-            Know(*origin);
+            Know(TakeNew(*origin));
         for (size_t at = 0; at < versions.size(); ++at)
             times_.push_back(at == 0 ? 0 : versions[at]->GetCreationTime());
+        laterTimes_.Reset(times_);
         for (size_t at = 0; at < versions.size(); ++at) {
             if (at > 0)
                 Add(times_[at], kCreation, at, {versions[at], nullptr, nullptr, true});
-            AddProperties(at);
+            laterTimes_.Remove(times_[at]);
+            const std::vector<const Property*> declared = TakeNew(*versions[at]);
+            AddProperties(at, declared);
             AddParents(at, at > 0 ? versions[at - 1] : origin);
-            Know(*versions[at]);
+            Know(declared);
         }
         std::sort(events_.begin(), events_.end());
         TellParentsBehindVersionsOfTheRoot();
@@ -141,9 +179,7 @@ private:
     /// a difference: newer ones that it has keep older ones out of later versions, and a type is
     /// looked for before the version of its attribute is made.
     unsigned GetToldTime(size_t at, unsigned time) const {
-        const bool hasLater =
-            std::any_of(times_.begin() + static_cast<std::ptrdiff_t>(at) + 1, times_.end(),
-                        [time](unsigned creation) { return creation < time; });
+        const bool hasLater = laterTimes_.CountBefore(time) > 0;
         const bool matters =
             HasBetween(propertyTimes_, times_[at], time) ||
             ((hasLater || isMadeByOwnType_) && HasBetween(ownTimes_, times_[at], time));
@@ -155,18 +191,23 @@ private:
         return found != times.end() && *found < before;
     }
 
-    void AddProperties(size_t at) {
+    void AddProperties(size_t at, const std::vector<const Property*>& declared) {
         const Template& version = *versions_[at];
         std::vector<std::pair<const Property*, unsigned>> own;
-        for (const Property* property : version.GetDeclaredProperties()) {
+        std::vector<const Property*> hidden;
+        for (const Property* property : declared) {
             if (IsKnown(*property))
                 continue;
-            if (version.GetProperty(property->GetKey(), false) == property)
+            if (version.PeekProperty(property->GetKey(), false) == property)
                 own.emplace_back(property, std::max(property->GetTime(), times_[at]));
             else
-                AddHidden(*property, at);
+                hidden.push_back(property);
         }
-        KeepDeclarationOrder(own, at);
+        for (auto& [property, time] : own) // what it was copied from is gone: its values are told
+            property = version.GetPeeked(*property);
+        for (const Property* property : hidden)
+            AddHidden(*version.GetPeeked(*property), at);
+        KeepDeclarationOrder(own);
         propertyTimes_.merge(ownTimes_);
         ownTimes_.clear();
         isMadeByOwnType_ =
@@ -179,16 +220,9 @@ private:
 
     /// Between two creations of later versions the properties keep the order in which they are
     /// declared, which a host may choose, and come at the times at which one of them came.
-    void KeepDeclarationOrder(std::vector<std::pair<const Property*, unsigned>>& own,
-                              size_t at) const {
-        std::vector<unsigned> creations(times_.begin() + static_cast<std::ptrdiff_t>(at) + 1,
-                                        times_.end());
-        std::sort(creations.begin(), creations.end());
-        const auto epochOf = [&creations](unsigned time) {
-            return std::lower_bound(creations.begin(), creations.end(), time) - creations.begin();
-        };
-        std::stable_sort(own.begin(), own.end(), [&epochOf](const auto& a, const auto& b) {
-            return epochOf(a.second) < epochOf(b.second);
+    void KeepDeclarationOrder(std::vector<std::pair<const Property*, unsigned>>& own) const {
+        std::stable_sort(own.begin(), own.end(), [this](const auto& a, const auto& b) {
+            return laterTimes_.CountBefore(a.second) < laterTimes_.CountBefore(b.second);
         });
         std::vector<unsigned> times;
         times.reserve(own.size());
@@ -206,13 +240,21 @@ private:
         while (lower > 0 && versions_[lower - 1]->GetVersion() > property.GetVersion())
             --lower;
         if (lower == 0 || times_[lower - 1] > times_[at] ||
-            versions_[lower - 1]->GetProperty(property.GetKey(), false))
+            versions_[lower - 1]->PeekProperty(property.GetKey(), false))
             return;
         Add(times_[at], kHidden, lower - 1, {versions_[lower - 1], &property, nullptr, false});
     }
 
-    void Know(const Template& version) {
-        for (const Property* property : version.GetDeclaredProperties()) {
+    /// What a version declares, but for what it has unchanged from another one.
+    std::vector<const Property*> TakeNew(const Template& version) const {
+        std::vector<const Property*> declared;
+        version.VisitDeclared(
+            walk_, [&declared](const Property& property) { declared.push_back(&property); });
+        return declared;
+    }
+
+    void Know(const std::vector<const Property*>& declared) {
+        for (const Property* property : declared) {
             known_.insert(property);
             knownNames_.emplace(property->GetKey(), property->GetVersion());
         }
@@ -248,7 +290,9 @@ private:
     }
 
     const std::vector<const Template*>& versions_;
+    std::uint64_t walk_ = NextTemplateWalk(); // through all versions; no other starts meanwhile
     std::vector<unsigned> times_; // at which the versions were made; the first one was always there
+    CreationTimes laterTimes_;    // of those above the version at hand
     std::vector<Event> events_;
     std::set<unsigned> propertyTimes_; // those of lower versions
     std::set<unsigned> ownTimes_;      // and those of the version at hand

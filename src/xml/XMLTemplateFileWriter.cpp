@@ -1,6 +1,7 @@
 #include "xml/XMLTemplateFileWriter.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -8,6 +9,7 @@
 #include "manager/TemplateManager.h"
 #include "schema/AttributeProperty.h"
 #include "schema/GeometryProperty.h"
+#include "schema/TemplateWalk.h"
 #include "types/Enumeration.h"
 #include "xml/TypeElement.h"
 #include "xml/ValueTemplate.h"
@@ -66,19 +68,24 @@ void AddMentioned(const AttributeProperty& attribute, std::vector<const Type*>& 
     }
 }
 
+/// Calls a function with the properties of all versions of a template, but not again with what a
+/// version has unchanged from another one.
+template <class Body> void VisitDeclared(const Type& type, const Body& body) {
+    const std::uint64_t walk = NextTemplateWalk();
+    for (const Type* version : GetVersions(type)) {
+        if (const auto* definition = ObjectCast<Template>(version))
+            definition->VisitDeclared(walk, body);
+    }
+}
+
 /// The types of a template's attributes. They too must be known when it is read; but where
 /// templates refer to each other in a circle, a mere declaration has to do.
 std::vector<const Type*> GetMentioned(const Type& type) {
     std::vector<const Type*> mentioned;
-    for (const Type* version : GetVersions(type)) {
-        const auto* definition = ObjectCast<Template>(version);
-        if (!definition)
-            break;
-        for (const Property* property : definition->GetDeclaredProperties()) {
-            if (const auto* attribute = ObjectCast<AttributeProperty>(property))
-                AddMentioned(*attribute, mentioned);
-        }
-    }
+    VisitDeclared(type, [&mentioned](const Property& property) {
+        if (const auto* attribute = ObjectCast<AttributeProperty>(&property))
+            AddMentioned(*attribute, mentioned);
+    });
     return mentioned;
 }
 
@@ -91,19 +98,14 @@ std::vector<const Type*> GetNeeded(const Type& type) {
 
 /// Adds the packages of the levels of detail of other files that a template's alternates stand for.
 void CollectLevelPackages(const Type& type, std::set<std::string>& packages) {
-    for (const Type* version : GetVersions(type)) {
-        const auto* definition = ObjectCast<Template>(version);
-        if (!definition)
-            break;
-        for (const Property* property : definition->GetDeclaredProperties()) {
-            const auto* geometry = ObjectCast<GeometryProperty>(property);
-            for (int i = 0; geometry && i < geometry->GetAlternateCount(); ++i) {
-                const LOD* level = geometry->GetAlternateAt(i)->GetLOD();
-                if (level && !EqualsIgnoreCase(level->GetFileName(), type.GetFileName()))
-                    packages.insert(level->GetPackageName());
-            }
+    VisitDeclared(type, [&](const Property& property) {
+        const auto* geometry = ObjectCast<GeometryProperty>(&property);
+        for (int i = 0; geometry && i < geometry->GetAlternateCount(); ++i) {
+            const LOD* level = geometry->GetAlternateAt(i)->GetLOD();
+            if (level && !EqualsIgnoreCase(level->GetFileName(), type.GetFileName()))
+                packages.insert(level->GetPackageName());
         }
-    }
+    });
 }
 
 /// Puts what others need in front and keeps the order otherwise.

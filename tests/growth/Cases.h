@@ -20,3 +20,4 @@ void RunEnumerationItems(Run& run);
 void RunUsing(Run& run);
 void RunTemplatesOfAnAsset(Run& run);
 void RunEnumerationValues(Run& run);
+void RunVersions(Run& run);

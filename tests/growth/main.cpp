@@ -37,6 +37,7 @@ const std::vector<Case>& GetGrowthCases() {
         {"Alternates", "alternates", 10000, RunAlternates},
         {"Children", "templates", 10000, RunChildren},
         {"Parents", "templates", 10000, RunParents},
+        {"Versions", "versions", 1000, RunVersions},
     };
     return cases;
 }
