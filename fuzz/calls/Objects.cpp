@@ -46,6 +46,13 @@ void Objects::Add(const Object* object) {
         all_.push_back(const_cast<Object*>(object));
 }
 
+/// Adds a part of the schema as if the host had asked for it.
+template <class Part> void Objects::AddKnown(Part* part) {
+    if (part)
+        part->BecomeKnown();
+    Add(part);
+}
+
 void Objects::AddManagers() {
     const TemplateManager& manager = *TemplateManager::Get();
     for (int i = manager.GetTemplateCount(); i-- > 0;)
@@ -55,7 +62,7 @@ void Objects::AddManagers() {
     for (int i = 0; i < manager.GetTypeCount(); ++i)
         Add(manager.GetTypeAt(i));
     for (int i = 0; i < manager.GetLODCount(); ++i)
-        Add(manager.GetLODAt(i));
+        AddKnown(manager.GetLODAt(i));
     for (int i = 0; i < manager.GetAnchorTypeCount(); ++i)
         Add(manager.GetAnchorTypeAt(i));
     const AssetManager& assets = *AssetManager::Get();
@@ -102,14 +109,14 @@ void Objects::FollowTemplate(const Template& definition) {
 
 void Objects::FollowProperty(Property& property) {
     for (int i = 0; i < property.GetCommandCount(); ++i)
-        Add(property.GetCommandAt(i));
+        AddKnown(property.GetCommandAt(i));
     if (const auto* attribute = ObjectCast<AttributeProperty>(&property))
         Add(attribute->GetType());
     const auto* geometry = ObjectCast<GeometryProperty>(&property);
     for (int i = 0; geometry && i < geometry->GetAlternateCount(); ++i)
-        Add(geometry->GetAlternateAt(i));
+        AddKnown(geometry->GetAlternateAt(i));
     if (const auto* alternate = ObjectCast<GeometryAlternate>(&property))
-        Add(alternate->GetLOD());
+        AddKnown(alternate->GetLOD());
 }
 
 void Objects::FollowGroup(const Group& group) {
@@ -126,6 +133,7 @@ void Objects::FollowInstance(const Instance& instance) {
 
 void Objects::FollowMember(const PropertyInstance& member) {
     Add(member.GetProperty());
+    AddKnown(ObjectCast<GeometryAlternate>(member.GetProperty()));
     if (const auto* attribute = ObjectCast<AttributeInstance>(&member))
         FollowAttribute(*attribute);
     const auto* geometry = ObjectCast<GeometryInstance>(&member);

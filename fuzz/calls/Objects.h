@@ -30,6 +30,7 @@ public:
 
 private:
     void Add(const Kor::Object* object);
+    template <class Part> void AddKnown(Part* part);
     void AddManagers();
     void Follow(Kor::Object& object);
     void FollowType(Kor::Type& type);
