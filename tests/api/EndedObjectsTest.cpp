@@ -134,6 +134,20 @@ TEST_F(EndedObjectsTest, ASceneIsReadNoFurtherOnceACallbackEndedTheLibrary) {
     EXPECT_EQ(OviAssetManager_GetAssetCount(), 0);
 }
 
+TEST_F(EndedObjectsTest, APropertyThatWasLeftToItsUsersAndIsAddedAgainBelongsToTheTemplate) {
+    Schema("<lod name='L'/><template name='T'><geometry name='g'><alternate lod='L'/></geometry>"
+           "</template><template name='U'/>");
+    auto* geometry = static_cast<OviGeometryInstance*>(PropertyOf(AssetOf("T", "a"), "T.g"));
+    OviNodeInstance* node = OviGeometryInstance_GetNodeInstanceAt(geometry, 0);
+    OviGeometryInstance_SetNodeInstanceAt(geometry, 0, nullptr);
+    OviProperty* left = OviPropertyInstance_GetProperty(node);
+    OviObject_Delete(left);
+    OviTemplate_AddProperty(TemplateOf("U"), left, -1);
+    ASSERT_EQ(OviTemplate_GetPropertyCount(TemplateOf("U")), 1);
+    OviObject_Delete(node); // the last user
+    EXPECT_EQ(OviTemplate_GetPropertyCount(TemplateOf("U")), 1);
+}
+
 // What instances have of a definition that was unloaded goes with them. The sanitizers look at
 // this.
 TEST_F(EndedObjectsTest, AFormerPropertyOfADeletedTemplateGoesWithTheLastInstanceThatHasIt) {
