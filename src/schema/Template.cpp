@@ -230,6 +230,25 @@ void Template::ForgetProperty(Property& property) {
     SchemaRevision::Advance();
 }
 
+/// Gives the number of the others, which may go while the own ones end: with a type that only those
+/// still used. By their addresses behind the names, so that one that is declared twice stands
+/// beside itself.
+size_t Template::SortOwnBehindOthers(PointerList<Property>& listed) const {
+    const auto isOwn = [this](const Property* property) {
+        return property->GetOwner() == this || property->GetKeeper() == this;
+    };
+    listed.Sort([&isOwn](const Property* a, const Property* b) {
+        if (isOwn(a) != isOwn(b))
+            return isOwn(b);
+        const int order = a->GetKey().compare(b->GetKey());
+        return order == 0 ? std::less<>()(a, b) : order < 0;
+    });
+    size_t count = 0;
+    while (count < listed.size() && !isOwn(listed[count]))
+        ++count;
+    return count;
+}
+
 /// Deletes the own properties from last to first in name order, older definitions included. Needs
 /// no memory, unless properties that are used are kept: for these there must be room.
 void Template::DropProperties(bool keepUsed) {
@@ -238,15 +257,11 @@ void Template::DropProperties(bool keepUsed) {
     propertiesByName_.Clear();
     for (Property* property : listed)
         property->RemoveHolder(this);
-    // By their addresses behind the names, so that one that is declared twice stands beside itself.
-    listed.Sort([](const Property* a, const Property* b) {
-        const int order = a->GetKey().compare(b->GetKey());
-        return order == 0 ? std::less<>()(a, b) : order < 0;
-    });
+    const size_t othersCount = SortOwnBehindOthers(listed);
     const Property* last = nullptr;
-    for (size_t at = listed.size(); at > 0; --at) {
+    for (size_t at = listed.size(); at > othersCount; --at) {
         Property* property = listed[at - 1];
-        if (property == last || (property->GetOwner() != this && property->GetKeeper() != this))
+        if (property == last)
             continue;
         last = property;
         if (keepUsed && property->IsInUse()) {

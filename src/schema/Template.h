@@ -274,6 +274,7 @@ private:
     void DropChildren();
     void DropViews();
     void DropProperties(bool keepUsed);
+    size_t SortOwnBehindOthers(PointerList<Property>& listed) const;
     void DropRetired(bool keepUsed);
     void ReleaseRemoved();
 

@@ -148,6 +148,22 @@ TEST_F(EndedObjectsTest, APropertyThatWasLeftToItsUsersAndIsAddedAgainBelongsToT
     EXPECT_EQ(OviTemplate_GetPropertyCount(TemplateOf("U")), 1);
 }
 
+// The sanitizers look at this.
+TEST_F(EndedObjectsTest, APropertyOfATypeThatGoesWithItsLastUserMayBeListedBesideThatUser) {
+    Schema("<template name='In'/><template name='Out'><attribute name='a' type='In'/></template>");
+    auto* left = static_cast<OviTemplate*>(OviAttributeProperty_GetType(Attribute("Out.a")));
+    OviObject_Delete(left);
+    OviAttributeProperty* shared = OviAttributeProperty_New("Z", 1);
+    OviTemplate* out = TemplateOf("Out");
+    OviTemplate_AddProperty(out, shared, -1);
+    OviTemplate_AddProperty(left, shared, -1); // which now owns it
+    OviAttributeProperty* other = OviAttributeProperty_New("A", 1);
+    OviTemplate_AddProperty(out, other, -1);
+    OviTemplate_AddProperty(left, other, -1);
+    OviObject_Delete(out);
+    EXPECT_EQ(TemplateOf("Out"), nullptr);
+}
+
 // What instances have of a definition that was unloaded goes with them. The sanitizers look at
 // this.
 TEST_F(EndedObjectsTest, AFormerPropertyOfADeletedTemplateGoesWithTheLastInstanceThatHasIt) {
