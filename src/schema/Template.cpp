@@ -230,40 +230,29 @@ void Template::ForgetProperty(Property& property) {
     SchemaRevision::Advance();
 }
 
-/// Gives the number of the others, which may go while the own ones end: with a type that only those
-/// still used. By their addresses behind the names, so that one that is declared twice stands
-/// beside itself.
-size_t Template::SortOwnBehindOthers(PointerList<Property>& listed) const {
-    const auto isOwn = [this](const Property* property) {
-        return property->GetOwner() == this || property->GetKeeper() == this;
-    };
-    listed.Sort([&isOwn](const Property* a, const Property* b) {
-        if (isOwn(a) != isOwn(b))
-            return isOwn(b);
+/// By their addresses behind the names, so that one that is declared twice stands beside itself.
+void Template::SortOwnBehindOthers() {
+    properties_.Sort([this](const Property* a, const Property* b) {
+        if (Frees(*a) != Frees(*b))
+            return Frees(*b);
         const int order = a->GetKey().compare(b->GetKey());
         return order == 0 ? std::less<>()(a, b) : order < 0;
     });
-    size_t count = 0;
-    while (count < listed.size() && !isOwn(listed[count]))
-        ++count;
-    return count;
 }
 
-/// Deletes the own properties from last to first in name order, older definitions included. Needs
-/// no memory, unless properties that are used are kept: for these there must be room.
+/// Deletes the own properties from last to first in name order, older definitions included. They
+/// stay listed until their turn: with the last user of a type that has ended others go, too, and
+/// leave the list then. Needs no memory, unless properties that are used are kept: for these there
+/// must be room.
 void Template::DropProperties(bool keepUsed) {
-    decltype(properties_) listed;
-    listed.swap(properties_);
     propertiesByName_.Clear();
-    for (Property* property : listed)
-        property->RemoveHolder(this);
-    const size_t othersCount = SortOwnBehindOthers(listed);
-    const Property* last = nullptr;
-    for (size_t at = listed.size(); at > othersCount; --at) {
-        Property* property = listed[at - 1];
-        if (property == last)
-            continue;
-        last = property;
+    SortOwnBehindOthers();
+    while (!properties_.empty() && Frees(*properties_.back())) {
+        Property* property = properties_.back();
+        do {
+            properties_.pop_back();
+            property->RemoveHolder(this);
+        } while (!properties_.empty() && properties_.back() == property);
         if (keepUsed && property->IsInUse()) {
             retiredProperties_.push_back(property);
             property->AddHolder(this); // in the place of the entry that it lost
@@ -271,6 +260,10 @@ void Template::DropProperties(bool keepUsed) {
             Ending::End(property);
         }
     }
+    decltype(properties_) others;
+    others.swap(properties_);
+    for (Property* property : others)
+        property->RemoveHolder(this);
     SchemaRevision::Advance();
 }
 

@@ -274,7 +274,10 @@ private:
     void DropChildren();
     void DropViews();
     void DropProperties(bool keepUsed);
-    size_t SortOwnBehindOthers(PointerList<Property>& listed) const;
+    void SortOwnBehindOthers();
+    bool Frees(const Property& property) const {
+        return property.GetOwner() == this || property.GetKeeper() == this;
+    }
     void DropRetired(bool keepUsed);
     void ReleaseRemoved();
 
