@@ -207,6 +207,12 @@ void InheritedProperties::Undeclare(int index) {
 }
 
 void InheritedProperties::Forget(const Property& copy) noexcept {
+    if (isSortedForTheEnd_) {
+        touched_.erase(std::remove_if(touched_.begin(), touched_.end(),
+                                      [&copy](const Touched& t) { return t.copy == &copy; }),
+                       touched_.end());
+        return;
+    }
     const int index = FindCopy(copy);
     if (index < 0)
         return;
@@ -223,7 +229,8 @@ void InheritedProperties::AddUp() {
 }
 
 /// Entries without a copy come first.
-void InheritedProperties::SortCopies() {
+void InheritedProperties::SortForTheEnd() {
+    isSortedForTheEnd_ = true;
     const auto comesBefore = [](const Touched& a, const Touched& b) {
         if (!a.copy || !b.copy)
             return !a.copy && b.copy;

@@ -78,7 +78,7 @@ public:
 
     /// Orders the copies by their names, those of one name by their addresses, for a template that
     /// lets go of all entries: from the last one on.
-    void SortCopies();
+    void SortForTheEnd();
     Property* GetLastCopy() const { return touched_.empty() ? nullptr : touched_.back().copy; }
     void DropLastCopy() { touched_.pop_back(); }
     int CountCopies() const { return static_cast<int>(touched_.size()); }
@@ -174,6 +174,7 @@ private:
     int sourceVersion_;
     unsigned typesLeft_;
     bool hasValues_ = true;
+    bool isSortedForTheEnd_ = false;
 };
 
 } // namespace Kor

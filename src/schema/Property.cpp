@@ -120,6 +120,8 @@ void Property::SetOwner(Template* owner) {
     Undo owned([&] { owner_ = former; });
     UpdateFullName();
     owned.Forget();
+    if (owner)
+        staysForUsers_ = false; // it ends with that, and with its users no more
 }
 
 void Property::UpdateFullName() {

@@ -364,6 +364,11 @@ private:
     void DropChildren();
     void DropViews();
     void DropProperties(bool keepUsed);
+    Property* GetLastLeft() const;
+    void LetGoOfLast(Property& property);
+    bool Frees(const Property& property) const {
+        return property.GetOwner() == this || property.GetKeeper() == this;
+    }
     void DropRetired(bool keepUsed);
     void ReleaseRemoved();
 

@@ -212,43 +212,62 @@ void Template::ForgetProperty(Property& property) {
 
 // -- the end --------------------------------------------------------------------------------------
 
-/// Deletes the own properties from last to first in name order, older definitions included. Needs
-/// no memory, unless properties that are used are kept: for these there must be room.
+namespace {
+
+/// By their addresses behind the names, so that one that is declared twice stands beside itself.
+bool ComesBefore(const Property* a, const Property* b) {
+    const int order = a->GetKey().compare(b->GetKey());
+    return order == 0 ? std::less<>()(a, b) : order < 0;
+}
+
+} // namespace
+
+/// Deletes the own properties from last to first in name order, older definitions included. They
+/// stay listed until their turn: with the last user of a type that has ended others go, too, and
+/// leave the lists then. Needs no memory, unless properties that are used are kept: for these there
+/// must be room.
 void Template::DropProperties(bool keepUsed) {
-    PointerList<Property> listed;
-    listed.swap(properties_);
     propertiesByName_.Clear();
-    const std::unique_ptr<InheritedProperties> inherited = std::move(inherited_);
-    for (Property* property : listed)
+    properties_.Sort([this](const Property* a, const Property* b) {
+        return Frees(*a) == Frees(*b) ? ComesBefore(a, b) : Frees(*b);
+    });
+    if (inherited_)
+        inherited_->SortForTheEnd();
+    while (Property* property = GetLastLeft()) {
+        LetGoOfLast(*property);
+        DropProperty(*property, keepUsed);
+    }
+    PointerList<Property> others;
+    others.swap(properties_);
+    for (Property* property : others)
         property->RemoveHolder(this);
-    // By their addresses behind the names, so that one that is declared twice stands beside itself.
-    const auto comesBefore = [](const Property* a, const Property* b) {
-        const int order = a->GetKey().compare(b->GetKey());
-        return order == 0 ? std::less<>()(a, b) : order < 0;
-    };
-    listed.Sort(comesBefore);
-    if (inherited) {
-        inherited->ForEachCopy([this](Property& copy) { copy.RemoveHolder(this); });
-        inherited->SortCopies();
-    }
-    for (;;) {
-        Property* last = listed.empty() ? nullptr : listed.back();
-        Property* copy = inherited ? inherited->GetLastCopy() : nullptr;
-        if (copy && (!last || comesBefore(last, copy)))
-            last = copy;
-        if (!last)
-            break;
-        while (!listed.empty() && listed.back() == last)
-            listed.pop_back();
-        if (last == copy)
-            inherited->DropLastCopy();
-        DropProperty(*last, keepUsed);
-    }
+    const std::unique_ptr<InheritedProperties> inherited = std::move(inherited_);
     SchemaRevision::Advance();
 }
 
+/// The last of the copies and of the properties that this template frees; those of others stand in
+/// front of the latter.
+Property* Template::GetLastLeft() const {
+    Property* last = properties_.empty() ? nullptr : properties_.back();
+    if (last && !Frees(*last))
+        last = nullptr;
+    Property* copy = inherited_ ? inherited_->GetLastCopy() : nullptr;
+    return copy && (!last || ComesBefore(last, copy)) ? copy : last;
+}
+
+void Template::LetGoOfLast(Property& property) {
+    if (inherited_ && inherited_->GetLastCopy() == &property) {
+        inherited_->DropLastCopy();
+        property.RemoveHolder(this);
+    }
+    while (!properties_.empty() && properties_.back() == &property) {
+        properties_.pop_back();
+        property.RemoveHolder(this);
+    }
+}
+
 void Template::DropProperty(Property& property, bool keepUsed) {
-    if (property.GetOwner() != this && property.GetKeeper() != this)
+    if (!Frees(property))
         return;
     if (keepUsed && property.IsInUse()) {
         retiredProperties_.push_back(&property);

@@ -134,6 +134,36 @@ TEST_F(EndedObjectsTest, ASceneIsReadNoFurtherOnceACallbackEndedTheLibrary) {
     EXPECT_EQ(OviAssetManager_GetAssetCount(), 0);
 }
 
+TEST_F(EndedObjectsTest, APropertyThatWasLeftToItsUsersAndIsAddedAgainBelongsToTheTemplate) {
+    Schema("<lod name='L'/><template name='T'><geometry name='g'><alternate lod='L'/></geometry>"
+           "</template><template name='U'/>");
+    auto* geometry = static_cast<OviGeometryInstance*>(PropertyOf(AssetOf("T", "a"), "T.g"));
+    OviNodeInstance* node = OviGeometryInstance_GetNodeInstanceAt(geometry, 0);
+    OviGeometryInstance_SetNodeInstanceAt(geometry, 0, nullptr);
+    OviProperty* left = OviPropertyInstance_GetProperty(node);
+    OviObject_Delete(left);
+    OviTemplate_AddProperty(TemplateOf("U"), left, -1);
+    ASSERT_EQ(OviTemplate_GetPropertyCount(TemplateOf("U")), 1);
+    OviObject_Delete(node); // the last user
+    EXPECT_EQ(OviTemplate_GetPropertyCount(TemplateOf("U")), 1);
+}
+
+// The sanitizers look at this.
+TEST_F(EndedObjectsTest, APropertyOfATypeThatGoesWithItsLastUserMayBeListedBesideThatUser) {
+    Schema("<template name='In'/><template name='Out'><attribute name='a' type='In'/></template>");
+    auto* left = static_cast<OviTemplate*>(OviAttributeProperty_GetType(Attribute("Out.a")));
+    OviObject_Delete(left);
+    OviAttributeProperty* shared = OviAttributeProperty_New("Z", 1);
+    OviTemplate* out = TemplateOf("Out");
+    OviTemplate_AddProperty(out, shared, -1);
+    OviTemplate_AddProperty(left, shared, -1); // which now owns it
+    OviAttributeProperty* other = OviAttributeProperty_New("A", 1);
+    OviTemplate_AddProperty(out, other, -1);
+    OviTemplate_AddProperty(left, other, -1);
+    OviObject_Delete(out);
+    EXPECT_EQ(TemplateOf("Out"), nullptr);
+}
+
 // What instances have of a definition that was unloaded goes with them. The sanitizers look at
 // this.
 TEST_F(EndedObjectsTest, AFormerPropertyOfADeletedTemplateGoesWithTheLastInstanceThatHasIt) {
