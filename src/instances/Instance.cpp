@@ -295,15 +295,23 @@ std::vector<Template*> Instance::StripAbandoned() {
     auto& abandoned = Abandoned();
     while (!abandoned.empty()) {
         Instance* instance = abandoned.back();
-        const std::vector<Property*> properties = instance->CollectListedProperties();
+        std::vector<Property*> properties = instance->CollectListedProperties();
+        std::sort(properties.begin(), properties.end());
+        properties.erase(std::unique(properties.begin(), properties.end()), properties.end());
         released.insert(released.end(), instance->templates_.begin(), instance->templates_.end());
+        for (Property* property : properties) // or the last instance of one might end it here
+            property->AddUse();
+        const Undo used([&properties] {
+            for (Property* property : properties)
+                property->ReleaseUse();
+        });
         instance->LeaveAbandoned(); // only now, or no memory would leave it out of reach
         instance->DeletePropertyInstances();
         // Last, since the properties may go with them, and also without memory.
         const Undo listed([instance] { instance->ReleaseTemplates(); });
         for (const Property* property : properties) {
             const PointerList<Template>& holders = property->GetHolders();
-            if (!property->IsInUse())
+            if (property->GetUseCount() == 1)
                 released.insert(released.end(), holders.begin(), holders.end());
         }
     }

@@ -23,6 +23,14 @@ inline constexpr const char* kVersionsSchema =
 /// Changes versions of a template and their properties at random, and keeps a log of the results.
 class RandomVersions : public SchemaTest {
 protected:
+    /// Where a property goes at random nobody may be left to delete it: it stays in reach until the
+    /// process ends.
+    template <class Handle> static Handle* Keep(Handle* handle) {
+        static auto* const kept = new std::vector<void*>;
+        kept->push_back(handle);
+        return handle;
+    }
+
     int Pick(int count) { return static_cast<int>(random_() % static_cast<unsigned>(count)); }
     void Note(const std::string& text) { log_ += text + "\n"; }
     void Note(int number) { Note(std::to_string(number)); }
@@ -72,7 +80,7 @@ protected:
         case 2:
             return OviTemplateManager_GetTemplate("p.U");
         default:
-            return OviCustomType_New(NewName().c_str(), 1);
+            return Keep(OviCustomType_New(NewName().c_str(), 1));
         }
     }
 
@@ -95,10 +103,10 @@ protected:
         const unsigned own = static_cast<unsigned>(OviTemplate_GetVersion(version));
         const unsigned number = Pick(4) ? own : static_cast<unsigned>(Pick(6) + 1);
         if (Pick(5) == 0) {
-            Add(version, OviGeometryProperty_New(AnyName().c_str(), number));
+            Add(version, Keep(OviGeometryProperty_New(AnyName().c_str(), number)));
             return;
         }
-        OviAttributeProperty* made = OviAttributeProperty_New(AnyName().c_str(), number);
+        OviAttributeProperty* made = Keep(OviAttributeProperty_New(AnyName().c_str(), number));
         OviAttributeProperty_SetType(made, AnyType());
         Add(version, made);
     }

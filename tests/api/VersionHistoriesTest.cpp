@@ -56,7 +56,7 @@ private:
     }
 
     void Remove(OviTemplate* version) {
-        OviProperty* property = AnyPropertyOf(version);
+        OviProperty* property = Keep(AnyPropertyOf(version));
         OviTemplate* owner = property ? OviProperty_GetTemplate(property) : nullptr;
         if (!property)
             return;
@@ -99,6 +99,7 @@ private:
             OviAttributeProperty_SetDefaultValue(attribute, nullptr);
             OviAttributeProperty_SetMinValue(attribute, nullptr);
             OviAttributeProperty_SetMaxValue(attribute, nullptr);
+            Keep(OviAttributeProperty_GetType(attribute)); // may come back to the host
             Note(OviAttributeProperty_SetType(attribute, AnyType()));
             return;
         case 4:
