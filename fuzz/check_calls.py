@@ -10,7 +10,7 @@ import sys
 
 def main() -> int:
     tables, exported = map(pathlib.Path, sys.argv[1:3])
-    row = re.compile(r"OVI_(?:READS|SETS|CHANGES|TRANSFERS|MAKES|SPECIAL)\(\s*(Ovi\w+)")
+    row = re.compile(r"OVI_(?:READS|SETS|CHANGES|TRANSFERS|MAKES|SPECIAL|ROW)\(\s*(Ovi\w+)")
     rows = [name for file in sorted(tables.glob("CallsOf*.cpp"))
             for name in row.findall(file.read_text(encoding="utf-8"))]
     listed = re.findall(r"^[A-Za-z_]\w*", exported.read_text(encoding="utf-8"), re.M)

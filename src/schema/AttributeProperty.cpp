@@ -26,8 +26,9 @@ AttributeProperty::AttributeProperty(const AttributeProperty& source)
     Type* type = source.GetType();
     if (!type)
         return;
-    if (type->IsLeftToUsers() && ObjectCast<CustomType>(type) && !source.SharesLeftType()) {
-        type = static_cast<Type*>(type->Clone().release()); // the copy owns its type, too
+    if (type->IsLeftToUsers() && !source.SharesLeftType()) {
+        type = static_cast<Type*>(type->Clone().release());
+        type->LeaveToUsers(); // also where it is no custom type
         hasTypeOfItsOwn_ = true;
     }
     SetType(type);

@@ -55,6 +55,15 @@ public:
     const void* GetReadableMin() const { return GetReadable(Fetch(kMinimum)); }
     const void* GetReadableMax() const { return GetReadable(Fetch(kMaximum)); }
 
+    /// Calls a function with each readable value, but for the type's initial ones that nobody has
+    /// asked for yet: these are not made for that.
+    template <class Body> void VisitMadeValues(const Body& body) const {
+        for (const Slot slot : {kDefault, kMinimum, kMaximum}) {
+            if (const void* value = GetReadable(GetMade(slot)))
+                body(value);
+        }
+    }
+
     void SetDefaultValue(void* value) { Store(kDefault, value); }
     void SetMinValue(void* value) { Store(kMinimum, value); }
     void SetMaxValue(void* value) { Store(kMaximum, value); }

@@ -58,14 +58,12 @@ void AddMentioned(const AttributeProperty& attribute, std::vector<const Type*>& 
     if (!type)
         return;
     mentioned.push_back(type);
-    const int count = type->GetDimension();
-    if (count < 1)
+    if (type->GetDimension() < 1)
         return;
-    for (const void* value : {attribute.GetReadableDefault(count), attribute.GetReadableMin(),
-                              attribute.GetReadableMax()}) {
+    attribute.VisitMadeValues([&](const void* value) {
         if (const Template* named = GetValueTemplate(*type, value))
             mentioned.push_back(named);
-    }
+    });
 }
 
 /// Calls a function with the properties of all versions of a template, but not again with what a
