@@ -10,6 +10,8 @@ namespace Kor {
 /// lists it any more.
 template <class T> class SchemaPart {
 public:
+    SchemaPart& operator=(const SchemaPart&) = delete;
+
     /// Called with what the host gets to see.
     void BecomeKnown() { isKnown_ = true; }
 
@@ -22,7 +24,6 @@ public:
 protected:
     SchemaPart() = default;
     SchemaPart(const SchemaPart&) {} // a copy belongs to whoever made it
-    SchemaPart& operator=(const SchemaPart&) = delete;
     ~SchemaPart() { Unlink(); }
 
     /// Called where nothing lists the part any more.
