@@ -106,8 +106,8 @@ private:
             }
         }
         if (IsOpen(*type)) {
-            for (auto open = path_.rbegin(); open->type != type; ++open)
-                open->cut = true;
+            for (size_t at = path_.size(); at > 0 && path_[at - 1].type != type; --at)
+                path_[at - 1].cut = true;
             return;
         }
         ++open_[type];
