@@ -88,7 +88,8 @@ private:
     int count_;
 };
 
-/// Values of templates are left to the host by intent: their instances are deleted one by one.
+/// Deleting a value of a template frees nothing, since a host may still use the instances: they are
+/// deleted one by one.
 Value::~Value() {
     const bool holdsInstances = ObjectCast<Template>(type_.GetStorageType()) != nullptr;
     OviType_DeleteValue(ToHandle(type_), block_, count_);
@@ -239,7 +240,8 @@ private:
         if (!HoldsInstances())
             ExpectSameTexts("a copy", value_, copy);
         const Value made(type_, OviType_NewValue(ToHandle(type_), value_.Get(), count_), count_);
-        const bool repeatsTheFirst = IsInteger() || Is(kBoolTypeClass); // by intent
+        // As it is documented, a new value of numbers repeats the first element of its source.
+        const bool repeatsTheFirst = IsInteger() || Is(kBoolTypeClass);
         for (int i = 0; i < count_ && !HoldsInstances(); ++i)
             ExpectSame("a new value", value_.GetText(repeatsTheFirst ? 0 : i), made.GetText(i));
     }

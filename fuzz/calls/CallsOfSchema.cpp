@@ -69,6 +69,8 @@ void SetPropertyValue(World& world, Setter set) {
         return;
     }
     ValueBlock value(world, *property->GetType(), property->GetType()->GetDimension());
+    if (!World::IsAlive(property))
+        return; // a callback of an instance that was made as an element ended it
     set(To<OviAttributeProperty>(property), value.HandOver());
 }
 
@@ -89,7 +91,8 @@ void IsValueValid(World& world) {
     if (!property || !property->GetType())
         return;
     const ValueBlock value(world, *property->GetType());
-    OviAttributeProperty_IsValueValid(To<OviAttributeProperty>(property), value.Get());
+    if (World::IsAlive(property))
+        OviAttributeProperty_IsValueValid(To<OviAttributeProperty>(property), value.Get());
 }
 
 void GetCompatibleAnchors(World& world) {

@@ -109,7 +109,9 @@ void SetItemValue(World& world) {
         return;
     }
     const ValueBlock value(world, *item->GetValueCarrier());
-    OviEnumerationItem_SetValue(reinterpret_cast<OviEnumerationItem*>(ToHandle(item)), value.Get());
+    auto* handle = reinterpret_cast<OviEnumerationItem*>(ToHandle(item));
+    if (World::IsAlive(item))
+        OviEnumerationItem_SetValue(handle, value.Get());
 }
 
 // -- circles: types that are their own base types, near or far, would stay for ever when deleted --
@@ -152,7 +154,8 @@ void OpenCircle(World& world, OviObject* handle) {
     int size = 0;
     OviType_WriteToXML(ToHandle(type), 0, &size, nullptr);
     { const ValueBlock value(world, *type); }
-    OviType_SetBaseType(ToHandle(type), nullptr);
+    if (World::IsAlive(type))
+        OviType_SetBaseType(ToHandle(type), nullptr);
 }
 
 void SetBaseType(World& world) {

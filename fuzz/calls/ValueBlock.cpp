@@ -51,7 +51,7 @@ void ValueBlock::Delete(OviObject* instance) {
         OviObject_Delete(instance);
 }
 
-/// A block of instances is left to the host by intent, with the instances.
+/// Deleting a block of instances frees nothing, since a host may still use them.
 ValueBlock::~ValueBlock() {
     OviType_DeleteValue(ToHandle(*type_.Get()), block_, count_);
     if (!block_ || !ObjectCast<Template>(type_->GetStorageType()))

@@ -223,8 +223,8 @@ void World::End() {
     BlockPool::KeepDead(false);
 }
 
-/// What the host has, and what nobody owns by intent: that goes when it is deleted. Instances of
-/// values stay once the host may know them, by an event perhaps.
+/// What the host has, and commands, levels and alternates of its own, which their lists never free.
+/// Instances of values stay once the host may know them, by an event perhaps.
 void World::DeleteAll() {
     std::vector<Object*> left(host_);
     for (Object* object : seen_) {

@@ -47,7 +47,7 @@ public:
     bool IsValid() const override;
 
     /// Writes the number of node instances and, all at the same place behind it, their values; only
-    /// the number counts in the result, by intent.
+    /// the number counts in the result, since the nodes have no places of their own in the form.
     int WriteToBinary(void* buffer, int bufferSize) const override;
     void CopyFrom(const PropertyInstance& source) override;
     void Leave() noexcept override;

@@ -26,9 +26,9 @@ AttributeProperty::AttributeProperty(const AttributeProperty& source)
     Type* type = source.GetType();
     if (!type)
         return;
-    if (type->IsLeftToUsers() && !source.SharesLeftType()) {
+    const bool isItsOwn = type->IsLeftToUsers() && ObjectCast<CustomType>(type);
+    if (isItsOwn && !source.SharesLeftType()) {
         type = static_cast<Type*>(type->Clone().release());
-        type->LeaveToUsers(); // also where it is no custom type
         hasTypeOfItsOwn_ = true;
     }
     SetType(type);

@@ -6,9 +6,10 @@ class AnchorProperty;
 class PropertyInstance;
 
 /// Finds the anchors of the scene that an anchor could attach to: among the assets whose
-/// "AssetNode" is bound, every anchor property of the other sense (child or parent), by intent
-/// whatever the anchor types. One that is inherited along several paths deliberately counts for
-/// each. The first `capacity` property instances (null where none can be had) go to `found`; the
+/// "AssetNode" is bound, every anchor property of the other sense (child or parent),
+/// whatever the anchor types, since which of them go together is the host's to say. One that is
+/// inherited along several paths counts for each path, as the properties of a template are listed.
+/// The first `capacity` property instances (null where none can be had) go to `found`; the
 /// result counts all.
 int FindCompatibleAnchors(const AnchorProperty& anchor, int capacity, PropertyInstance** found);
 
