@@ -1,6 +1,6 @@
 #include "instances/Instance.h"
 
-#include <new>
+#include <algorithm>
 #include <string>
 #include <utility>
 #include <vector>
@@ -9,7 +9,7 @@
 #include "core/Names.h"
 #include "core/Prefetch.h"
 #include "core/Undo.h"
-#include "core/Kept.h"
+#include "instances/AbandonedInstances.h"
 #include "instances/Asset.h"
 #include "instances/AttributeInstance.h"
 #include "instances/LivingInstances.h"
@@ -23,14 +23,6 @@
 namespace Kor {
 
 namespace {
-
-/// Instances whose values are gone, in any order. They are kept in reach, so that a schema that
-/// goes can take its links away from them.
-std::vector<Instance*>& Abandoned() {
-    static NeverDestroyed<std::vector<Instance*>> instances;
-    static const EmptiedAtEnd<std::vector<Instance*>> emptied(instances.Get());
-    return instances.Get();
-}
 
 bool HasName(const PropertyInstance* candidate, std::string_view fullName) {
     return candidate && candidate->GetProperty()->GetFullName() == fullName;
@@ -47,7 +39,7 @@ bool IsFirstOfName(const SortedObjectList<PropertyInstance>& sorted, int index,
 Instance::Instance(std::string_view name, Place place)
     : NamedObject(name), hasParent_(false), freeStanding_(place == kFreeStanding),
       handedOut_(false), lostValue_(false) {
-    MakeRoomForAbandoned();
+    AbandonedInstances::MakeRoomFor(count_);
     livingPlace_ = LivingInstances::Add(*this);
     ++count_;
     if (freeStanding_)
@@ -58,7 +50,7 @@ Instance::~Instance() {
     LetGo();
     LivingInstances::Remove(livingPlace_);
     --count_;
-    GiveBackRoomForAbandoned();
+    AbandonedInstances::GiveBackRoom(count_);
 }
 
 void Instance::Leave() noexcept {
@@ -234,31 +226,6 @@ void Instance::BecomeValueElement() {
         RetiredSchema::Release();
 }
 
-/// Values go where nobody could be told that there is no memory to remember their instances: the
-/// room is made with each instance.
-void Instance::MakeRoomForAbandoned() {
-    auto& abandoned = Abandoned();
-    if (abandoned.capacity() <= count_)
-        abandoned.reserve(2 * count_ + 1);
-}
-
-/// One instance must not keep the room for all that there were. Where there is no memory for less,
-/// the room stays.
-void Instance::GiveBackRoomForAbandoned() noexcept {
-    constexpr size_t kLittle = 1024;
-    auto& abandoned = Abandoned();
-    if (abandoned.capacity() < kLittle || count_ >= abandoned.capacity() / 8)
-        return;
-    try {
-        std::vector<Instance*> fewer;
-        fewer.reserve(2 * count_ + 1);
-        fewer.insert(fewer.end(), abandoned.begin(), abandoned.end());
-        abandoned.swap(fewer);
-    } catch (const std::bad_alloc&) {
-        return;
-    }
-}
-
 void Instance::LoseValue() {
     if (abandonedPlace_ > 0)
         return;
@@ -275,49 +242,46 @@ void Instance::StayInReach() {
 }
 
 void Instance::Abandon() {
-    Abandoned().push_back(this);
-    abandonedPlace_ = static_cast<unsigned>(Abandoned().size());
+    abandonedPlace_ = AbandonedInstances::Add(*this);
 }
 
-/// The last one takes the place, so that no other has to move.
 void Instance::LeaveAbandoned() {
-    auto& abandoned = Abandoned();
-    Instance* last = abandoned.back();
-    abandoned[abandonedPlace_ - 1] = last;
-    last->abandonedPlace_ = abandonedPlace_;
-    abandoned.pop_back();
+    AbandonedInstances::Remove(abandonedPlace_);
     abandonedPlace_ = 0;
 }
 
-// Stripping an instance abandons those nested in its values, which then follow in the same loop.
-std::vector<Template*> Instance::StripAbandoned() {
-    std::vector<Template*> released;
-    auto& abandoned = Abandoned();
-    while (!abandoned.empty()) {
-        Instance* instance = abandoned.back();
-        std::vector<Property*> properties = instance->CollectListedProperties();
-        std::sort(properties.begin(), properties.end());
-        properties.erase(std::unique(properties.begin(), properties.end()), properties.end());
-        released.insert(released.end(), instance->templates_.begin(), instance->templates_.end());
-        for (Property* property : properties) // or the last instance of one might end it here
-            property->AddUse();
-        const Undo used([&properties] {
-            for (Property* property : properties)
-                property->ReleaseUse();
-        });
-        instance->LeaveAbandoned(); // only now, or no memory would leave it out of reach
-        instance->DeletePropertyInstances();
-        // Last, since the properties may go with them, and also without memory.
-        const Undo listed([instance] { instance->ReleaseTemplates(); });
-        for (const Property* property : properties) {
-            const PointerList<Template>& holders = property->GetHolders();
-            if (property->GetUseCount() == 1)
-                released.insert(released.end(), holders.begin(), holders.end());
-        }
+bool Instance::UsesLeavingTemplates() const {
+    const auto isLeaving = [](const Template* used) {
+        return used->IsRecycled() || used->IsRetired() || used->IsLeftToUsers();
+    };
+    const auto isOfLeaving = [&isLeaving](const PropertyInstance* propertyInstance) {
+        const auto& holders = propertyInstance->GetProperty()->GetHolders();
+        return std::any_of(holders.begin(), holders.end(), isLeaving);
+    };
+    return std::any_of(templates_.begin(), templates_.end(), isLeaving) ||
+           std::any_of(propertyInstances_.begin(), propertyInstances_.end(), isOfLeaving);
+}
+
+void Instance::LetGoOfSchema(std::vector<Template*>& released) {
+    std::vector<Property*> properties = CollectListedProperties();
+    std::sort(properties.begin(), properties.end());
+    properties.erase(std::unique(properties.begin(), properties.end()), properties.end());
+    released.insert(released.end(), templates_.begin(), templates_.end());
+    for (Property* property : properties) // or the last instance of one might end it here
+        property->AddUse();
+    const Undo used([&properties] {
+        for (Property* property : properties)
+            property->ReleaseUse();
+    });
+    LeaveAbandoned(); // only now, or no memory would leave it out of reach
+    DeletePropertyInstances();
+    // Last, since the properties may go with them, and also without memory.
+    const Undo listed([this] { ReleaseTemplates(); });
+    for (const Property* property : properties) {
+        const PointerList<Template>& holders = property->GetHolders();
+        if (property->GetUseCount() == 1)
+            released.insert(released.end(), holders.begin(), holders.end());
     }
-    std::sort(released.begin(), released.end());
-    released.erase(std::unique(released.begin(), released.end()), released.end());
-    return released;
 }
 
 /// Without those that no template lists any more: such a one goes with its last property instance.

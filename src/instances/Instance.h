@@ -142,6 +142,7 @@ public:
 
     /// The host gets the handle.
     void HandOut() { handedOut_ = true; }
+    bool IsHandedOut() const { return handedOut_; }
 
     /// Takes away what the instance has of a template (or null) that ended and of such properties.
     void DropEnded(const Template* ended, const std::unordered_set<const Property*>& properties);
@@ -150,9 +151,13 @@ public:
     bool HasAnyOf(const Template* ended,
                   const std::unordered_set<const Property*>& properties) const;
 
-    /// Takes templates and property instances away from all abandoned instances, so that the
-    /// schema can go. Gives the templates that they used.
-    static std::vector<Template*> StripAbandoned();
+    /// Whether a template that it implements, or that lists a property it has, is leaving: emptied
+    /// by unloading, of a schema that ended, or only there for its users.
+    bool UsesLeavingTemplates() const;
+
+    /// Of an abandoned instance: takes templates and property instances away, so that the schema
+    /// can go. Appends the templates that they used.
+    void LetGoOfSchema(std::vector<Template*>& released);
 
     /// Free-standing instances alive: while there are any, a terminated schema is kept for them.
     static int CountFreeStanding() { return freeStandingCount_; }
@@ -163,6 +168,7 @@ public:
     /// Where scene readers have the instance open, as OpenInstances counts; 0 when none has.
     size_t GetOpenPlace() const { return openPlace_; }
     void SetLivingPlace(unsigned place) { livingPlace_ = place; }
+    void SetAbandonedPlace(unsigned place) { abandonedPlace_ = place; }
     void SetOpenPlace(size_t place) { openPlace_ = static_cast<unsigned>(place); }
 
 protected:
@@ -193,11 +199,9 @@ private:
     std::vector<Property*> CollectListedProperties() const;
     void DeletePropertyInstances();
     void ReleaseTemplates();
-    static void MakeRoomForAbandoned();
     void LetGo() noexcept;
     void Abandon();
     void StayInReach();
-    static void GiveBackRoomForAbandoned() noexcept;
     void LeaveAbandoned();
     void RemoveListed(PropertyInstance& listed, bool notify);
     void AnnounceDroppedProperties(const Template& old, const Template& next);

@@ -8,6 +8,7 @@
 #include "manager/TypeGroup.h"
 
 // Who still needs a schema is known where instances live.
+#include "instances/AbandonedInstances.h"
 #include "instances/Instance.h"
 
 namespace Kor {
@@ -129,18 +130,19 @@ bool RetiredSchema::Delete() {
         if (auto* definition = ObjectCast<Template>(type))
             templates.push_back(definition);
     }
-    Instance::StripAbandoned();
+    size_t looked = 0;
+    AbandonedInstances::Strip(looked);
     // Default values may hold instances, which refer to properties of any of the templates: they
     // let go of these before the first property is deleted.
     for (Template* definition : templates)
         definition->DropValues();
-    Instance::StripAbandoned();
+    AbandonedInstances::Strip(looked);
     if (IsUsedByInstances(templates))
         return false;
     Template::SortForClearing(templates);
     for (Template* type : templates)
         type->Clear(nullptr);
-    Instance::StripAbandoned();
+    AbandonedInstances::Strip(looked);
     TypeGroup group(all);
     group.KeepUsed();
     const std::vector<Type*> kept = group.Select(true);

@@ -5,7 +5,7 @@
 #include <unordered_set>
 
 // Instances that outlive their values let go of a schema before it goes.
-#include "instances/Instance.h"
+#include "instances/AbandonedInstances.h"
 
 // What stands in a file and in which order is for its writer to say.
 #include "xml/XMLTemplateFileWriter.h"
@@ -38,13 +38,15 @@ void ClearUnused(TypeGroup& definitions, Template* root) {
     Template::SortForClearing(pending);
     std::reverse(pending.begin(), pending.end()); // taken from the end
     std::unordered_set<const Template*> left(pending.begin(), pending.end());
+    size_t looked = 0;
+    AbandonedInstances::Strip(looked);
     while (!pending.empty()) {
         Template* next = pending.back();
         pending.pop_back();
         if (next->IsUsedByInstances() || left.erase(next) == 0)
             continue;
         next->Clear(root);
-        for (Template* released : Instance::StripAbandoned()) {
+        for (Template* released : AbandonedInstances::Strip(looked)) {
             if (left.count(released) > 0)
                 pending.push_back(released);
         }
@@ -99,7 +101,6 @@ bool TemplateManager::UnloadTemplateFile(std::string_view path) {
     loadedFiles_.RemoveInAnyCase(path);
     for (Type* type : definitions.GetAll())
         type->SetRecycled(true);
-    Instance::StripAbandoned();
     ClearUnused(definitions, root_);
     KeepReferenced(*this, definitions);
     // What leaves while a property, a type or a value uses it lives on until the last of them goes.

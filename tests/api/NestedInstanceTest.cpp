@@ -239,6 +239,36 @@ TEST_F(NestedInstanceTest, LosesATemplateThatWentWithItsLastUserToTheNextEnd) {
     Ovi_Initialize();
 }
 
+TEST_F(NestedInstanceTest, KeepsATemplateThatStaysWhenAnotherFileIsUnloaded) {
+    Schema("<template name='Other'/>", "other");
+    const std::string other = OviType_GetFileName(TemplateOf("Other"));
+    OviInstance* nested = NestedIn(asset_, "Outer.one");
+    OviInstance* ofBoth = NestedIn(AssetOf("Outer", "second"), "Outer.one");
+    OviInstance_AddTemplate(ofBoth, TemplateOf("Other"));
+    OviAssetManager_NewScene();
+    EXPECT_TRUE(OviTemplateManager_UnloadTemplateFile(other.c_str()));
+    EXPECT_EQ(OviInstance_GetTemplateCount(nested), 1);
+    EXPECT_EQ(ValueOf<int32_t>(AttributeOf(nested, "Inner.x")), 5);
+    EXPECT_EQ(OviInstance_GetTemplateCount(ofBoth), 0);
+    OviObject_Delete(nested);
+    OviObject_Delete(ofBoth);
+}
+
+TEST_F(NestedInstanceTest, KeepsItsTemplatesWhenTheSchemaOfAnEarlierLifeGoes) {
+    OviInstance* former = OviInstance_New("former");
+    OviInstance_AddTemplate(former, TemplateOf("Inner"));
+    Ovi_Terminate();
+    Ovi_Initialize();
+    Schema("<template name='Inner'><attribute name='x' type='INT32' default='6'/></template>"
+           "<template name='Outer'><attribute name='one' type='Inner'/></template>");
+    OviInstance* nested = NestedIn(AssetOf("Outer", "asset"), "Outer.one");
+    OviAssetManager_NewScene();
+    OviObject_Delete(former); // and with it its schema
+    EXPECT_EQ(OviInstance_GetTemplateAt(nested, 0), TemplateOf("Inner"));
+    EXPECT_EQ(ValueOf<int32_t>(AttributeOf(nested, "Inner.x")), 6);
+    OviObject_Delete(nested);
+}
+
 TEST_F(NestedInstanceTest, ComesFromScenesAsTheValueItself) {
     ASSERT_TRUE(Load("<asset name='asset'><attribute property='Outer.pair'>"
                      "<asset name='p'><implements template='Inner'/></asset><asset name='q'/>"

@@ -261,9 +261,6 @@ private:
 };
 
 TEST_F(VersionHistoriesTest, NobodyCanTellWhenTheCopiesOfAVersionWereMade) {
-#ifdef _WIN32
-    GTEST_SKIP() << "leaves instances behind that it was shown, to the next tests of its process";
-#endif
     for (unsigned seed = 1; seed <= 60; ++seed) {
         const std::string lazy = Run(seed, false);
         EXPECT_EQ(lazy, Run(seed, true)) << "history " << seed;
