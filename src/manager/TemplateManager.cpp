@@ -119,7 +119,7 @@ Template* TemplateManager::CreateTemplate(std::string_view name) {
     if (Template* existing = GetTemplate(name)) {
         if (existing->IsRecycled()) {
             existing->BeginRedefinition(existing != root_ ? root_ : nullptr);
-            existing->SetLatestVersion(1);
+            existing->SetLatestVersion(GetHighestDefined(*existing));
             existing->SetRecycled(false);
         }
         return existing;

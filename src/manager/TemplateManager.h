@@ -240,6 +240,7 @@ private:
     void FillTypeNames() const;
     void NoteTypeName(const Type& type) noexcept;
     const std::vector<Template*>& ListVersions(const std::string& name) const;
+    int GetHighestDefined(const Template& first) const;
     bool HasNewerProperty(const Template& version, const Property& property) const;
 
     ObjectRegistry<Template> templates_;

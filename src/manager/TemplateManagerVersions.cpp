@@ -36,6 +36,15 @@ const std::vector<Template*>& TemplateManager::ListVersions(const std::string& n
     return versions.empty() ? none : versions_.Enter(name, std::move(versions));
 }
 
+/// Later versions may have been made of it while it was emptied; those that are emptied themselves
+/// do not count.
+int TemplateManager::GetHighestDefined(const Template& first) const {
+    const std::vector<Template*>& versions = ListVersions(first.GetFullName());
+    const auto found = std::find_if(versions.rbegin(), versions.rend(),
+                                    [](const Template* version) { return !version->IsRecycled(); });
+    return found == versions.rend() ? 1 : std::max((*found)->GetVersion(), 1);
+}
+
 Template* TemplateManager::CreateTemplateVersion(std::string_view name, int version) {
     Template* existing =
         version >= 0 ? GetTemplateVersion(name, static_cast<unsigned>(version)) : nullptr;

@@ -65,8 +65,13 @@ TEST_F(RecycledTemplateTest, AVersionCopiedFromARecycledTemplateIsNotRecycled) {
     OviTemplate* second = OviTemplateManager_CreateTemplateVersion("One", 2);
     EXPECT_FALSE(IsRecycled(second));
     EXPECT_EQ(OviTemplate_GetVersion(Find("One")), 1) << "while version 1 is recycled";
-    EXPECT_EQ(OviTemplateManager_CreateTemplate("One"), Find("One"));
-    EXPECT_FALSE(IsRecycled(OviTemplateManager_GetTemplateVersion("One", 1)));
+    OviTemplate* first = OviTemplateManager_GetTemplateVersion("One", 1);
+    EXPECT_EQ(OviTemplateManager_CreateTemplate("One"), first);
+    EXPECT_FALSE(IsRecycled(first));
+    EXPECT_EQ(Find("One"), second) << "which was made meanwhile and is the latest";
+    EXPECT_EQ(OviTemplate_GetLatestVersion(first), 2);
+    EXPECT_EQ(OviTemplateManager_CreateTemplateVersion("One", 3), Find("One"));
+    EXPECT_EQ(OviTemplate_GetLatestVersion(first), 3);
 }
 
 // -- living instances -----------------------------------------------------------------------------
