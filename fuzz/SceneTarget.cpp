@@ -26,8 +26,8 @@ std::string Save() {
     return sink.GetText();
 }
 
-/// Whether the text of an integer reads back as the same one. By intent 8-bit integers are written
-/// as characters and read as numbers, and all others are read within 32 bits.
+/// Whether the text of an integer reads back as the same one. 8-bit integers are written as
+/// characters and read as numbers; all others are read within 32 bits.
 bool Survives(const Type& type, const void* value, int index) {
     std::string text;
     type.GetValueAsString(value, text, index);

@@ -51,7 +51,7 @@ template <class Take> void ForEachLine(const std::string& text, Take take) {
     }
 }
 
-/// The model that the file defines, without what files deliberately do not say:
+/// The model that the file defines, without what files do not say:
 /// - An attribute without a type comes back with a type that has neither a name nor values.
 /// - The root as a parent beside other ones is not written.
 /// - Templates of other files are children too, unless these are not loaded.
@@ -96,7 +96,7 @@ Reading Read(std::string_view text) {
     return reading;
 }
 
-/// A file without templates is deliberately saved without its package.
+/// The package of a file is that of its templates: without any it is saved without one.
 bool HasTemplates(const std::string& model) {
     return model.rfind("template ", 0) == 0 || model.find("\ntemplate ") != std::string::npos;
 }

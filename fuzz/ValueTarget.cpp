@@ -195,7 +195,7 @@ private:
         return static_cast<const char*>(value.Get()) + static_cast<long>(index) * GetWidth();
     }
 
-    /// By intent 8-bit integers are written as characters, and all others read within 32 bits.
+    /// 8-bit integers need not: they are written as characters. All others are read within 32 bits.
     bool ReadsBack() const {
         if (!IsInteger())
             return !HoldsInstances();

@@ -23,7 +23,7 @@ cmake --build "$rootDir/build/valgrind" --parallel "$jobs" --target "${programs[
 workDir=$(mktemp -d)
 trap 'rm -rf "$workDir"' EXIT
 table=$workDir/table.md
-printf '| Program | Tests | Errors | Memory lost | Memory left by intent |\n' >"$table"
+printf '| Program | Tests | Errors | Memory lost | Memory that stays |\n' >"$table"
 printf '|---|--:|--:|--:|--:|\n' >>"$table"
 
 # The program of failing allocations replaces operator new itself: valgrind must leave that alone.

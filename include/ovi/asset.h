@@ -4,7 +4,7 @@
 
 #include "ovi/types.h"
 
-/** Reserved for a pointer of the host; null in this version. */
+/** A place for a pointer of the host's own; null, since nothing sets it yet. */
 OVI_API void* OviAsset_GetAssetNode(OviAsset* asset);
 
 /** The file that the asset refers to; "" when none. */

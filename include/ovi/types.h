@@ -121,7 +121,8 @@ typedef void OviGeometryInstance;
 
 #endif
 
-/** Class numbers, as OviObject_GetClass gives them. The numbers in between belong to no class. */
+/** Class numbers, as OviObject_GetClass gives them. They only tell classes apart and need not
+ *  follow one another. */
 enum {
     OVI_CLASS_OBJECT = 0,
     OVI_CLASS_TEMPLATE = 1,

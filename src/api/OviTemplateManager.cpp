@@ -220,8 +220,8 @@ int OviTemplateManager_RemoveAnchorType(OviNamedObject* type) {
 
 // -- template files -------------------------------------------------------------------------------
 
-// A file that was read but is faulty in itself deliberately draws the same message as one that
-// cannot be opened.
+// One message, without a line, says that the file as a whole was not loaded, whether it could not
+// be opened or is faulty. The faults themselves were reported before it, each with its line.
 bool OviTemplateManager_LoadTemplateFile(const char* path) {
     return WithManager<Manager>(false, [path](Manager& manager) {
         bool loaded = false;

@@ -2,7 +2,8 @@
 
 namespace Kor {
 
-/// The fixed class numbers that hosts see. The gaps belong to no class and stay free.
+/// The class numbers that hosts see. A number never changes, since hosts are compiled with it; the
+/// numbers only tell classes apart and need not follow one another.
 enum ClassId : int {
     kObjectClass = 0,
     kTemplateClass = 1,

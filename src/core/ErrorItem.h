@@ -7,7 +7,7 @@
 
 namespace Kor {
 
-/// One diagnostic: level, source, line, message. Cloning deliberately yields a bare Object.
+/// One diagnostic: level, source, line, message. It is not copied: Clone gives a bare Object.
 class ErrorItem : public Object {
 public:
     static constexpr int kClassId = kErrorItemClass;

@@ -22,8 +22,9 @@ public:
     /// a host that is not told would take what was read for the whole file.
     void ReportOutOfMemory(std::string_view sourceName) noexcept;
 
-    /// How often the level bits of the mask were reported. An item with several bits counts once
-    /// under each, one with none under nothing: deliberately not the number of items.
+    /// How often the level bits of the mask were reported: the sum of a counter for each level. An
+    /// item with several bits counts once under each, one with none under nothing, so this need not
+    /// be the number of items.
     int GetErrorItemCount(int levelMask) const;
 
     /// The item at a position of the whole list, whatever its level; null out of range, and where

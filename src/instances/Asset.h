@@ -21,7 +21,7 @@ public:
         return id == kClassId || Instance::ImplementsClass(id);
     }
 
-    /// Reserved for a pointer of the host; nothing sets it yet.
+    /// A place for a pointer of the host's own; null, since nothing sets it yet.
     void* GetAssetNode() const { return assetNode_; }
 
     /// The file the asset refers to, or "".

@@ -14,8 +14,8 @@ public:
     virtual Asset* GetAssetAt(int index) const = 0;
     virtual Asset* GetAsset(std::string_view name) const = 0;
 
-    /// Reserved; does nothing and gives null.
-    virtual void* Reserved() { return nullptr; }
+    /// What the container offers beyond this interface; null where that is nothing.
+    virtual void* GetExtension() { return nullptr; }
 
     /// Makes an asset of that name and gives its index, -1 when the name is in use or invalid.
     virtual int CreateAsset(const char* name) = 0;

@@ -28,7 +28,7 @@ public:
     virtual bool WriteScene(ByteSink& sink);
 
     /// True when the file was never referenced before; then "ReferenceFile" was sent. A file that
-    /// was let go stays in the table, so that later references deliberately send nothing.
+    /// was let go stays in the table, so that it is announced once only.
     virtual bool ReferenceFile(Asset& asset, std::string file);
 
     /// Makes a place for a file in the table: referencing it then needs no memory.
@@ -69,7 +69,8 @@ private:
 };
 
 /// The path of a scene file: whatever follows the last "." becomes "asset", also where that dot
-/// deliberately belongs to a directory; a dot at the very start does not count.
+/// belongs to a directory, since a path is a plain text until a file is touched. A dot at the very
+/// start does not count.
 std::string ForceSceneExtension(const char* path);
 
 } // namespace Kor

@@ -46,7 +46,8 @@ public:
     int AddTemplate(Template* added, bool notify);
 
     /// The position the template had, or the complement of its insertion point. Property instances
-    /// of its own properties go; those of inherited ones deliberately stay.
+    /// of its own properties go; those of inherited ones stay, since other templates of the
+    /// instance may have the same parents.
     int RemoveTemplate(Template* removed, bool notify);
 
     /// Moves to the next version and gives its position; -1, changing nothing, when there is none
@@ -83,8 +84,8 @@ public:
     bool IsPropertyInstanceValid(std::string_view fullName) const;
     const SortedObjectList<PropertyInstance>& GetPropertyInstances() const { return Sorted(); }
 
-    /// Whether the own properties of all implemented templates are valid; inherited properties are
-    /// deliberately not looked at.
+    /// Whether the own properties of all implemented templates are valid. Inherited ones are not
+    /// looked at; IsPropertyInstanceValid tells of each.
     virtual bool IsValid() const;
 
     /// Tells the host's callbacks, if there are any, of an event.
@@ -92,8 +93,8 @@ public:
 
     // -- packed form ----------------------------------------------------------------------------
 
-    /// The sum of the templates' value sizes; may make property instances, and is deliberately not
-    /// in general the number of bytes that WriteToBinary uses.
+    /// The sum of the templates' value sizes, which follow rules of their own: WriteToBinary mostly
+    /// uses another number of bytes. May make property instances.
     unsigned GetSize();
 
     /// Packs the values of the properties of all implemented templates; gives the bytes used.

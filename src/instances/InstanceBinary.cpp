@@ -76,7 +76,7 @@ private:
 
     static void WriteProperty(OpenInstance& open, const Property& property) {
         const auto* declared = ObjectCast<AttributeProperty>(&property);
-        // Deliberately under the short name, which few property instances go by.
+        // Under the short name: only a property without an owner has its instance there.
         const PropertyInstance* found =
             declared ? open.instance->GetPropertyInstances().Get(property.GetNameView()) : nullptr;
         if (!found || !declared->GetType())
@@ -115,9 +115,9 @@ private:
             {nested, value.start + value.packer.GetPosition(), static_cast<unsigned>(remaining)});
     }
 
-    /// The padding in front of a value is counted from the block's start and leaves the gap as it
-    /// was; this one is counted on the address and filled with zeroes, even past the end. The two
-    /// differ on purpose.
+    /// Counted on the address and filled with zeroes, even past the end, so that what follows the
+    /// template is aligned in memory. The padding in front of a value is counted from the block's
+    /// start and leaves the gap as it was.
     static void PadBehindTemplate(OpenInstance& open, const Template& implemented) {
         char* position = open.block + open.offset;
         const int padding = PaddingOfAddress(position, implemented.GetAlignment());

@@ -139,7 +139,7 @@ int Instance::UpdateTemplate(Template* old, bool notify) {
     return inserted < 0 ? ~inserted : inserted;
 }
 
-/// Only told, not done: an update deliberately never deletes values.
+/// Only told, not done: an update never deletes values.
 void Instance::AnnounceDroppedProperties(const Template& old, const Template& next) {
     const std::vector<Property*> properties = old.GetOwnProperties().GetAll();
     for (Property* property : properties) {
@@ -148,9 +148,10 @@ void Instance::AnnounceDroppedProperties(const Template& old, const Template& ne
     }
 }
 
-/// The property instance of the previous version is deliberately looked for under the short name,
-/// and keeps pointing to that version: the update only announces the change. The deprecation test
-/// deliberately mirrors the one for templates.
+/// The property instance of the previous version is looked for under the short name, so only one of
+/// a property without an owner is announced. It keeps pointing to that version, whose value it has.
+/// A property is told of as deprecated when the earlier definition was and the new one is not; a
+/// template when the new one is and the old one was not.
 void Instance::UpdateProperty(Property& property, bool notify) {
     auto* previous = dynamic_cast<Property*>(property.GetPrevious());
     PropertyInstance* found = previous ? Sorted().Get(previous->GetNameView()) : nullptr;

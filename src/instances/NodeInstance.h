@@ -23,7 +23,7 @@ public:
         return id == kClassId || AttributeInstance::ImplementsClass(id);
     }
 
-    /// Deliberately without the binding, although it is read.
+    /// Without the binding: a file may bring one, but only those of anchors are saved.
     void WriteToXML(XMLWriter& writer) const override;
     bool IsValid() const override { return *GetBinding() != '\0'; }
 

@@ -25,7 +25,7 @@ public:
     /// The property's full name.
     std::string_view GetKey() const override;
 
-    /// Deliberately refuses every name.
+    /// Refuses every name: it is found by its property's full name.
     bool SetName(const char*) override { return false; }
 
     Property* GetProperty() const { return property_; }

@@ -44,7 +44,7 @@ void TemplateManager::RegisterBuiltInTypes() {
     add(new IntType<std::uint64_t>("UINT64", 1, 8));
     add(new FloatType<float>("FLOAT", 1, 4));
     add(new FloatType<double>("DOUBLE", 1, 8));
-    // Void and reference are deliberately plain text types that differ only in name.
+    // Void and reference are text types that differ only in name: hosts know what the texts mean.
     add(new StringType("VOID", 1, 4));
     add(new StringType("STRING", 1, 4));
     add(new StringType("REFERENCE", 1, 4));
@@ -66,8 +66,8 @@ void TemplateManager::Empty() {
     RetiredSchema::Retire(std::move(retired_));
 }
 
-/// The pointer is deliberately forgotten first: whoever asks for the manager while it is being
-/// destroyed gets a new, empty one instead of the dying one.
+/// The pointer is forgotten first, so that whoever asks for the manager while it is being destroyed
+/// gets a new, empty one instead of the dying one.
 void TemplateManager::Terminate() {
     if (!DropUser())
         return;

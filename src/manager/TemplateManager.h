@@ -63,7 +63,7 @@ public:
                                              bool* refused = nullptr);
 
     /// Takes the property out of its version and of the later ones, up to the first that lacks it
-    /// (adding deliberately goes on there).
+    /// or has a newer one. Adding, which is for versions that lack it, stops at a newer one only.
     virtual Template* RemovePropertyFromVersion(std::string_view name, Property* property);
 
     /// Adds the parent to that version and to all later ones.
@@ -169,8 +169,8 @@ public:
     /// The index removed, or the complement of the number of paths. Nothing is unloaded.
     virtual int RemoveSearchPath(std::string_view path);
 
-    /// The names of all packages below the search paths; true when one path could be listed. The
-    /// loaded ones alone are listed too, but deliberately with the result false.
+    /// The names of all packages below the search paths; true when one path could be listed. For
+    /// the loaded ones alone no path is listed: they come with the result false.
     virtual bool EnumeratePackages(bool loadedOnly, SortedStringList& packages) const;
 
     /// Loads all template files of a package directory below the first search path that has it.

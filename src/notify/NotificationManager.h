@@ -15,7 +15,8 @@ class NamedObject;
 class Property;
 class PropertyInstance;
 
-/// The codes of the events that hosts are told of; 0x2007 and 0x2008 are not assigned.
+/// The codes of the events that hosts are told of. The first digit says what changes: 1 instances
+/// and files, 2 properties and locks, 3 bindings, 4 values.
 enum EventCode : int {
     kTemplateAdded = 0x1001,
     kTemplateRemoved = 0x1002,
@@ -53,8 +54,8 @@ public:
     int GetDCC() const { return dcc_; }
     void SetDCC(int dcc) { dcc_ = dcc; }
 
-    /// False when the callback was added, true when the user data was there already (then nothing
-    /// changes): the inverted sense is deliberate.
+    /// Whether the user data was there already: then nothing changes. False when the callback was
+    /// added.
     bool RegisterInstanceCallback(Callback callback, void* userData);
 
     /// True when a record was removed.

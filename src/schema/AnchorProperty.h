@@ -35,7 +35,7 @@ public:
     NamedObject* GetAnchorType(std::string_view key) const { return anchorTypes_.Get(key); }
 
 protected:
-    /// The copy deliberately accepts no anchor types.
+    /// The copy has the sense of its source, but no anchor types: each anchor is given its own.
     AnchorProperty(const AnchorProperty& source) : NodeProperty(source), child_(source.child_) {}
 
 private:

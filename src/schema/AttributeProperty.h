@@ -96,8 +96,9 @@ public:
 
 protected:
     /// The copy has the type (a clone of its own where the type belongs to the property) and fresh
-    /// values: deliberately the type's initial value each, not the source's. They are made when
-    /// they are first asked for, since most of them never are and those of templates are large.
+    /// values: the type's initial value each, not the source's, since each version is given
+    /// its own default and bounds. They are made when they are first asked for, since most of them
+    /// never are and those of templates are large.
     AttributeProperty(const AttributeProperty& source);
 
 private:

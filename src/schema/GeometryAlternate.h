@@ -34,14 +34,14 @@ public:
     /// The level's key, also when the level is renamed.
     std::string_view GetKey() const override;
 
-    /// As for every property, and then the level's name once more: "High.High" without an owner,
-    /// which is intended.
+    /// As for every property, whose key is the level's name here, and then that name once more:
+    /// "High.High" without an owner.
     void ComposeFullName(std::string& fullName) const override;
 
     LOD* GetLOD() const { return lod_; }
 
-    /// Changes key and full name, not the own name; the place in a geometry's list deliberately
-    /// stays.
+    /// Changes key and full name, not the own name. The place in a geometry's list stays: the nodes
+    /// of its instances stand in the same order.
     void SetLOD(LOD* lod);
 
     /// Called by the level at its end; the full name stays.

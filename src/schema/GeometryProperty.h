@@ -5,8 +5,8 @@
 
 namespace Kor {
 
-/// A piece of geometry with alternative forms, one per level of detail. The alternates are
-/// deliberately not deleted with it.
+/// A piece of geometry with alternative forms, one per level of detail. The alternates are not
+/// deleted with it: the schema or the host owns them.
 class GeometryProperty : public Property {
 public:
     static constexpr int kClassId = kGeometryPropertyClass;

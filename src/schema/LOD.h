@@ -71,7 +71,7 @@ public:
     void AllowShape(int shapes);
     void DisallowShape(int shapes);
 
-    /// Deliberately asks the maximum number of shapes, not the allowed ones, for the bits.
+    /// Asks the maximum number of shapes for the bits; GetAllowedShapes has those that are allowed.
     bool IsShapeAllowed(int shapes) const { return (maxShapes_ & shapes) == shapes; }
 
     /// The names of the allowed shapes, in bit order, with ", " in between.

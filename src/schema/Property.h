@@ -46,8 +46,8 @@ public:
     }
     std::unique_ptr<Object> Clone() const override = 0;
 
-    /// The templates that list the property follow its new name; the full name deliberately stays
-    /// as it is until the owner is set again.
+    /// The templates that list the property follow its new name. The full name, by which instances
+    /// find the value, stays as it is until the owner is set again.
     bool SetName(const char* name) override;
 
     // -- owner ----------------------------------------------------------------------------------

@@ -36,8 +36,8 @@ public:
         return id == kClassId || Type::ImplementsClass(id);
     }
 
-    /// A copy with the parents of this template and copies of its properties in name order. Views
-    /// and children are deliberately not copied.
+    /// A copy with the parents of this template and copies of its properties in name order. Its
+    /// views, listed for each version by itself, and its children, which extend it, stay with it.
     std::unique_ptr<Object> Clone() const override;
     void WriteToXML(XMLWriter& writer) const override;
 

@@ -71,7 +71,8 @@ bool Template::MayHaveDescendants() const {
     return HasChildren() || !IsOnlyOneOfItsKey();
 }
 
-/// Deliberately the new parent does not show this child, and the replaced one goes on doing so.
+/// The new parent does not show this child. The replaced one goes on doing so until it, too, is
+/// removed as a parent.
 void Template::ReplaceParent(Template* replaced, Template* parent) {
     if (!replaced->unlistedChildren_.RemoveExactly(this))
         formerParents_.push_back(replaced);

@@ -148,7 +148,8 @@ void Template::WriteCountToBinary(int count, BinaryPacker& packer) const {
     packer.PadWithin(GetAlignment());
     if (packer.GetRemaining() < kCountSize)
         return;
-    // Deliberately behind the padding; BinaryPacker::WriteCount puts those of other types in front.
+    // Behind the padding, right in front of the instances; BinaryPacker::WriteCount, for other
+    // types, writes to the first bytes.
     packer.PadWithin(kCountSize);
     if (packer.GetRemaining() >= kCountSize)
         packer.WriteInt(count);

@@ -40,7 +40,7 @@ public:
     void PutLast(Group* group);
 
 protected:
-    /// The copy's lock state is deliberately 0, and no group lists it.
+    /// A lock is that of one item: the copy's lock state is 0. No group lists it.
     ViewItem(const ViewItem& source) : NamedObject(source), Lockable() {}
 
 private:

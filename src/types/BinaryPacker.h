@@ -23,8 +23,9 @@ public:
     void PadBeyond(int alignment);
 
     /// The prefix of a value of variable length: pads to the alignment and then to 4, and stores
-    /// the count. It deliberately goes to the first bytes of the buffer, not behind the padding;
-    /// the slot behind the padding is filled with zeroes and skipped.
+    /// the count. It goes to the first bytes of the buffer, where a reader finds it without knowing
+    /// the address that the padding was made for. The slot behind the padding is filled with zeroes
+    /// and skipped.
     void WriteCount(int alignment, int count);
 
     /// The padding that the position needs for an alignment.

@@ -25,8 +25,8 @@ public:
     std::unique_ptr<Object> Clone() const override;
     void WriteToXML(XMLWriter& writer) const override;
 
-    /// Takes the item over. An item of the same name is overwritten and goes back to whoever
-    /// holds it (deliberately not deleted); the result is then the complement of its index.
+    /// Takes the item over. An item of the same name is overwritten: it is not deleted, since a
+    /// host may hold it, and belongs to the caller. The result is then the complement of its index.
     int AddItem(EnumerationItem* item);
 
     /// The item of that full name, or null.
@@ -40,7 +40,8 @@ public:
     /// Ends all items.
     void DeleteItems();
 
-    /// Deliberately finds any two values equal: it compares the first one with itself.
+    /// Finds any two values equal: it compares the first one with itself. What tells values apart
+    /// is the comparison of the base type.
     int CompareValues(const void* a, const void* b, int count) const override;
 
     /// Whether the value stands for an item: by the text of its first element, by its bytes, or

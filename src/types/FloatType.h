@@ -18,7 +18,8 @@ public:
     }
     std::unique_ptr<Object> Clone() const override;
 
-    /// The count times the width: the dimension is deliberately ignored.
+    /// The count times the width, whatever the dimension: templates are measured with the
+    /// dimension as the count, where it makes no difference.
     int GetValueSize(const void* value, int count) const override;
 
     /// A copy of as many initial elements.

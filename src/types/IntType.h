@@ -20,14 +20,15 @@ public:
     }
     std::unique_ptr<Object> Clone() const override;
 
-    /// The dimension times the width: the count is deliberately ignored.
+    /// The dimension times the width, whatever the count: templates are measured with the
+    /// dimension as the count, where it makes no difference.
     int GetValueSize(const void* value, int count) const override;
 
     /// Every element becomes a copy of the first initial one.
     void MakeElements(void* elements, const void* initial, int count) const override;
 
-    /// Decimal; 8-bit integers deliberately as the single character, although they are read as
-    /// numbers.
+    /// Decimal; an 8-bit integer is of one of C++'s character types and gives the character: 65
+    /// gives "A". It is read as a number; GetReadableText gives that.
     int GetValueAsString(const void* value, std::string& text, int index) const override;
 
     /// Decimal for every width.

@@ -69,7 +69,8 @@ public:
         return 0;
     }
 
-    /// A bound of zero deliberately is no bound: a range of 0 to 10 checks only the upper end.
+    /// A bound of zero is no bound, since a bound that nobody set is the type's zero: a range of 0
+    /// to 10 checks only the upper end.
     bool IsValueValid(const void* value, const void* minimum, const void* maximum,
                       int count) const override {
         if (!value)

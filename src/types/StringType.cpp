@@ -144,7 +144,7 @@ int StringType::WriteValueToBinary(const void* value, int count, void* buffer,
         const int space = packer.GetRemaining() - needed;
         if (space < 0 || text.size() > static_cast<size_t>(space))
             break;
-        // Lengths are aligned to 4; the type's own alignment deliberately plays no part here.
+        // Only the length is read as a number: it is aligned to 4, whatever the type's alignment.
         packer.PadWithin(kLengthSize);
         packer.WriteInt(static_cast<std::int32_t>(text.size()));
         packer.WriteBytes(text.data(), static_cast<int>(text.size()));

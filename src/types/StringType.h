@@ -32,8 +32,8 @@ public:
     /// Null before any text; texts by unsigned byte order.
     int CompareValues(const void* a, const void* b, int count) const override;
 
-    /// No element may be null or empty; the minimum is inclusive, the maximum deliberately
-    /// exclusive, unlike the numeric types'.
+    /// No element may be null or empty. The minimum is inclusive and the maximum exclusive, so that
+    /// "a" to "b" are all texts that begin with "a".
     bool IsValueValid(const void* value, const void* minimum, const void* maximum,
                       int count) const override;
 

@@ -215,7 +215,7 @@ void Type::WriteToXML(XMLWriter& writer) const {
 void Type::WriteValueToXML(const void* value, int count, XMLWriter& writer) const {
     if (count < 1 || !value)
         return;
-    std::string text; // of 8-bit integers deliberately the character, although numbers are read
+    std::string text; // of an 8-bit integer the character, which need not read back
     if (count == 1) {
         GetValueAsString(value, text, 0);
         writer.WriteAttribute("value", text);

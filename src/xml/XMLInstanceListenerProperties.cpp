@@ -137,7 +137,7 @@ bool XMLInstanceListener::StartAlternate(const XMLAttributes& attributes) {
         Error("<alternate> element must have an 'lod' attribute");
         return true;
     }
-    if (!binding) { // the message deliberately names another attribute
+    if (!binding) { // the message calls it by what it holds, the name of a node
         Error("<alternate> element must have a 'nodeName' attribute");
         return true;
     }

@@ -14,7 +14,7 @@ namespace {
 enum ByteClass : unsigned char { kNameByte = 1, kBlankByte = 2 };
 
 /// Names are made of capitals, digits and all from "_" to "z", the backquote among them. Blanks are
-/// deliberately all bytes that are 32 or less as signed numbers, 128 to 255 among them.
+/// all bytes up to 32 and from 128 on, so that spaces outside of ASCII separate attributes, too.
 constexpr std::array<unsigned char, 256> MakeByteClasses() {
     std::array<unsigned char, 256> classes{};
     for (unsigned c = 0; c < classes.size(); ++c) {
@@ -124,7 +124,8 @@ bool XMLParser::ReadHeader() {
     return true;
 }
 
-// Elements still open and text behind the last tag are deliberately not reported or delivered.
+// A text is delivered when the next tag ends it, so what stands behind the last tag is not.
+// Elements that are still open are the listener's to report.
 bool XMLParser::ReadContent() {
     while (!paused_ && ReadUntil('<')) {
         if (!HandleText())
@@ -170,8 +171,9 @@ bool XMLParser::HandleStartTag() {
     return Start(name);
 }
 
-// The tag's last byte is deliberately never the first of an attribute, so that a name of one byte
-// there is passed over in silence. The ">" behind it stops every search for the end of a run.
+// The tag's last byte never begins an attribute, since it may be the "/" of an empty element: so a
+// name of one byte there is passed over in silence. The ">" behind it stops every search for the
+// end of a run.
 void XMLParser::ReadAttributes(char* at) {
     attributes_.Clear();
     if (tokenEnd_ - at <= 1)

@@ -221,7 +221,7 @@ XMLTemplateFileWriter::XMLTemplateFileWriter(const TemplateManager& manager,
         if (!lod->GetFileName().empty() && EqualsIgnoreCase(lod->GetFileName(), fileName))
             lods_.push_back(lod);
     }
-    // Types and enumerations are deliberately not asked for the file's package.
+    // The package of a file is that of its templates: one that has only types is saved without.
     if (!templates_.empty())
         package_ = templates_.front()->GetPackageName();
 }

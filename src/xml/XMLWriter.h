@@ -19,7 +19,7 @@ public:
     XMLWriter& operator=(const XMLWriter&) = delete;
 
     /// Opens that many unnamed levels, which indent what follows. Levels from before Open do not
-    /// count, deliberately: Open begins with Close.
+    /// count: Open begins with Close, which ends all levels.
     void AddIndent(int levels);
 
     /// Closes what was open and starts a document; the sink must outlive it.

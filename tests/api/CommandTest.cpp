@@ -13,7 +13,7 @@ protected:
         OviPropertyInstance_SetBindingLocked(attribute, true);
     }
 
-    /// Properties deliberately never delete their commands: the host does.
+    /// Properties only list their commands: the host deletes its own.
     static void DeleteCommands(OviProperty* property) {
         while (OviCommand* command = OviProperty_GetCommandAt(property, 0)) {
             OviProperty_RemoveCommand(property, command);

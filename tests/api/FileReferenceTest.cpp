@@ -48,7 +48,7 @@ TEST_F(FileReferenceTest, IsNotAnnouncedAsAFileAgainOnceLetGo) {
     OviAsset_SetReference(a_, "file");
     OviAsset_SetReference(a_, "");
     TakeEvents();
-    OviAsset_SetReference(a_, "file"); // deliberately: the file stays known
+    OviAsset_SetReference(a_, "file"); // not announced: the file stays known
     OviAsset_SetReference(a_, "");
     EXPECT_EQ(Events(), (Lines{"0x100A a file", "0x100A a ", "0x1009 a file"}));
 }

@@ -54,7 +54,7 @@ TEST_F(GeometryPropertyTest, AnAlternateIsANodeProperty) {
     EXPECT_EQ(OviGeometryAlternate_GetLOD(High()), OviTemplateManager_GetLOD("High"));
 }
 
-// The level's name comes twice, which is intended.
+// The level's name comes twice: as the key, and once more behind it.
 TEST_F(GeometryPropertyTest, ListsAlternatesByLevel) {
     EXPECT_EQ(Alternates(shape), "High.High Low.Low ");
     EXPECT_EQ(OviGeometryProperty_GetAlternateAt(shape, 2), nullptr);
@@ -191,7 +191,7 @@ TEST_F(GeometryPropertyTest, AnAlternateOfATemplateHasThatTemplatesSize) {
     EXPECT_EQ(OviType_GetValueSize(TemplateOf("Mesh"), nullptr, 1), 0) << "the other has none";
     OviAttributeProperty_SetType(OviGeometryProperty_GetAlternate(shape, "Low"),
                                  TemplateOf("Inner"));
-    EXPECT_EQ(OviType_GetValueSize(TemplateOf("Inner"), nullptr, 3), 36) << "as ever, 9 times";
+    EXPECT_EQ(OviType_GetValueSize(TemplateOf("Inner"), nullptr, 3), 36) << "3 times 3 elements";
     EXPECT_EQ(OviType_GetValueSize(TemplateOf("Mesh"), nullptr, 1), 40);
 }
 

@@ -86,7 +86,7 @@ TEST_F(LODTest, BitsWithoutAShapeHaveNoName) {
     EXPECT_EQ(Shapes(), "Sphere");
 }
 
-// The question is deliberately answered from the maximum number of shapes.
+// The bits are looked for in the maximum number of shapes, not among the allowed ones.
 TEST_F(LODTest, AsksTheMaximumNumberWhetherAShapeIsAllowed) {
     OviLOD_AllowShape(lod, OVI_SHAPE_SPHERE);
     EXPECT_FALSE(OviLOD_IsShapeAllowed(lod, OVI_SHAPE_SPHERE));

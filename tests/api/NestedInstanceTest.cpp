@@ -103,7 +103,7 @@ TEST_F(NestedInstanceTest, LosesItsTemplatesAndItsParentWhenItIsReplaced) {
     EXPECT_EQ(Events(), (Lines{"0x4000 Outer.one new", "0x2006  Inner.x", "0x1002  Inner#1",
                                "0x1002  Mixin#1", "0x1007 new "}));
     EXPECT_NE(NestedIn(asset_, "Outer.one"), old);
-    // It is deliberately not freed: the host may still hold it.
+    // It is not freed: the host may still hold it.
     EXPECT_EQ(OviInstance_GetTemplateCount(old), 0);
     EXPECT_EQ(OviInstance_GetParentPropertyInstance(old), nullptr);
     EXPECT_EQ(OviInstance_GetParentAsset(old), nullptr);

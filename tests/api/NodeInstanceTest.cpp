@@ -80,7 +80,7 @@ TEST_F(NodeInstanceTest, TheAttachedAnchorIsStoredInSilenceAndPlaysNoPartInValid
     EXPECT_STREQ(OviAnchorInstance_GetAttachedAnchor(anchor), "");
 }
 
-// Nodes deliberately lose their binding in files, anchors keep it.
+// Files keep the binding of an anchor, not that of another node.
 TEST_F(NodeInstanceTest, AreWrittenAsTheirOwnElements) {
     OviAttributeInstance_SetBinding(node, "n");
     OviAttributeInstance_SetBinding(anchor, "<m>");

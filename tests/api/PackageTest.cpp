@@ -67,7 +67,7 @@ TEST_F(PackageTest, AnEmptySearchPathListsAnEmptyText) {
     EXPECT_STREQ(buffer, "");
 }
 
-// The loaded packages are collected, but deliberately not handed out.
+// The call succeeds where a search path was listed, and loaded packages need none.
 TEST_F(PackageTest, TheLoadedPackagesAloneAreRefused) {
     Write("defs/a/X.template");
     AddPath("defs", true);

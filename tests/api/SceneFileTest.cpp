@@ -59,7 +59,7 @@ INSTANTIATE_TEST_SUITE_P(
                       ForcedName{"scene.ASSET", "scene.asset"}, ForcedName{"scene.", "scene.asset"},
                       ForcedName{"a.b.c", "a.b.asset"}, ForcedName{".hidden", ".hidden.asset"},
                       ForcedName{".hidden.xml", ".hidden.asset"},
-                      // The cut deliberately reaches into directories.
+                      // The path is a plain text: a dot of a directory counts, too.
                       ForcedName{"levels.old\\scene", "levels.asset"},
                       ForcedName{"levels.old/scene", "levels.asset"}));
 

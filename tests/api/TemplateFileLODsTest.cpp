@@ -33,7 +33,7 @@ TEST_F(TemplateFileLODsTest, AnUnknownTypeIsReportedAndNotStored) {
     EXPECT_EQ(OviLOD_GetType(Level()), OVI_LOD_SURFACE);
 }
 
-// The numbers are deliberately read from the text of the type.
+// The numbers are read from the text of the type, and a known type is no number.
 TEST_F(TemplateFileLODsTest, ThresholdAndMaxShapesAreReadFromTheType) {
     EXPECT_EQ(Load("<lod name='High' type='collision' threshold='100' maxShapes='7'/>"
                    "<lod name='Low' threshold='100' maxShapes='7'/>"),

@@ -230,7 +230,7 @@ TEST_F(TemplateValuesTest, TheSizeCountsOwnPropertiesWithTheirPadding) {
     EXPECT_EQ(SizeOf(mesh, -1), 0);
 }
 
-TEST_F(TemplateValuesTest, SeveralElementsAreDeliberatelyCountedAgainForEachElement) {
+TEST_F(TemplateValuesTest, SeveralElementsAreCountedAgainForEachElement) {
     AddAttribute(mesh, "a", TypeNamed("INT32"));
     AddAttribute(mesh, "b", TypeNamed("INT8"));
     EXPECT_EQ(SizeOf(mesh, 1), 5);

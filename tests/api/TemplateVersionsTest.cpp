@@ -161,7 +161,8 @@ TEST_F(TemplateVersionsTest, ALatestVersionThatWasRemovedHidesTheTemplate) {
     OviObject_Delete(Version("Foo", 2));
     EXPECT_EQ(OviTemplate_GetLatestVersion(first), 2);
     EXPECT_EQ(OviTemplateManager_GetTemplate("Foo"), nullptr);
-    // Making it anew then deliberately loses the first version, too.
+    // A new first version takes the place of the one that is there; neither stays, so that the name
+    // is free again.
     EXPECT_EQ(OviTemplateManager_CreateTemplate("Foo"), nullptr);
     EXPECT_EQ(OviTemplateManager_GetTemplateVersion("Foo", 1), nullptr);
     EXPECT_NE(OviTemplateManager_CreateTemplate("Foo"), nullptr);

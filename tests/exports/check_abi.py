@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
 """Checks that the comparison with the recorded binary interface notices what it is there for.
 
-Each change is made in a copy of the public headers. Those that break older hosts must be told from
-additions, with which older hosts still run, and from what concerns no host.
+Each change is made in a copy of the public headers. Those that break hosts built against the
+recorded interface must be told from additions, with which such hosts still run, and from what
+concerns no host.
 
 usage: check_abi.py SOURCE_DIR
 """

@@ -64,10 +64,10 @@ TEST(AssetContainer, MakesAssetsUnderFreeValidNamesOnly) {
     EXPECT_EQ(container.GetAsset("b"), container.GetAssetAt(1));
 }
 
-TEST(AssetContainer, HasAReservedOperationThatDoesNothing) {
+TEST(AssetContainer, OffersNothingBeyondItsInterface) {
     AssetContainer container;
     IAssetContainer& face = container;
-    EXPECT_EQ(face.Reserved(), nullptr);
+    EXPECT_EQ(face.GetExtension(), nullptr);
     EXPECT_FALSE(face.IsDirty());
 }
 

@@ -58,7 +58,7 @@ TEST_F(GeometryInstanceTest, ABlockTooSmallForTheCountIsLeftAlone) {
     EXPECT_EQ(block[0], 2);
 }
 
-// All nodes deliberately write to one place, and only the count counts.
+// The nodes have no places of their own in the packed form, so only the count counts.
 TEST_F(GeometryInstanceTest, WritesTheCountAndTheNodesOneOverTheOther) {
     SetTypes(int32, int16);
     GeometryInstance geometry(owner, shape);
