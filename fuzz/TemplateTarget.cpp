@@ -12,7 +12,7 @@
 #include "manager/TemplateManager.h"
 #include "ovi/ovi.h"
 #include "support/Finding.h"
-#include "xml/XMLTemplateFileWriter.h"
+#include "formats/XMLTemplateFileWriter.h"
 
 using namespace Kor;
 

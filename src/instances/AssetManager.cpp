@@ -7,7 +7,7 @@
 #include <utility>
 
 // A scene is read by the listener that fills it.
-#include "xml/XMLInstanceListener.h"
+#include "formats/XMLInstanceListener.h"
 
 #include "core/ErrorManager.h"
 #include "core/Names.h"

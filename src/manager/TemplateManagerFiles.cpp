@@ -8,7 +8,7 @@
 #include "instances/AbandonedInstances.h"
 
 // What stands in a file and in which order is for its writer to say.
-#include "xml/XMLTemplateFileWriter.h"
+#include "formats/XMLTemplateFileWriter.h"
 
 #include "core/ErrorManager.h"
 #include "core/Names.h"

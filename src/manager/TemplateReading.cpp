@@ -5,7 +5,7 @@
 #include <optional>
 
 // A file is read by the listener that registers what it finds.
-#include "xml/XMLTemplateListener.h"
+#include "formats/XMLTemplateListener.h"
 
 #include "core/ErrorManager.h"
 #include "core/Names.h"

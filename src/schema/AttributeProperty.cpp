@@ -6,7 +6,7 @@
 #include "instances/AttributeInstance.h"
 
 // A property writes its own declaration, whose form the writer of template files knows.
-#include "xml/XMLTemplateWriter.h"
+#include "formats/XMLTemplateWriter.h"
 
 #include "schema/Template.h"
 #include "types/CustomType.h"

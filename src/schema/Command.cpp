@@ -3,7 +3,7 @@
 #include <algorithm>
 
 // A command writes its own declaration, whose form the writer of template files knows.
-#include "xml/XMLTemplateWriter.h"
+#include "formats/XMLTemplateWriter.h"
 
 #include "core/Names.h"
 #include "schema/Property.h"

@@ -1,7 +1,7 @@
 #include "schema/GeometryAlternate.h"
 
 // An alternate writes its own declaration, whose form the writer of template files knows.
-#include "xml/XMLTemplateWriter.h"
+#include "formats/XMLTemplateWriter.h"
 
 #include "core/Undo.h"
 #include "schema/GeometryProperty.h"

@@ -9,7 +9,7 @@
 #include "instances/GeometryInstance.h"
 
 // A property writes its own declaration, whose form the writer of template files knows.
-#include "xml/XMLTemplateWriter.h"
+#include "formats/XMLTemplateWriter.h"
 
 #include "core/Undo.h"
 

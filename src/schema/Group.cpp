@@ -7,7 +7,7 @@
 #include <utility>
 
 // A group writes its own declaration, whose form the writer of template files knows.
-#include "xml/XMLTemplateWriter.h"
+#include "formats/XMLTemplateWriter.h"
 
 #include "core/Ending.h"
 #include "core/MakeRoom.h"

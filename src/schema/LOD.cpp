@@ -6,7 +6,7 @@
 #include "manager/TemplateManager.h"
 
 // A level writes its own declaration, whose form the writer of template files knows.
-#include "xml/XMLTemplateWriter.h"
+#include "formats/XMLTemplateWriter.h"
 
 #include "core/Names.h"
 #include "schema/GeometryAlternate.h"

@@ -4,7 +4,7 @@
 #include "instances/NodeInstance.h"
 
 // A property writes its own declaration, whose form the writer of template files knows.
-#include "xml/XMLTemplateWriter.h"
+#include "formats/XMLTemplateWriter.h"
 
 namespace Kor {
 

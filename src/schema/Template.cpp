@@ -9,7 +9,7 @@
 #include "manager/TemplateManager.h"
 
 // A template writes its own declaration, whose form the writer of template files knows.
-#include "xml/XMLTemplateWriter.h"
+#include "formats/XMLTemplateWriter.h"
 
 #include "core/Ending.h"
 #include "core/MakeRoom.h"

@@ -1,7 +1,7 @@
 #include "schema/ViewProperty.h"
 
 // A view property writes its own declaration, whose form the writer of template files knows.
-#include "xml/XMLTemplateWriter.h"
+#include "formats/XMLTemplateWriter.h"
 
 #include "schema/Property.h"
 

@@ -1,7 +1,7 @@
 #include "types/EnumerationItem.h"
 
 // An item writes its own declaration, whose form the writer of template files knows.
-#include "xml/XMLTemplateWriter.h"
+#include "formats/XMLTemplateWriter.h"
 
 #include "types/Enumeration.h"
 

@@ -9,7 +9,7 @@
 #include "manager/RetiredSchema.h"
 
 // A type writes its own declaration, whose form the writer of template files knows.
-#include "xml/XMLTemplateWriter.h"
+#include "formats/XMLTemplateWriter.h"
 
 #include "core/Ending.h"
 #include "core/Names.h"

@@ -11,21 +11,10 @@ import re
 import sys
 from pathlib import Path
 
-RANKS = {"core": 0, "platform": 1, "notify": 1, "types": 2, "schema": 3, "manager": 4,
-         "instances": 5, "ovi": 6, "api": 7}
+RANKS = {"core": 0, "platform": 1, "notify": 1, "xml": 1, "types": 2, "schema": 3, "manager": 4,
+         "instances": 5, "formats": 6, "ovi": 6, "api": 7}
 
-# The reader and the writer know only core; the two file formats on top of them know the model.
-PLAIN_XML = {"IXMLListener", "Parser", "Tokenizer", "XMLAttributes", "XMLParser", "XMLWriter"}
-PLAIN_XML_RANK = 1
-FORMAT_XML_RANK = 6
-
-INCLUDE = re.compile(r'#include "((\w+)/(\w+)\.h)"')
-
-
-def rank_of(folder, name):
-    if folder == "xml":
-        return PLAIN_XML_RANK if name in PLAIN_XML else FORMAT_XML_RANK
-    return RANKS.get(folder)
+INCLUDE = re.compile(r'#include "((\w+)/\w+\.h)"')
 
 
 def is_explained(lines, at):
@@ -36,8 +25,8 @@ def is_explained(lines, at):
 
 
 def check_file(path, root):
-    folder, own = path.relative_to(root).parts[0], path.stem
-    own_rank = rank_of(folder, own)
+    folder = path.relative_to(root).parts[0]
+    own_rank = RANKS.get(folder)
     if own_rank is None:
         yield f"{path}: the folder has no place in the direction"
         return
@@ -46,7 +35,7 @@ def check_file(path, root):
         match = INCLUDE.match(line)
         if not match:
             continue
-        rank = rank_of(match.group(2), match.group(3))
+        rank = RANKS.get(match.group(2))
         place = f"{path}:{at + 1}"
         if rank is None:
             yield f"{place}: {match.group(1)} has no place in the direction"

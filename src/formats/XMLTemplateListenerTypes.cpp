@@ -1,11 +1,11 @@
 // The part of the template listener that reads types and enumerations.
 
-#include "xml/XMLTemplateListener.h"
+#include "formats/XMLTemplateListener.h"
 
 #include "core/NumberText.h"
 #include "manager/TemplateManager.h"
 #include "types/Enumeration.h"
-#include "xml/Quoted.h"
+#include "formats/Quoted.h"
 #include "xml/XMLParser.h"
 
 namespace Kor {

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "instances/OpenInstances.h"
-#include "xml/AlternatesByLevel.h"
+#include "formats/AlternatesByLevel.h"
 #include "xml/IXMLListener.h"
 
 namespace Kor {

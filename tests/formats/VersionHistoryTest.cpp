@@ -8,7 +8,7 @@
 #include "api/SchemaDump.h"
 #include "core/ByteStreams.h"
 #include "schema/Managed.h"
-#include "xml/XMLTemplateFileWriter.h"
+#include "formats/XMLTemplateFileWriter.h"
 
 namespace Kor {
 namespace {

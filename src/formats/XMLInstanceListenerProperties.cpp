@@ -1,14 +1,14 @@
 // The part of the scene listener that reads attributes with their values, nodes, anchors, geometry.
 
-#include "xml/XMLInstanceListener.h"
+#include "formats/XMLInstanceListener.h"
 
 #include <utility>
 
 #include "instances/AnchorInstance.h"
 #include "instances/GeometryInstance.h"
 #include "instances/Instance.h"
-#include "xml/AttributeTexts.h"
-#include "xml/Quoted.h"
+#include "formats/AttributeTexts.h"
+#include "formats/Quoted.h"
 #include "xml/XMLAttributes.h"
 
 namespace Kor {

@@ -1,13 +1,13 @@
 // The part of the template listener that takes the events and reads templates and texts.
 
-#include "xml/XMLTemplateListener.h"
+#include "formats/XMLTemplateListener.h"
 
 #include "core/IErrorListener.h"
 #include "core/Names.h"
 #include "manager/TemplateManager.h"
 #include "schema/ViewItem.h"
-#include "xml/Quoted.h"
-#include "xml/AttributeTexts.h"
+#include "formats/Quoted.h"
+#include "formats/AttributeTexts.h"
 #include "xml/XMLParser.h"
 
 namespace Kor {

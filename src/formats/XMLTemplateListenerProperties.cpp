@@ -1,6 +1,6 @@
 // The part of the template listener that reads properties: attributes, their values and commands.
 
-#include "xml/XMLTemplateListener.h"
+#include "formats/XMLTemplateListener.h"
 
 #include "core/Names.h"
 #include "core/Undo.h"
@@ -9,8 +9,8 @@
 #include "notify/NotificationManager.h"
 #include "schema/AttributeProperty.h"
 #include "types/CustomType.h"
-#include "xml/Quoted.h"
-#include "xml/AttributeTexts.h"
+#include "formats/Quoted.h"
+#include "formats/AttributeTexts.h"
 
 namespace Kor {
 

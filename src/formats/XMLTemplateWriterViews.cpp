@@ -6,7 +6,7 @@
 #include "schema/Property.h"
 #include "schema/Template.h"
 #include "schema/ViewProperty.h"
-#include "xml/XMLTemplateWriter.h"
+#include "formats/XMLTemplateWriter.h"
 #include "xml/XMLWriter.h"
 
 namespace Kor {

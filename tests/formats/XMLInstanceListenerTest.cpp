@@ -1,4 +1,4 @@
-#include "xml/XMLInstanceListener.h"
+#include "formats/XMLInstanceListener.h"
 
 #include "core/ByteStreams.h"
 #include "core/ErrorManager.h"

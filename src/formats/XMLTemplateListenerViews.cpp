@@ -1,12 +1,12 @@
 // The part of the template listener that reads views.
 
-#include "xml/XMLTemplateListener.h"
+#include "formats/XMLTemplateListener.h"
 
 #include "core/Undo.h"
 #include "manager/TemplateManager.h"
 #include "schema/ViewProperty.h"
-#include "xml/Quoted.h"
-#include "xml/AttributeTexts.h"
+#include "formats/Quoted.h"
+#include "formats/AttributeTexts.h"
 
 namespace Kor {
 

@@ -1,4 +1,4 @@
-#include "xml/XMLTemplateFileWriter.h"
+#include "formats/XMLTemplateFileWriter.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -11,9 +11,9 @@
 #include "schema/GeometryProperty.h"
 #include "schema/TemplateWalk.h"
 #include "types/Enumeration.h"
-#include "xml/TypeElement.h"
-#include "xml/ValueTemplate.h"
-#include "xml/XMLTemplateWriter.h"
+#include "formats/TypeElement.h"
+#include "formats/ValueTemplate.h"
+#include "formats/XMLTemplateWriter.h"
 #include "xml/XMLWriter.h"
 
 namespace Kor {

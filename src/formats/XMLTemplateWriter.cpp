@@ -1,4 +1,4 @@
-#include "xml/XMLTemplateWriter.h"
+#include "formats/XMLTemplateWriter.h"
 
 #include <algorithm>
 #include <cstring>
@@ -7,8 +7,8 @@
 #include "manager/TemplateManager.h"
 #include "schema/Template.h"
 #include "types/Enumeration.h"
-#include "xml/TypeElement.h"
-#include "xml/VersionOrder.h"
+#include "formats/TypeElement.h"
+#include "formats/VersionOrder.h"
 #include "xml/XMLWriter.h"
 
 namespace Kor {

@@ -1,4 +1,4 @@
-#include "xml/XMLInstanceListener.h"
+#include "formats/XMLInstanceListener.h"
 
 #include <memory>
 
@@ -8,7 +8,7 @@
 #include "instances/AssetManager.h"
 #include "instances/AttributeInstance.h"
 #include "manager/TemplateManager.h"
-#include "xml/Quoted.h"
+#include "formats/Quoted.h"
 #include "xml/XMLParser.h"
 
 namespace Kor {

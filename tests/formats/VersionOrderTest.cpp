@@ -1,4 +1,4 @@
-#include "xml/VersionOrder.h"
+#include "formats/VersionOrder.h"
 
 #include "manager/TemplateManager.h"
 #include "schema/AttributeProperty.h"

@@ -7,8 +7,8 @@
 #include "schema/Command.h"
 #include "schema/GeometryProperty.h"
 #include "schema/Template.h"
-#include "xml/ValueTemplate.h"
-#include "xml/XMLTemplateWriter.h"
+#include "formats/ValueTemplate.h"
+#include "formats/XMLTemplateWriter.h"
 #include "xml/XMLWriter.h"
 
 namespace Kor {

@@ -1,4 +1,4 @@
-#include "xml/ValueTemplate.h"
+#include "formats/ValueTemplate.h"
 
 #include "instances/Instance.h"
 #include "schema/Template.h"

@@ -1,4 +1,4 @@
-#include "xml/TypeElement.h"
+#include "formats/TypeElement.h"
 
 #include <algorithm>
 #include <cstring>
@@ -7,7 +7,7 @@
 #include "core/ByteStreams.h"
 #include "manager/TemplateManager.h"
 #include "schema/AttributeProperty.h"
-#include "xml/XMLTemplateWriter.h"
+#include "formats/XMLTemplateWriter.h"
 #include "xml/XMLWriter.h"
 
 namespace Kor {

@@ -1,4 +1,4 @@
-#include "xml/AlternatesByLevel.h"
+#include "formats/AlternatesByLevel.h"
 
 #include "core/Names.h"
 #include "schema/GeometryProperty.h"

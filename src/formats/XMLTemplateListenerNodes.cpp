@@ -1,14 +1,14 @@
 // The part of the template listener that reads nodes, anchors, geometry and levels of detail.
 
-#include "xml/XMLTemplateListener.h"
+#include "formats/XMLTemplateListener.h"
 
 #include "core/Names.h"
 #include "core/NumberText.h"
 #include "manager/TemplateManager.h"
 #include "schema/AnchorProperty.h"
 #include "schema/GeometryProperty.h"
-#include "xml/Quoted.h"
-#include "xml/AttributeTexts.h"
+#include "formats/Quoted.h"
+#include "formats/AttributeTexts.h"
 #include "xml/XMLParser.h"
 
 namespace Kor {

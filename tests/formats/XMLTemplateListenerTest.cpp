@@ -1,4 +1,4 @@
-#include "xml/XMLTemplateListener.h"
+#include "formats/XMLTemplateListener.h"
 
 #include "core/ByteStreams.h"
 #include "core/ErrorManager.h"
