@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "core/ByteStreams.h"
+#include "formats/SceneFile.h"
 #include "instances/AssetManager.h"
 #include "instances/AttributeInstance.h"
 #include "ovi/ovi.h"
@@ -22,7 +23,7 @@ namespace {
 
 std::string Save() {
     StringSink sink;
-    AssetManager::Get()->WriteScene(sink);
+    SceneFile::Write(sink);
     return sink.GetText();
 }
 
@@ -85,7 +86,7 @@ public:
     explicit LoadedScene(std::string_view text) {
         AssetManager::Get()->Initialize();
         MemorySource source(text);
-        AssetManager::Get()->ReadScene("fuzz.asset", source);
+        SceneFile::Read("fuzz.asset", source);
     }
 
     ~LoadedScene() {

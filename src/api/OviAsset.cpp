@@ -1,6 +1,7 @@
 #include "ovi/asset.h"
 
 #include "api/Barrier.h"
+#include "formats/SceneFile.h"
 #include "instances/Asset.h"
 #include "instances/AssetManager.h"
 
@@ -64,13 +65,13 @@ bool OviAssetManager_NewScene(void) {
 }
 
 bool OviAssetManager_LoadScene(const char* path) {
-    return WithManager<AssetManager>(
-        false, [path](AssetManager& scene) { return scene.LoadScene(Text(path)); });
+    return WithManager<AssetManager>(false,
+                                     [path](AssetManager&) { return SceneFile::Load(Text(path)); });
 }
 
 bool OviAssetManager_SaveScene(const char* path) {
-    return WithManager<AssetManager>(
-        false, [path](AssetManager& scene) { return scene.SaveScene(Text(path)); });
+    return WithManager<AssetManager>(false,
+                                     [path](AssetManager&) { return SceneFile::Save(Text(path)); });
 }
 
 bool OviAssetManager_IsDirty(void) {

@@ -5,6 +5,7 @@
 
 #include "api/Barrier.h"
 #include "api/XMLBuffer.h"
+#include "formats/XMLSceneWriter.h"
 #include "instances/Asset.h"
 #include "instances/Instance.h"
 #include "schema/GeometryAlternate.h"
@@ -100,8 +101,11 @@ void OviInstance_WriteToXML(OviInstance* instance, uint32_t indent, uint32_t* si
     With<Instance>(instance, [=](Instance& self) {
         const auto levels =
             std::min(indent, static_cast<uint32_t>(std::numeric_limits<int>::max()));
+        const auto write = [&self](XMLWriter& writer) {
+            XMLSceneWriter(writer).WriteInstance(self);
+        };
         if (size)
-            CopyXMLText(self, static_cast<int>(levels), size, buffer);
+            CopyXMLText(static_cast<int>(levels), size, buffer, write);
     });
 }
 

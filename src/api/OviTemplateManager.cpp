@@ -5,6 +5,7 @@
 
 #include "api/Barrier.h"
 #include "core/ErrorManager.h"
+#include "formats/XMLTemplateFileWriter.h"
 #include "manager/TemplateManager.h"
 #include "manager/UsingList.h"
 
@@ -246,8 +247,9 @@ bool OviTemplateManager_UnloadTemplateFile(const char* path) {
 }
 
 bool OviTemplateManager_SaveTemplateFile(const char* fileName, const char* output) {
-    return WithManager<Manager>(
-        false, [=](Manager& manager) { return manager.SaveTemplateFile(Text(fileName), output); });
+    return WithManager<Manager>(false, [=](Manager& manager) {
+        return XMLTemplateFileWriter::Save(manager, Text(fileName), output);
+    });
 }
 
 // -- search paths and packages --------------------------------------------------------------------

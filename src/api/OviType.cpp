@@ -5,6 +5,7 @@
 #include "api/Barrier.h"
 #include "api/ElementChecks.h"
 #include "api/XMLBuffer.h"
+#include "formats/XMLTemplateWriter.h"
 #include "schema/Template.h"
 #include "types/Type.h"
 
@@ -95,8 +96,9 @@ int OviType_WriteValueToBinary(OviType* type, const void* value, int count, void
 
 void OviType_WriteToXML(OviType* type, int indent, int* size, char* buffer) {
     With<Type>(type, [=](Type& self) {
+        const auto write = [&self](XMLWriter& writer) { XMLTemplateWriter(writer).WriteAny(self); };
         if (size)
-            CopyXMLText(self, indent, size, buffer);
+            CopyXMLText(indent, size, buffer, write);
     });
 }
 

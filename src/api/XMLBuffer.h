@@ -7,7 +7,6 @@
 #include <string>
 
 #include "core/ByteStreams.h"
-#include "core/NamedObject.h"
 #include "xml/XMLWriter.h"
 
 namespace Kor::Api {
@@ -20,17 +19,18 @@ public:
     ~UnclosedWriter() override { Abandon(); }
 };
 
-/// Writes an object's XML, without header, `indent` levels deep, into a buffer of `size` bytes:
-/// whole with its NUL when it fits, otherwise as much as fits without a NUL, and `size` becomes the
-/// size needed. Only what fits is kept in memory; throws when `size` cannot tell the length.
-template <class Size>
-void CopyXMLText(const NamedObject& object, int indent, Size* size, char* buffer) {
+/// Copies what `write` gives to a writer, without header, `indent` levels deep, into a buffer of
+/// `size` bytes: whole with its NUL when it fits, otherwise as much as fits without a NUL, and
+/// `size` becomes the size needed. Only what fits is kept in memory; throws when `size` cannot tell
+/// the length.
+template <class Size, class Write>
+void CopyXMLText(int indent, Size* size, char* buffer, const Write& write) {
     const Size given = std::max(*size, Size());
     StringSink sink(buffer ? static_cast<size_t>(given) : 0);
     {
         UnclosedWriter writer(sink);
         writer.AddIndent(indent);
-        object.WriteToXML(writer);
+        write(writer);
     }
     if (!sink.IsWhole() || sink.GetSize() >= std::numeric_limits<Size>::max())
         throw std::bad_alloc();

@@ -3,8 +3,6 @@
 #include "core/Kept.h"
 
 #include "core/Names.h"
-// An object writes its own texts: the writer knows only core, so the way back is here alone.
-#include "xml/XMLWriter.h"
 
 namespace Kor {
 
@@ -12,19 +10,6 @@ namespace {
 
 /// What stands for texts that there are none of.
 NeverDestroyed<LocalizedTextTable> noTexts;
-
-void WriteTexts(const LocalizedTextTable& table, const char* element, XMLWriter& writer) {
-    for (int i = 0; i < table.GetCount(); ++i) {
-        const LocalizedTextTable::Entry& entry = table.GetAt(i);
-        writer.StartElement(element);
-        if (!entry.language.empty())
-            writer.WriteAttribute("language", entry.language);
-        if (entry.language.compare(0, 1, "-") == 0) // which would stand for the default one
-            writer.WriteAttribute("exact", "true");
-        writer.WriteText(entry.text);
-        writer.EndElement();
-    }
-}
 
 } // namespace
 
@@ -38,11 +23,6 @@ bool NamedObject::SetName(const char* name) {
         return false;
     StoreName(name);
     return true;
-}
-
-void NamedObject::WriteToXML(XMLWriter& writer) const {
-    WriteTexts(GetLabels(), "label", writer);
-    WriteTexts(GetDescriptions(), "description", writer);
 }
 
 const char* NamedObject::GetComment() const {

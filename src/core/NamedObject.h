@@ -10,8 +10,6 @@
 
 namespace Kor {
 
-class XMLWriter;
-
 /// An object with a checked name, a comment, and labels and descriptions per language.
 class NamedObject : public Object {
 public:
@@ -35,9 +33,6 @@ public:
 
     /// Takes the name and returns true when it passes the name rule; else changes nothing.
     virtual bool SetName(const char* name);
-
-    /// Writes the labels and then the descriptions as child elements of the open element.
-    virtual void WriteToXML(XMLWriter& writer) const;
 
     std::string_view GetNameView() const { return nameAndTexts_.GetName().View(); }
 

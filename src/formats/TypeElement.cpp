@@ -5,9 +5,9 @@
 #include <string>
 
 #include "core/ByteStreams.h"
+#include "formats/XMLTemplateWriter.h"
 #include "manager/TemplateManager.h"
 #include "schema/AttributeProperty.h"
-#include "formats/XMLTemplateWriter.h"
 #include "xml/XMLWriter.h"
 
 namespace Kor {

@@ -5,10 +5,10 @@
 #include "core/IErrorListener.h"
 #include "core/Names.h"
 #include "core/NumberText.h"
+#include "formats/Quoted.h"
 #include "instances/AssetManager.h"
 #include "instances/AttributeInstance.h"
 #include "manager/TemplateManager.h"
-#include "formats/Quoted.h"
 #include "xml/XMLParser.h"
 
 namespace Kor {

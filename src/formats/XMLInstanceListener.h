@@ -4,8 +4,8 @@
 #include <string_view>
 #include <vector>
 
-#include "instances/OpenInstances.h"
 #include "formats/AlternatesByLevel.h"
+#include "instances/OpenInstances.h"
 #include "xml/IXMLListener.h"
 
 namespace Kor {

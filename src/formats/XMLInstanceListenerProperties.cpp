@@ -4,11 +4,11 @@
 
 #include <utility>
 
+#include "formats/AttributeTexts.h"
+#include "formats/Quoted.h"
 #include "instances/AnchorInstance.h"
 #include "instances/GeometryInstance.h"
 #include "instances/Instance.h"
-#include "formats/AttributeTexts.h"
-#include "formats/Quoted.h"
 #include "xml/XMLAttributes.h"
 
 namespace Kor {

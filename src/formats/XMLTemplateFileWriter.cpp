@@ -5,15 +5,17 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "core/ErrorManager.h"
 #include "core/Names.h"
+#include "formats/TypeElement.h"
+#include "formats/ValueTemplate.h"
+#include "formats/XMLTemplateWriter.h"
 #include "manager/TemplateManager.h"
+#include "platform/File.h"
 #include "schema/AttributeProperty.h"
 #include "schema/GeometryProperty.h"
 #include "schema/TemplateWalk.h"
 #include "types/Enumeration.h"
-#include "formats/TypeElement.h"
-#include "formats/ValueTemplate.h"
-#include "formats/XMLTemplateWriter.h"
 #include "xml/XMLWriter.h"
 
 namespace Kor {
@@ -289,6 +291,19 @@ void XMLTemplateFileWriter::WriteTemplates(const std::vector<const Type*>& types
         elements.SwitchPackage(*type);
         elements.WriteTemplate(*definition);
     }
+}
+
+bool XMLTemplateFileWriter::Save(TemplateManager& manager, const char* fileName,
+                                 const char* output) {
+    const char* path = output ? output : fileName;
+    const auto file = OutputFile::Create(path);
+    if (file && XMLTemplateFileWriter(manager, fileName).Write(*file) && file->Commit()) {
+        manager.AddLoadedFile(fileName);
+        return true;
+    }
+    if (ErrorManager* errors = ErrorManager::Get())
+        errors->AddErrorItem(kError, path, -1, "Unable to open file for writing");
+    return false;
 }
 
 bool XMLTemplateFileWriter::Write(ByteSink& sink) const {

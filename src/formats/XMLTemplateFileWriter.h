@@ -21,6 +21,10 @@ class XMLTemplateFileWriter {
 public:
     XMLTemplateFileWriter(const TemplateManager& manager, std::string_view fileName);
 
+    /// Writes all definitions of a file to `output`, or to the file itself without one. Failures
+    /// are reported to the ErrorManager.
+    static bool Save(TemplateManager& manager, const char* fileName, const char* output);
+
     /// False when the sink failed.
     bool Write(ByteSink& sink) const;
 

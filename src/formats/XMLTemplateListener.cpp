@@ -4,10 +4,10 @@
 
 #include "core/IErrorListener.h"
 #include "core/Names.h"
+#include "formats/AttributeTexts.h"
+#include "formats/Quoted.h"
 #include "manager/TemplateManager.h"
 #include "schema/ViewItem.h"
-#include "formats/Quoted.h"
-#include "formats/AttributeTexts.h"
 #include "xml/XMLParser.h"
 
 namespace Kor {

@@ -4,11 +4,11 @@
 
 #include "core/Names.h"
 #include "core/NumberText.h"
+#include "formats/AttributeTexts.h"
+#include "formats/Quoted.h"
 #include "manager/TemplateManager.h"
 #include "schema/AnchorProperty.h"
 #include "schema/GeometryProperty.h"
-#include "formats/Quoted.h"
-#include "formats/AttributeTexts.h"
 #include "xml/XMLParser.h"
 
 namespace Kor {

@@ -4,13 +4,13 @@
 
 #include "core/Names.h"
 #include "core/Undo.h"
+#include "formats/AttributeTexts.h"
+#include "formats/Quoted.h"
 #include "instances/Asset.h"
 #include "manager/TemplateManager.h"
 #include "notify/NotificationManager.h"
 #include "schema/AttributeProperty.h"
 #include "types/CustomType.h"
-#include "formats/Quoted.h"
-#include "formats/AttributeTexts.h"
 
 namespace Kor {
 

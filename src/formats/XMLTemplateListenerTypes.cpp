@@ -3,9 +3,9 @@
 #include "formats/XMLTemplateListener.h"
 
 #include "core/NumberText.h"
+#include "formats/Quoted.h"
 #include "manager/TemplateManager.h"
 #include "types/Enumeration.h"
-#include "formats/Quoted.h"
 #include "xml/XMLParser.h"
 
 namespace Kor {

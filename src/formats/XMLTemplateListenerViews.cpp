@@ -3,10 +3,10 @@
 #include "formats/XMLTemplateListener.h"
 
 #include "core/Undo.h"
+#include "formats/AttributeTexts.h"
+#include "formats/Quoted.h"
 #include "manager/TemplateManager.h"
 #include "schema/ViewProperty.h"
-#include "formats/Quoted.h"
-#include "formats/AttributeTexts.h"
 
 namespace Kor {
 

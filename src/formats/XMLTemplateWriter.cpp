@@ -1,14 +1,15 @@
+#include "formats/Texts.h"
 #include "formats/XMLTemplateWriter.h"
 
 #include <algorithm>
 #include <cstring>
 #include <string>
 
+#include "formats/TypeElement.h"
+#include "formats/VersionOrder.h"
 #include "manager/TemplateManager.h"
 #include "schema/Template.h"
 #include "types/Enumeration.h"
-#include "formats/TypeElement.h"
-#include "formats/VersionOrder.h"
 #include "xml/XMLWriter.h"
 
 namespace Kor {
@@ -79,6 +80,17 @@ void XMLTemplateWriter::EndObject(bool dropsComment) {
 }
 
 // -- types ----------------------------------------------------------------------------------------
+
+void XMLTemplateWriter::WriteAny(const Type& type) {
+    if (const auto* item = ObjectCast<EnumerationItem>(&type))
+        WriteItem(*item);
+    else if (const auto* enumeration = ObjectCast<Enumeration>(&type))
+        WriteEnumeration(*enumeration);
+    else if (const auto* definition = ObjectCast<Template>(&type))
+        WriteTemplate(*definition);
+    else
+        WriteType(type);
+}
 
 void XMLTemplateWriter::WriteType(const Type& type) {
     StartObject(type, "type");
@@ -192,11 +204,11 @@ void XMLTemplateWriter::WriteInOneElement(const std::vector<VersionStep>& steps,
     const bool copiedTexts = HaveSameTexts(first, latest);
     StartTemplate(latest);
     if (copiedTexts)
-        first.NamedObject::WriteToXML(writer_);
+        WriteTexts(first, writer_);
     for (const VersionStep& step : steps)
         WriteStep(step);
     if (!copiedTexts)
-        first.NamedObject::WriteToXML(writer_);
+        WriteTexts(first, writer_);
     WriteViews(versions);
     EndObject(false);
 }
@@ -211,12 +223,12 @@ void XMLTemplateWriter::WriteVersionByVersion(const std::vector<VersionStep>& st
         WriteStep(step);
         if (step.version->GetVersion() <= highest->GetVersion())
             continue;
-        highest->NamedObject::WriteToXML(writer_);
+        WriteTexts(*highest, writer_);
         EndObject(false);
         highest = step.version;
         StartTemplate(*highest);
     }
-    highest->NamedObject::WriteToXML(writer_);
+    WriteTexts(*highest, writer_);
     WriteViews(versions);
     EndObject(false);
 }

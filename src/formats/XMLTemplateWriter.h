@@ -44,6 +44,9 @@ public:
     /// Makes a template known that what follows refers to, before its own definition.
     void DeclareTemplate(const Template& type);
 
+    /// A type of any kind, by one of those that follow.
+    void WriteAny(const Type& type);
+
     /// A type made from another one; an enumeration with its items; one item.
     void WriteType(const Type& type);
     void WriteEnumeration(const Enumeration& enumeration);

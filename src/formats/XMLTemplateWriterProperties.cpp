@@ -2,13 +2,14 @@
 
 #include <string>
 
+#include "formats/Texts.h"
+#include "formats/ValueTemplate.h"
+#include "formats/XMLTemplateWriter.h"
 #include "instances/Asset.h"
 #include "schema/AnchorProperty.h"
 #include "schema/Command.h"
 #include "schema/GeometryProperty.h"
 #include "schema/Template.h"
-#include "formats/ValueTemplate.h"
-#include "formats/XMLTemplateWriter.h"
 #include "xml/XMLWriter.h"
 
 namespace Kor {
@@ -91,7 +92,7 @@ void XMLTemplateWriter::StartMember(const Property& property, const char* elemen
 }
 
 void XMLTemplateWriter::EndMember(const Property& property) {
-    property.NamedObject::WriteToXML(writer_);
+    WriteTexts(property, writer_);
     for (int i = 0; i < property.GetCommandCount(); ++i)
         WriteCommand(*property.GetCommandAt(i));
     EndObject(false);
@@ -139,7 +140,7 @@ void XMLTemplateWriter::WriteAncestor(const NodeProperty& node) {
 void XMLTemplateWriter::WriteGeometry(const GeometryProperty& geometry) {
     StartMember(geometry, "geometry");
     WriteVersion(geometry);
-    geometry.NamedObject::WriteToXML(writer_);
+    WriteTexts(geometry, writer_);
     for (int i = 0; i < geometry.GetAlternateCount(); ++i)
         WriteAlternate(*geometry.GetAlternateAt(i));
     for (int i = 0; i < geometry.GetCommandCount(); ++i)

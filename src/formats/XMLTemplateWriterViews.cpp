@@ -2,11 +2,12 @@
 
 #include <vector>
 
+#include "formats/Texts.h"
+#include "formats/XMLTemplateWriter.h"
 #include "schema/LOD.h"
 #include "schema/Property.h"
 #include "schema/Template.h"
 #include "schema/ViewProperty.h"
-#include "formats/XMLTemplateWriter.h"
 #include "xml/XMLWriter.h"
 
 namespace Kor {
@@ -45,7 +46,7 @@ void XMLTemplateWriter::WriteView(const View& view, const Template* owner) {
         if (owner->GetVersion() != 1)
             writer_.WriteAttribute("version", owner->GetVersion());
     }
-    view.NamedObject::WriteToXML(writer_);
+    WriteTexts(view, writer_);
     WriteItems(view);
 }
 
@@ -57,7 +58,7 @@ bool XMLTemplateWriter::StartViewItem(const ViewItem& item) {
         return false;
     StartObject(item, leaf ? "property" : "group");
     writer_.WriteAttribute("name", leaf ? leaf->GetProperty()->GetKey() : item.GetNameView());
-    item.NamedObject::WriteToXML(writer_);
+    WriteTexts(item, writer_);
     return true;
 }
 

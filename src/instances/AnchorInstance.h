@@ -18,7 +18,6 @@ public:
     bool ImplementsClass(int id) const override {
         return id == kClassId || NodeInstance::ImplementsClass(id);
     }
-    void WriteToXML(XMLWriter& writer) const override;
     void CopyFrom(const PropertyInstance& source) override;
 
     /// Stored without event or check.

@@ -1,21 +1,12 @@
 #include "instances/AssetManager.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <memory>
-#include <new>
 #include <utility>
 
-// A scene is read by the listener that fills it.
-#include "formats/XMLInstanceListener.h"
-
-#include "core/ErrorManager.h"
 #include "core/Names.h"
 #include "core/NumberText.h"
 #include "notify/NotificationManager.h"
-#include "platform/File.h"
-#include "xml/XMLParser.h"
-#include "xml/XMLWriter.h"
 
 namespace Kor {
 
@@ -30,14 +21,6 @@ void Announce(Asset* asset, int event, void* argument) {
 
 } // namespace
 
-std::string ForceSceneExtension(const char* path) {
-    std::string result(TextOf(path));
-    const size_t dot = result.rfind('.');
-    if (dot != std::string::npos && dot > 0)
-        result.erase(dot);
-    return result + ".asset";
-}
-
 // -- scenes ---------------------------------------------------------------------------------------
 
 bool AssetManager::NewScene() {
@@ -45,49 +28,6 @@ bool AssetManager::NewScene() {
     lowestFreeNumber_ = 1;
     SetDirty(false);
     return true;
-}
-
-bool AssetManager::LoadScene(const char* path) {
-    std::string fileName;
-    try {
-        fileName = ForceSceneExtension(path);
-        if (const auto file = InputFile::Open(fileName.c_str()))
-            return ReadScene(fileName.c_str(), *file);
-    } catch (const std::bad_alloc&) {
-        if (ErrorManager* errors = ErrorManager::Get())
-            errors->ReportOutOfMemory(fileName.empty() ? TextOf(path) : fileName);
-        return false;
-    }
-    std::fprintf(stderr, "Unable to open file '%s'\n", fileName.c_str());
-    return false;
-}
-
-bool AssetManager::ReadScene(const char* sourceName, ByteSource& source) {
-    XMLParser parser;
-    XMLInstanceListener listener(parser);
-    parser.SetXMLListener(&listener);
-    parser.SetErrorListener(ErrorManager::Get());
-    return parser.Parse(sourceName, source);
-}
-
-bool AssetManager::SaveScene(const char* path) {
-    const std::string fileName = ForceSceneExtension(path);
-    const auto file = OutputFile::Create(fileName.c_str());
-    if (file && WriteScene(*file) && file->Commit())
-        return true;
-    if (ErrorManager* errors = ErrorManager::Get())
-        errors->AddErrorItem(kError, fileName.c_str(), -1, "Unable to open file for writing");
-    return false;
-}
-
-bool AssetManager::WriteScene(ByteSink& sink) {
-    XMLWriter writer;
-    writer.Open(sink, true);
-    writer.StartElement("assets");
-    for (const Asset* asset : GetAssets().Snapshot())
-        asset->WriteToXML(writer);
-    writer.EndElement();
-    return writer.Close();
 }
 
 // -- file references ------------------------------------------------------------------------------

@@ -8,24 +8,11 @@
 
 namespace Kor {
 
-class ByteSink;
-class ByteSource;
-
 /// The scene: its assets, its files, and how often assets refer to other files.
 class AssetManager : public AssetContainer, public Singleton<AssetManager> {
 public:
     /// Deletes every asset and clears the dirty flag; always true.
     virtual bool NewScene();
-
-    /// Reads a scene file (the extension is forced to "asset") into the current scene. A file that
-    /// cannot be opened is reported on the standard error stream alone.
-    virtual bool LoadScene(const char* path);
-    virtual bool ReadScene(const char* sourceName, ByteSource& source);
-
-    /// Writes the scene (the extension is forced to "asset"). The old file stays whole until the
-    /// new one is complete; failures are reported to the ErrorManager.
-    virtual bool SaveScene(const char* path);
-    virtual bool WriteScene(ByteSink& sink);
 
     /// True when the file was never referenced before; then "ReferenceFile" was sent. A file that
     /// was let go stays in the table, so that it is announced once only.
@@ -67,10 +54,5 @@ private:
     std::map<std::string, FileUse> fileReferences_;
     int lowestFreeNumber_ = 1; // all lower numbers are in use as Asset1, Asset2, ...
 };
-
-/// The path of a scene file: whatever follows the last "." becomes "asset", also where that dot
-/// belongs to a directory, since a path is a plain text until a file is touched. A dot at the very
-/// start does not count.
-std::string ForceSceneExtension(const char* path);
 
 } // namespace Kor

@@ -10,7 +10,6 @@
 #include "notify/NotificationManager.h"
 #include "schema/AttributeProperty.h"
 #include "schema/Template.h"
-#include "xml/XMLWriter.h"
 
 namespace Kor {
 
@@ -257,19 +256,6 @@ void AttributeInstance::SetBinding(std::string_view binding) {
 }
 
 // -- as every kind --------------------------------------------------------------------------------
-
-void AttributeInstance::OpenInXML(XMLWriter& writer) const {
-    writer.StartElement("attribute");
-    writer.WriteAttribute("property", GetKey());
-    writer.WriteAttribute("binding", binding_.View());
-}
-
-void AttributeInstance::WriteToXML(XMLWriter& writer) const {
-    OpenInXML(writer);
-    if (value_)
-        value_.GetType()->WriteValueToXML(value_.Get(), dimension_, writer);
-    writer.EndElement();
-}
 
 int AttributeInstance::GetBinarySize() const {
     return GetProperty()->GetValueSize();

@@ -35,6 +35,7 @@ public:
 
     /// The value block as it is, perhaps null.
     const void* GetStoredValue() const { return value_.Get(); }
+    const Type* GetStoredType() const { return value_ ? value_.GetType() : nullptr; }
 
     /// Announces and stores a copy of the block, which may be the attribute's own. Does nothing
     /// without a type.
@@ -69,16 +70,12 @@ public:
     // -- binding --------------------------------------------------------------------------------
 
     const char* GetBinding() const { return binding_.CStr(); }
+    std::string_view GetBindingView() const { return binding_.View(); }
 
     /// Announces the binding, then stores it as it was given.
     void SetBinding(std::string_view binding);
 
     // -- as every kind --------------------------------------------------------------------------
-
-    void WriteToXML(XMLWriter& writer) const override;
-
-    /// The start tag with what stands in front of the value, without the end.
-    void OpenInXML(XMLWriter& writer) const;
 
     int GetBinarySize() const override;
     int GetPadding(int offset) const override;

@@ -9,7 +9,6 @@
 #include "core/Ending.h"
 #include "core/Undo.h"
 #include "instances/Instance.h"
-#include "xml/XMLWriter.h"
 
 namespace Kor {
 
@@ -102,50 +101,6 @@ void GeometryInstance::SetNodeInstanceAt(int index, NodeInstance* node) {
 void GeometryInstance::ForgetNodeInstance(NodeInstance& node) {
     std::replace(nodes_.begin(), nodes_.end(), &node, static_cast<NodeInstance*>(nullptr));
     node.SetGeometry(nullptr);
-}
-
-void GeometryInstance::WriteToXML(XMLWriter& writer) const {
-    writer.StartElement("geometry");
-    writer.WriteAttribute("property", GetKey());
-    const bool byPlace = NodesGoByPlace();
-    for (int i = 0; i < GetNodeInstanceCount(); ++i) {
-        const NodeInstance* node = GetNodeInstanceAt(i);
-        const auto* alternate = byPlace ? GetGeometryProperty().GetAlternateAt(i)
-                                : node  ? ObjectCast<GeometryAlternate>(node->GetProperty())
-                                        : nullptr;
-        if (!node || !alternate || !alternate->GetLOD())
-            continue;
-        writer.StartElement("alternate");
-        writer.WriteAttribute("lod", alternate->GetLOD()->GetNameView());
-        writer.WriteAttribute("binding", std::string_view(node->GetBinding()));
-        writer.EndElement();
-    }
-    writer.EndElement();
-}
-
-/// What nearly all are: as they were made.
-bool GeometryInstance::EachGoesByItsPlace(const GeometryProperty& property) const {
-    for (int i = 0; i < GetNodeInstanceCount(); ++i) {
-        const NodeInstance* node = nodes_[static_cast<size_t>(i)];
-        if (!node || node->GetProperty() != property.GetAlternateAt(i))
-            return false;
-    }
-    return true;
-}
-
-/// Nodes stand for the level of their own alternate, wherever a renaming of levels has moved that
-/// since. Where the host has put in a node of something else, or two of one alternate, not all of
-/// them can: then the place decides, as it does in reading.
-bool GeometryInstance::NodesGoByPlace() const {
-    const GeometryProperty& property = GetGeometryProperty();
-    if (property.GetAlternateCount() != GetNodeInstanceCount() || EachGoesByItsPlace(property))
-        return false;
-    std::unordered_set<const Property*> free;
-    for (int i = 0; i < property.GetAlternateCount(); ++i)
-        free.insert(property.GetAlternateAt(i));
-    return std::any_of(nodes_.begin(), nodes_.end(), [&free](const NodeInstance* node) {
-        return node && free.erase(node->GetProperty()) == 0;
-    });
 }
 
 int GeometryInstance::GetBinarySize() const {

@@ -37,8 +37,6 @@ public:
     /// Called by a node instance that dies or moves: its place is empty then.
     void ForgetNodeInstance(NodeInstance& node);
 
-    void WriteToXML(XMLWriter& writer) const override;
-
     /// The sum of the node instances' sizes; 0 when one of them has none.
     int GetBinarySize() const override;
 
@@ -61,8 +59,6 @@ private:
     static void DeleteNode(NodeInstance* node);
 
     void DeleteNodes();
-    bool EachGoesByItsPlace(const GeometryProperty& property) const;
-    bool NodesGoByPlace() const;
     bool StandsInsideOf(const NodeInstance* node) const;
 
     std::vector<NodeInstance*> nodes_; // owned

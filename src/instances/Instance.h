@@ -37,7 +37,6 @@ public:
     bool SetName(const char* name) override;
 
     /// Writes the instance and all that is nested in its values.
-    void WriteToXML(XMLWriter& writer) const override;
 
     // -- templates ------------------------------------------------------------------------------
 

@@ -1,7 +1,6 @@
 #include "instances/NodeInstance.h"
 
 #include "instances/GeometryInstance.h"
-#include "xml/XMLWriter.h"
 
 namespace Kor {
 
@@ -13,12 +12,6 @@ void NodeInstance::Leave() noexcept {
 void NodeInstance::LeaveGeometry() noexcept {
     if (geometry_)
         geometry_->ForgetNodeInstance(*this);
-}
-
-void NodeInstance::WriteToXML(XMLWriter& writer) const {
-    writer.StartElement("node");
-    writer.WriteAttribute("property", GetKey());
-    writer.EndElement();
 }
 
 } // namespace Kor

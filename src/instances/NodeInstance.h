@@ -24,7 +24,6 @@ public:
     }
 
     /// Without the binding: a file may bring one, but only those of anchors are saved.
-    void WriteToXML(XMLWriter& writer) const override;
     bool IsValid() const override { return *GetBinding() != '\0'; }
 
     /// The geometry that owns this node instance; null when an instance or the host does.

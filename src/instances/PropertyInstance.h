@@ -51,7 +51,6 @@ public:
     // -- what the kinds supply ------------------------------------------------------------------
 
     /// As an element of a scene file.
-    void WriteToXML(XMLWriter& writer) const override = 0;
 
     /// The size of the packed value as the property's type counts it.
     virtual int GetBinarySize() const = 0;

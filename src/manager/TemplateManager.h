@@ -146,9 +146,6 @@ public:
     /// when the last object handled was deleted.
     virtual bool UnloadTemplateFile(std::string_view path);
 
-    /// Writes all definitions of a file to `output`, or to the file itself without one.
-    virtual bool SaveTemplateFile(const char* fileName, const char* output);
-
     /// Enters a file as loaded, or takes that back.
     virtual void AddLoadedFile(std::string_view path);
     virtual void RemoveLoadedFile(std::string_view path);

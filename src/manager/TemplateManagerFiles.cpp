@@ -7,15 +7,12 @@
 // Instances that outlive their values let go of a schema before it goes.
 #include "instances/AbandonedInstances.h"
 
-// What stands in a file and in which order is for its writer to say.
-#include "formats/XMLTemplateFileWriter.h"
-
 #include "core/ErrorManager.h"
 #include "core/Names.h"
 #include "manager/OuterReferences.h"
 #include "manager/TemplateManager.h"
-#include "manager/TypeGroup.h"
 #include "manager/TemplateReading.h"
+#include "manager/TypeGroup.h"
 #include "platform/File.h"
 
 namespace Kor {
@@ -135,18 +132,6 @@ std::vector<Type*> TemplateManager::GetDefinitionsToUnload(std::string_view path
     std::stable_sort(found.begin(), found.end(),
                      [&rank](const Type* a, const Type* b) { return rank(a) < rank(b); });
     return found;
-}
-
-bool TemplateManager::SaveTemplateFile(const char* fileName, const char* output) {
-    const char* path = output ? output : fileName;
-    const auto file = OutputFile::Create(path);
-    if (file && XMLTemplateFileWriter(*this, fileName).Write(*file) && file->Commit()) {
-        AddLoadedFile(fileName);
-        return true;
-    }
-    if (ErrorManager* errors = ErrorManager::Get())
-        errors->AddErrorItem(kError, path, -1, "Unable to open file for writing");
-    return false;
 }
 
 } // namespace Kor

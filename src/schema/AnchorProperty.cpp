@@ -3,17 +3,10 @@
 // A property makes its own value side; the instances' headers know the schema, not the reverse.
 #include "instances/AnchorInstance.h"
 
-// A property writes its own declaration, whose form the writer of template files knows.
-#include "formats/XMLTemplateWriter.h"
-
 namespace Kor {
 
 std::unique_ptr<Object> AnchorProperty::Clone() const {
     return std::unique_ptr<Object>(new AnchorProperty(*this));
-}
-
-void AnchorProperty::WriteToXML(XMLWriter& writer) const {
-    XMLTemplateWriter(writer).WriteAnchor(*this);
 }
 
 std::unique_ptr<PropertyInstance> AnchorProperty::CreateInstance(Instance& instance) {

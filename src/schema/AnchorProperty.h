@@ -21,7 +21,6 @@ public:
         return id == kClassId || NodeProperty::ImplementsClass(id);
     }
     std::unique_ptr<Object> Clone() const override;
-    void WriteToXML(XMLWriter& writer) const override;
     std::unique_ptr<PropertyInstance> CreateInstance(Instance& instance) override;
 
     bool IsChild() const { return child_; }

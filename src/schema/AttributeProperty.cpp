@@ -5,9 +5,6 @@
 // A property makes its own value side; the instances' headers know the schema, not the reverse.
 #include "instances/AttributeInstance.h"
 
-// A property writes its own declaration, whose form the writer of template files knows.
-#include "formats/XMLTemplateWriter.h"
-
 #include "schema/Template.h"
 #include "types/CustomType.h"
 #include "types/Type.h"
@@ -46,10 +43,6 @@ void AttributeProperty::Leave() noexcept {
 
 std::unique_ptr<Object> AttributeProperty::Clone() const {
     return std::unique_ptr<Object>(new AttributeProperty(*this));
-}
-
-void AttributeProperty::WriteToXML(XMLWriter& writer) const {
-    XMLTemplateWriter(writer).WriteAttribute(*this);
 }
 
 /// How often this property alone keeps its type in use: its values do, too.

@@ -24,7 +24,6 @@ public:
         return id == kClassId || Property::ImplementsClass(id);
     }
     std::unique_ptr<Object> Clone() const override;
-    void WriteToXML(XMLWriter& writer) const override;
 
     Type* GetType() const { return type_.Get(); }
 

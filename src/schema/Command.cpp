@@ -2,9 +2,6 @@
 
 #include <algorithm>
 
-// A command writes its own declaration, whose form the writer of template files knows.
-#include "formats/XMLTemplateWriter.h"
-
 #include "core/Names.h"
 #include "schema/Property.h"
 
@@ -33,10 +30,6 @@ void Command::RemoveLister(Property* lister) {
     listers_.TakeOut(lister);
     if (listers_.empty())
         EndUnlisted();
-}
-
-void Command::WriteToXML(XMLWriter& writer) const {
-    XMLTemplateWriter(writer).WriteCommand(*this);
 }
 
 } // namespace Kor

@@ -29,7 +29,6 @@ public:
     std::unique_ptr<Object> Clone() const override {
         return std::unique_ptr<Object>(new Command(*this));
     }
-    void WriteToXML(XMLWriter& writer) const override;
 
     /// The properties that list the command follow its new name.
     bool SetName(const char* name) override;

@@ -1,8 +1,5 @@
 #include "schema/GeometryAlternate.h"
 
-// An alternate writes its own declaration, whose form the writer of template files knows.
-#include "formats/XMLTemplateWriter.h"
-
 #include "core/Undo.h"
 #include "schema/GeometryProperty.h"
 #include "schema/Template.h"
@@ -35,10 +32,6 @@ void GeometryAlternate::Leave() noexcept {
 
 std::unique_ptr<Object> GeometryAlternate::Clone() const {
     return std::unique_ptr<Object>(new GeometryAlternate(*this));
-}
-
-void GeometryAlternate::WriteToXML(XMLWriter& writer) const {
-    XMLTemplateWriter(writer).WriteAlternate(*this);
 }
 
 std::string_view GeometryAlternate::GetKey() const {

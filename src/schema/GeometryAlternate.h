@@ -29,7 +29,6 @@ public:
         return id == kClassId || NodeProperty::ImplementsClass(id);
     }
     std::unique_ptr<Object> Clone() const override;
-    void WriteToXML(XMLWriter& writer) const override;
 
     /// The level's key, also when the level is renamed.
     std::string_view GetKey() const override;

@@ -8,9 +8,6 @@
 // A property makes its own value side; the instances' headers know the schema, not the reverse.
 #include "instances/GeometryInstance.h"
 
-// A property writes its own declaration, whose form the writer of template files knows.
-#include "formats/XMLTemplateWriter.h"
-
 #include "core/Undo.h"
 
 namespace Kor {
@@ -63,10 +60,6 @@ bool GeometryProperty::SharesLeftType() const {
 
 std::unique_ptr<Object> GeometryProperty::Clone() const {
     return std::unique_ptr<Object>(new GeometryProperty(*this));
-}
-
-void GeometryProperty::WriteToXML(XMLWriter& writer) const {
-    XMLTemplateWriter(writer).WriteGeometry(*this);
 }
 
 void GeometryProperty::AppendCopy(const GeometryAlternate& source) {

@@ -20,7 +20,6 @@ public:
         return id == kClassId || Property::ImplementsClass(id);
     }
     std::unique_ptr<Object> Clone() const override;
-    void WriteToXML(XMLWriter& writer) const override;
 
     /// The index, or the complement of the index of the alternate of that level that was
     /// overwritten.

@@ -6,9 +6,6 @@
 #include <unordered_set>
 #include <utility>
 
-// A group writes its own declaration, whose form the writer of template files knows.
-#include "formats/XMLTemplateWriter.h"
-
 #include "core/Ending.h"
 #include "core/MakeRoom.h"
 #include "schema/View.h"
@@ -66,10 +63,6 @@ std::unique_ptr<Object> Group::Clone() const {
     std::unique_ptr<Group> copy(new Group(*this));
     copy->CopyItems(*this);
     return copy;
-}
-
-void Group::WriteToXML(XMLWriter& writer) const {
-    XMLTemplateWriter(writer).WriteViewItem(*this);
 }
 
 /// Whether this group stands somewhere inside the item.

@@ -22,7 +22,6 @@ public:
 
     /// The copy has a tree of its own.
     std::unique_ptr<Object> Clone() const override;
-    void WriteToXML(XMLWriter& writer) const override;
 
     /// Inserts before a position; below 0 or past the end: at the end. An item may be added twice.
     /// A group that contains this one is not added.

@@ -5,9 +5,6 @@
 // The registry of levels is sorted by name: only the manager can follow a change.
 #include "manager/TemplateManager.h"
 
-// A level writes its own declaration, whose form the writer of template files knows.
-#include "formats/XMLTemplateWriter.h"
-
 #include "core/Names.h"
 #include "schema/GeometryAlternate.h"
 
@@ -51,10 +48,6 @@ bool LOD::SetName(const char* name) {
     if (registered)
         TemplateManager::Get()->ListLOD(*this);
     return true;
-}
-
-void LOD::WriteToXML(XMLWriter& writer) const {
-    XMLTemplateWriter(writer).WriteLOD(*this);
 }
 
 const char* LOD::GetTypeName() const {

@@ -32,7 +32,6 @@ public:
     std::unique_ptr<Object> Clone() const override {
         return std::unique_ptr<Object>(new LOD(*this));
     }
-    void WriteToXML(XMLWriter& writer) const override;
 
     /// The manager's registry and the geometries that list alternates of the level follow its new
     /// name.

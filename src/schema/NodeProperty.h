@@ -18,7 +18,6 @@ public:
         return id == kClassId || AttributeProperty::ImplementsClass(id);
     }
     std::unique_ptr<Object> Clone() const override;
-    void WriteToXML(XMLWriter& writer) const override;
     std::unique_ptr<PropertyInstance> CreateInstance(Instance& instance) override;
 
     const char* GetAncestor() const { return ancestor_.CStr(); }

@@ -8,15 +8,12 @@
 // The root, to which templates without parents fall back, is the manager's.
 #include "manager/TemplateManager.h"
 
-// A template writes its own declaration, whose form the writer of template files knows.
-#include "formats/XMLTemplateWriter.h"
-
 #include "core/Ending.h"
+#include "core/Kept.h"
 #include "core/MakeRoom.h"
 #include "core/Names.h"
 #include "core/Undo.h"
 #include "schema/SchemaHistory.h"
-#include "core/Kept.h"
 #include "schema/SchemaRevision.h"
 #include "schema/TemplateLinks.h"
 #include "schema/TemplateWalk.h"
@@ -84,10 +81,6 @@ void Template::Redeclare(std::string_view name, std::string_view packageName, Ty
     Type::Redeclare(name, packageName, base);
     SetLatestVersion(1);
     SetVersion(1);
-}
-
-void Template::WriteToXML(XMLWriter& writer) const {
-    XMLTemplateWriter(writer).WriteTemplate(*this);
 }
 
 // -- key and version ------------------------------------------------------------------------------

@@ -39,7 +39,6 @@ public:
     /// A copy with the parents of this template and copies of its properties in name order. Its
     /// views, listed for each version by itself, and its children, which extend it, stay with it.
     std::unique_ptr<Object> Clone() const override;
-    void WriteToXML(XMLWriter& writer) const override;
 
     // -- key and version ------------------------------------------------------------------------
 
@@ -282,8 +281,6 @@ public:
     /// What stands in front of a packed value of variable length: padding, and behind it the count
     /// (other types write theirs to the first bytes). Nothing where the dimension is fixed.
     void WriteCountToBinary(int count, BinaryPacker& packer) const;
-
-    void WriteValueToXML(const void* value, int count, XMLWriter& writer) const override;
 
     // -- kept for Property, View and the walks --------------------------------------------------
 

@@ -171,11 +171,4 @@ int Template::WriteValueToBinary(const void* value, int count, void* buffer, int
     return packer.GetPosition();
 }
 
-void Template::WriteValueToXML(const void* value, int count, XMLWriter& writer) const {
-    for (int i = 0; i < count; ++i) {
-        if (const Instance* instance = At(value, i))
-            instance->WriteToXML(writer);
-    }
-}
-
 } // namespace Kor

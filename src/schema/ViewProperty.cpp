@@ -1,8 +1,5 @@
 #include "schema/ViewProperty.h"
 
-// A view property writes its own declaration, whose form the writer of template files knows.
-#include "formats/XMLTemplateWriter.h"
-
 #include "schema/Property.h"
 
 namespace Kor {
@@ -22,10 +19,6 @@ void ViewProperty::Leave() noexcept {
 
 std::unique_ptr<Object> ViewProperty::Clone() const {
     return std::unique_ptr<Object>(new ViewProperty(*this));
-}
-
-void ViewProperty::WriteToXML(XMLWriter& writer) const {
-    XMLTemplateWriter(writer).WriteViewItem(*this);
 }
 
 void ViewProperty::SetProperty(Property* property) {

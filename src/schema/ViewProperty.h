@@ -24,7 +24,6 @@ public:
 
     /// The copy refers to the same property.
     std::unique_ptr<Object> Clone() const override;
-    void WriteToXML(XMLWriter& writer) const override;
 
     void Leave() noexcept override;
 

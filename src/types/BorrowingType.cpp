@@ -72,9 +72,4 @@ int BorrowingType::WriteValueToBinary(const void* value, int count, void* buffer
     return carrier ? carrier->WriteValueToBinary(value, count, buffer, bufferSize) : 0;
 }
 
-void BorrowingType::WriteValueToXML(const void* value, int count, XMLWriter& writer) const {
-    if (const Type* carrier = FollowCarriers())
-        carrier->WriteValueToXML(value, count, writer);
-}
-
 } // namespace Kor

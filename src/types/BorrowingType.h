@@ -27,7 +27,6 @@ public:
     int GetValueFromString(const char* text, void* value, int index) const override;
     int WriteValueToBinary(const void* value, int count, void* buffer,
                            int bufferSize) const override;
-    void WriteValueToXML(const void* value, int count, XMLWriter& writer) const override;
 
     Type* GetValueCarrier() const override { return GetBaseType(); }
 

@@ -8,9 +8,6 @@
 // An item that is registered as a plain type as well is the manager's.
 #include "manager/TemplateManager.h"
 
-// An enumeration writes its own declaration, whose form the writer of template files knows.
-#include "formats/XMLTemplateWriter.h"
-
 #include "core/Ending.h"
 #include "core/Undo.h"
 
@@ -55,10 +52,6 @@ void Enumeration::DeleteItems() {
 
 std::unique_ptr<Object> Enumeration::Clone() const {
     return std::unique_ptr<Object>(new Enumeration(*this));
-}
-
-void Enumeration::WriteToXML(XMLWriter& writer) const {
-    XMLTemplateWriter(writer).WriteEnumeration(*this);
 }
 
 int Enumeration::AddItem(EnumerationItem* item) {

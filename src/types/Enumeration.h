@@ -23,7 +23,6 @@ public:
 
     /// The copy has items of its own.
     std::unique_ptr<Object> Clone() const override;
-    void WriteToXML(XMLWriter& writer) const override;
 
     /// Takes the item over. An item of the same name is overwritten: it is not deleted, since a
     /// host may hold it, and belongs to the caller. The result is then the complement of its index.

@@ -1,8 +1,5 @@
 #include "types/EnumerationItem.h"
 
-// An item writes its own declaration, whose form the writer of template files knows.
-#include "formats/XMLTemplateWriter.h"
-
 #include "types/Enumeration.h"
 
 namespace Kor {
@@ -28,10 +25,6 @@ EnumerationItem::EnumerationItem(const EnumerationItem& other)
 
 std::unique_ptr<Object> EnumerationItem::Clone() const {
     return std::unique_ptr<Object>(new EnumerationItem(*this));
-}
-
-void EnumerationItem::WriteToXML(XMLWriter& writer) const {
-    XMLTemplateWriter(writer).WriteItem(*this);
 }
 
 const void* EnumerationItem::GetValueOfStorage(const Type* storage) const {

@@ -22,7 +22,6 @@ public:
         return id == kClassId || BorrowingType::ImplementsClass(id);
     }
     std::unique_ptr<Object> Clone() const override;
-    void WriteToXML(XMLWriter& writer) const override;
 
     const void* GetValue() const { return value_.Get(); }
 

@@ -8,13 +8,9 @@
 // A schema whose manager is gone learns that one of its types is ended before.
 #include "manager/RetiredSchema.h"
 
-// A type writes its own declaration, whose form the writer of template files knows.
-#include "formats/XMLTemplateWriter.h"
-
 #include "core/Ending.h"
 #include "core/Names.h"
 #include "core/Undo.h"
-#include "xml/XMLWriter.h"
 
 namespace Kor {
 
@@ -206,28 +202,6 @@ bool Type::RefersTo(const Type* other, const char* fileName) const {
     if (other != this && (!other || other != GetBaseType()))
         return false;
     return !fileName || !EqualsIgnoreCase(fileName_, fileName);
-}
-
-void Type::WriteToXML(XMLWriter& writer) const {
-    XMLTemplateWriter(writer).WriteType(*this);
-}
-
-void Type::WriteValueToXML(const void* value, int count, XMLWriter& writer) const {
-    if (count < 1 || !value)
-        return;
-    std::string text; // of an 8-bit integer the character, which need not read back
-    if (count == 1) {
-        GetValueAsString(value, text, 0);
-        writer.WriteAttribute("value", text);
-        return;
-    }
-    for (int i = 0; i < count; ++i) {
-        text.clear(); // text types append
-        GetValueAsString(value, text, i);
-        writer.StartElement("value");
-        writer.WriteText(text);
-        writer.EndElement();
-    }
 }
 
 std::string Type::GetReadableText(const void* value, int index) const {

@@ -35,7 +35,6 @@ public:
     bool SetName(const char* name) override;
 
     /// Writes the type's declaration.
-    void WriteToXML(XMLWriter& writer) const override;
 
     // -- identity -------------------------------------------------------------------------------
 
@@ -119,9 +118,6 @@ public:
     /// Packs elements into a buffer and returns the bytes used.
     virtual int WriteValueToBinary(const void* value, int count, void* buffer,
                                    int bufferSize) const = 0;
-
-    /// One element as an attribute of the open element, several as child elements.
-    virtual void WriteValueToXML(const void* value, int count, XMLWriter& writer) const;
 
     /// The type that holds this one's values where another does (a base type), else null.
     virtual Type* GetValueCarrier() const { return nullptr; }

@@ -197,7 +197,7 @@ class Fmt(TestCase):
         shutil.copytree(EXAMPLES, self.directory / "examples")
         schema = sample_schema(self.directory / "examples" / "schema")
         files = sorted((self.directory / "examples" / "schema").rglob("*.template"))
-        shown = [ovi("show", *schema, path).out for path in files]
+        shown = [self.show(*schema, path) for path in files]
         result = ovi("fmt", *schema, *files)
         for line in result.err.splitlines():
             self.assertRegex(line, r"warning: Formatting does not keep (this comment|the element)")
@@ -206,7 +206,12 @@ class Fmt(TestCase):
         for before, path in zip(shown, files):
             with self.subTest(file=path.name):
                 self.assertEqual(sorted(before.splitlines()),
-                                 sorted(ovi("show", *schema, path).out.splitlines()))
+                                 sorted(self.show(*schema, path).splitlines()))
+
+    def show(self, *arguments):
+        result = ovi("show", *arguments)
+        self.assertEqual((0, ""), (result.code, result.err))
+        return result.out
 
     def test_formats_the_sample_scenes_once_when_forced(self):
         shutil.copytree(EXAMPLES, self.directory / "examples")

@@ -7,6 +7,9 @@
 
 #include "api/SchemaDump.h"
 #include "core/ByteStreams.h"
+#include "formats/Texts.h"
+#include "formats/XMLSceneWriter.h"
+#include "formats/XMLTemplateWriter.h"
 #include "instances/AssetManager.h"
 #include "instances/AttributeInstance.h"
 #include "manager/TemplateManager.h"
@@ -118,7 +121,20 @@ std::string XMLOf(const Kor::NamedObject& object) {
     Kor::StringSink sink(1 << 20);
     Kor::XMLWriter writer;
     writer.Open(sink, false);
-    object.WriteToXML(writer);
+    Kor::XMLTemplateWriter schema(writer);
+    Kor::XMLSceneWriter scene(writer);
+    if (const auto* instance = Kor::ObjectCast<Kor::Instance>(&object))
+        scene.WriteInstance(*instance);
+    else if (const auto* member = Kor::ObjectCast<Kor::PropertyInstance>(&object))
+        scene.WritePropertyInstance(*member);
+    else if (const auto* type = Kor::ObjectCast<Kor::Type>(&object))
+        schema.WriteAny(*type);
+    else if (const auto* property = Kor::ObjectCast<Kor::Property>(&object))
+        schema.WriteWholeProperty(*property);
+    else if (const auto* item = Kor::ObjectCast<Kor::ViewItem>(&object))
+        schema.WriteViewItem(*item);
+    else
+        WriteTexts(object, writer);
     writer.Close();
     return sink.GetText();
 }

@@ -33,20 +33,6 @@ protected:
     static AssetManager& Scene() { return *AssetManager::Get(); }
 };
 
-/// A sink that takes so many bytes and then fails.
-class NarrowSink : public ByteSink {
-public:
-    explicit NarrowSink(size_t room) : room_(room) {}
-    bool Write(std::string_view bytes) override {
-        const bool fits = bytes.size() <= room_;
-        room_ -= fits ? bytes.size() : room_;
-        return fits;
-    }
-
-private:
-    size_t room_;
-};
-
 } // namespace
 
 TEST(AssetContainer, MakesAssetsUnderFreeValidNamesOnly) {
@@ -79,18 +65,6 @@ TEST(AssetContainer, ClearsWithoutTouchingTheDirtyFlag) {
     EXPECT_TRUE(container.IsDirty());
 }
 
-TEST(ForceSceneExtension, ReplacesWhatFollowsTheLastDot) {
-    EXPECT_EQ(ForceSceneExtension("level1.xml"), "level1.asset");
-    EXPECT_EQ(ForceSceneExtension("level1"), "level1.asset");
-    EXPECT_EQ(ForceSceneExtension("a.b.c"), "a.b.asset");
-    EXPECT_EQ(ForceSceneExtension("levels.old\\scene"), "levels.asset");
-    EXPECT_EQ(ForceSceneExtension(".hidden"), ".hidden.asset");
-    EXPECT_EQ(ForceSceneExtension("."), "..asset");
-    EXPECT_EQ(ForceSceneExtension(".."), "..asset");
-    EXPECT_EQ(ForceSceneExtension(""), ".asset");
-    EXPECT_EQ(ForceSceneExtension(nullptr), ".asset");
-}
-
 TEST_F(AssetManagerClassTest, CountsTheReferencesToAFile) {
     Asset asset("a");
     EXPECT_FALSE(Scene().UnreferenceFile(asset, "file"));
@@ -119,27 +93,4 @@ TEST_F(AssetManagerClassTest, LivesAsLongAsItIsUsed) {
     EXPECT_FALSE(AssetManager::Exists());
     EXPECT_EQ(Scene().GetAssetCount(), 0);
     Scene().Initialize();
-}
-
-TEST_F(AssetManagerClassTest, ReadsAndWritesAnyStream) {
-    MemorySource source("<?xml version='1.0'?><assets><asset name='b'/><asset name='a'/></assets>");
-    EXPECT_TRUE(Scene().ReadScene("memory", source));
-    StringSink sink;
-    EXPECT_TRUE(Scene().WriteScene(sink));
-    EXPECT_EQ(sink.GetText(), "<?xml version='1.0' encoding='UTF-8'?>\n<assets>"
-                              "\n\t<asset name='a'/>\n\t<asset name='b'/>\n</assets>");
-}
-
-TEST_F(AssetManagerClassTest, TellsWhenAStreamDoesNotTakeTheWholeScene) {
-    for (int i = 0; i < 5000; ++i)
-        Scene().NewAsset(nullptr);
-    StringSink whole;
-    ASSERT_TRUE(Scene().WriteScene(whole));
-    const size_t size = whole.GetText().size();
-    for (size_t room : {size_t(0), size_t(1), size / 2, size - 1}) {
-        NarrowSink narrow(room);
-        EXPECT_FALSE(Scene().WriteScene(narrow)) << room;
-    }
-    NarrowSink wide(size);
-    EXPECT_TRUE(Scene().WriteScene(wide));
 }

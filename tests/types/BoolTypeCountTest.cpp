@@ -2,11 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "core/ByteStreams.h"
-#include "core/ByteStreams.h"
-#include "types/IntType.h"
-#include "xml/XMLWriter.h"
-
 namespace Kor {
 namespace {
 
@@ -27,17 +22,6 @@ TEST(BoolType, IsValidWhenTheCountFitsTheDimension) {
 TEST(BoolType, FindsNoDifferenceInNoElements) {
     const unsigned char flag = 1;
     EXPECT_EQ(BoolType("One", 1, 1).CompareValues(nullptr, &flag, 0), 0);
-}
-
-TEST(IntType, IsWrittenToXMLAsItsCharacterWhenItHasEightBits) {
-    const std::uint8_t letter = 65;
-    StringSink sink;
-    XMLWriter writer;
-    writer.Open(sink, false);
-    writer.StartElement("e");
-    IntType<std::uint8_t>("UINT8", 1, 1).WriteValueToXML(&letter, 1, writer);
-    writer.Close();
-    EXPECT_EQ(sink.GetText(), "\n<e value='A'/>");
 }
 
 } // namespace
