@@ -33,7 +33,7 @@ build_preset coverage
 find "$rootDir/build/coverage" -name '*.gcda' -delete
 
 say "Testing"
-run_tests coverage || fail "the tests failed, so their coverage says nothing"
+run_sharded_tests coverage || fail "the tests failed, so their coverage says nothing"
 
 say "Coverage of src/"
 # The objects of the tests are read too: of an inline function, the linker keeps any one copy.

@@ -78,6 +78,18 @@ run_tests() {
     return "$result"
 }
 
+# The same for a build whose test programs run in parts; the totals count each of their cases.
+run_sharded_tests() {
+    local buildDir=$rootDir/build/$1 result=0
+    shift
+    rm -rf "$buildDir/totals.txt" "$buildDir/tests/results" "$buildDir/ctest.xml"
+    ctest --test-dir "$buildDir" --output-on-failure --no-tests=error --parallel "$jobs" \
+        --output-junit "$buildDir/ctest.xml" "$@" || result=$?
+    python3 "$rootDir/tests/support/totals.py" "$buildDir/ctest.xml" "$buildDir/tests/results" \
+        >"$buildDir/totals.txt" || result=1
+    return "$result"
+}
+
 # Reads ctest's summary. A skipped test is neither passed nor failed; it is counted apart.
 write_totals() {
     local log=$1 summary failed total skipped

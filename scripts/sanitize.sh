@@ -20,6 +20,6 @@ export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
 
 say "Testing with sanitizers"
 result=0
-run_tests asan "$@" || result=$?
+run_sharded_tests asan "$@" || result=$?
 sed 's/^/with sanitizers: /' "$rootDir/build/asan/totals.txt"
 exit "$result"

@@ -10,18 +10,11 @@ source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 
 buildDir=$rootDir/build/windows
 
-# Runs ctest and writes the totals, in which each case of a test program counts.
 run_tests_with_wine() {
-    local result=0
-    rm -rf "$buildDir/tests/results" "$buildDir/ctest.xml"
     # The first run makes Wine's own files, which tests side by side would both do.
     WINEDEBUG=-all WINEPREFIX=$buildDir/wine WINEPATH=Z:$buildDir \
         "$rootDir/tests/windows/wine.sh" "$buildDir/tools/ovi.exe" --version
-    ctest --test-dir "$buildDir" --output-on-failure --no-tests=error --parallel "$jobs" \
-        --output-junit "$buildDir/ctest.xml" "$@" || result=$?
-    python3 "$rootDir/tests/windows/totals.py" "$buildDir/ctest.xml" "$buildDir/tests/results" \
-        >"$buildDir/totals.txt" || result=1
-    return "$result"
+    run_sharded_tests windows "$@"
 }
 
 rm -f "$buildDir/totals.txt"

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Prints the totals of a test run under Wine: what failed, "N skipped" where there are any, then
+"""Prints the totals of a run whose test programs are run in parts: what failed, "N skipped" where there are any, then
 "N passed, N failed".
 
 usage: totals.py JUNIT_FILE RESULTS_DIRECTORY
