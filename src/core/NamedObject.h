@@ -29,7 +29,7 @@ public:
     /// The text by which sorted lists and lookups identify the object; here the name.
     virtual std::string_view GetKey() const { return GetNameView(); }
 
-    virtual const char* GetName() const { return nameAndTexts_.GetName().CStr(); }
+    const char* GetName() const { return nameAndTexts_.GetName().CStr(); }
 
     /// Takes the name and returns true when it passes the name rule; else changes nothing.
     virtual bool SetName(const char* name);

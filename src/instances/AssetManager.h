@@ -12,25 +12,25 @@ namespace Kor {
 class AssetManager : public AssetContainer, public Singleton<AssetManager> {
 public:
     /// Deletes every asset and clears the dirty flag; always true.
-    virtual bool NewScene();
+    bool NewScene();
 
     /// True when the file was never referenced before; then "ReferenceFile" was sent. A file that
     /// was let go stays in the table, so that it is announced once only.
-    virtual bool ReferenceFile(Asset& asset, std::string file);
+    bool ReferenceFile(Asset& asset, std::string file);
 
     /// Makes a place for a file in the table: referencing it then needs no memory.
     void MakeRoomForFile(const std::string& file) { fileReferences_.try_emplace(file); }
 
     /// True when this was the last reference; then "UnreferenceFile" was sent.
-    virtual bool UnreferenceFile(Asset& asset, const std::string& file);
+    bool UnreferenceFile(Asset& asset, const std::string& file);
 
     /// A new asset, announced; without a name the first free one of Asset1, Asset2, ... Null when
     /// the name is in use or breaks the name rule.
-    virtual Asset* NewAsset(const char* name);
+    Asset* NewAsset(const char* name);
 
     /// As AddAsset and RemoveAsset, announced.
-    virtual int AddAssetAndAnnounce(Asset* asset);
-    virtual int RemoveAssetAndAnnounce(Asset* asset);
+    int AddAssetAndAnnounce(Asset* asset);
+    int RemoveAssetAndAnnounce(Asset* asset);
 
 protected:
     void NoteFreedName(std::string_view name) override;

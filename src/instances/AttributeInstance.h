@@ -31,7 +31,7 @@ public:
 
     /// The value block, made from the property's default when there is none yet; null without a
     /// type.
-    virtual void* GetValue();
+    void* GetValue();
 
     /// The value block as it is, perhaps null.
     const void* GetStoredValue() const { return value_.Get(); }

@@ -36,71 +36,71 @@ public:
 
     /// The latest version of a template; version 1 alone while that is recycled. Null when version
     /// 1 or the latest version is missing.
-    virtual Template* GetTemplate(std::string_view name) const;
+    Template* GetTemplate(std::string_view name) const;
 
     /// Exactly that version, or null.
-    virtual Template* GetTemplateVersion(std::string_view name, unsigned version) const;
+    Template* GetTemplateVersion(std::string_view name, unsigned version) const;
 
     /// All versions that exist, ascending.
     std::vector<Template*> GetVersions(std::string_view name) const;
 
     /// All templates, each version, in key order.
-    virtual int GetTemplateCount() const { return templates_.GetCount(); }
-    virtual Template* GetTemplateAt(int index) const { return templates_.GetAt(index); }
+    int GetTemplateCount() const { return templates_.GetCount(); }
+    Template* GetTemplateAt(int index) const { return templates_.GetAt(index); }
 
     /// The template of that name, no longer recycled, or a new version 1. Null for an invalid name,
     /// and when version 1 exists while its latest version is missing: then version 1 has been
     /// replaced and is lost, which callers must expect.
-    virtual Template* CreateTemplate(std::string_view name);
+    Template* CreateTemplate(std::string_view name);
 
     /// The version, made as a copy of the nearest lower one when missing; null without any.
-    virtual Template* CreateTemplateVersion(std::string_view name, int version);
+    Template* CreateTemplateVersion(std::string_view name, int version);
 
     /// Adds the property to its own version and to all later ones up to the first that has a newer
     /// property of that name. Null when there is no such version; `refused` tells a property that
     /// its own version did not take.
-    virtual Template* AddPropertyFromVersion(std::string_view name, Property* property,
-                                             bool* refused = nullptr);
+    Template* AddPropertyFromVersion(std::string_view name, Property* property,
+                                     bool* refused = nullptr);
 
     /// Takes the property out of its version and of the later ones, up to the first that lacks it
     /// or has a newer one. Adding, which is for versions that lack it, stops at a newer one only.
-    virtual Template* RemovePropertyFromVersion(std::string_view name, Property* property);
+    Template* RemovePropertyFromVersion(std::string_view name, Property* property);
 
     /// Adds the parent to that version and to all later ones.
-    virtual Template* AddParentFromVersion(std::string_view name, int version, Template* parent);
+    Template* AddParentFromVersion(std::string_view name, int version, Template* parent);
 
     /// The list's result. A new template without parents gets the root as its parent.
-    virtual int AddTemplate(Template* added);
+    int AddTemplate(Template* added);
 
     /// Takes out the template or the one that has its key; -1 for the root, which stays.
-    virtual int RemoveTemplate(Template* removed);
+    int RemoveTemplate(Template* removed);
 
     /// The template "Object", from which all others descend.
-    virtual Template* GetRoot() const { return root_; }
+    Template* GetRoot() const { return root_; }
 
     /// The property of "Template.Property" or "Template#Version.Property", inherited ones included.
-    virtual Property* GetProperty(std::string_view fullName) const;
+    Property* GetProperty(std::string_view fullName) const;
 
     // -- enumerations and plain types -----------------------------------------------------------
 
     /// Enumerations by their full names, and the list's results.
-    virtual int GetEnumerationCount() const { return enumerations_.GetCount(); }
-    virtual Enumeration* GetEnumerationAt(int index) const { return enumerations_.GetAt(index); }
-    virtual Enumeration* GetEnumeration(std::string_view name) const;
-    virtual int AddEnumeration(Enumeration* enumeration);
-    virtual int RemoveEnumeration(Enumeration* enumeration);
+    int GetEnumerationCount() const { return enumerations_.GetCount(); }
+    Enumeration* GetEnumerationAt(int index) const { return enumerations_.GetAt(index); }
+    Enumeration* GetEnumeration(std::string_view name) const;
+    int AddEnumeration(Enumeration* enumeration);
+    int RemoveEnumeration(Enumeration* enumeration);
 
     /// A plain type by its full name; templates and enumerations are not found here.
-    virtual Type* GetType(std::string_view name) const { return types_.Get(name); }
-    virtual int GetTypeCount() const { return types_.GetCount(); }
-    virtual Type* GetTypeAt(int index) const { return types_.GetAt(index); }
+    Type* GetType(std::string_view name) const { return types_.Get(name); }
+    int GetTypeCount() const { return types_.GetCount(); }
+    Type* GetTypeAt(int index) const { return types_.GetAt(index); }
 
     /// The number of plain types, templates and enumerations of a file, whatever the case of its
     /// name; the first `capacity` of them, in that order, go to `found`.
-    virtual int GetTypesByFileName(std::string_view fileName, Type** found, int capacity) const;
+    int GetTypesByFileName(std::string_view fileName, Type** found, int capacity) const;
 
     /// The plain type, enumeration or template of that name with one of the prefixes.
-    virtual Type* ResolveType(std::string_view name, const UsingList& prefixes) const;
+    Type* ResolveType(std::string_view name, const UsingList& prefixes) const;
 
     /// Exactly that version of the template of that name with one of the prefixes.
     Template* ResolveTemplateVersion(std::string_view name, int version,
@@ -108,8 +108,8 @@ public:
 
     /// Adds or removes by class: a template, an enumeration, or a plain type. An enumeration's item
     /// is taken from its enumeration first.
-    virtual int AddType(Type* type);
-    virtual int RemoveType(Type* type);
+    int AddType(Type* type);
+    int RemoveType(Type* type);
 
     /// Calls a function with each template, enumeration and plain type that is registered.
     template <class Body> void ForEachType(const Body& body) const {
@@ -121,57 +121,55 @@ public:
     // -- levels of detail and anchor types (referenced, not owned) ------------------------------
 
     /// Both are sorted by name; adding and removing give the list's results.
-    virtual int GetLODCount() const { return lods_.GetCount(); }
-    virtual LOD* GetLODAt(int index) const { return lods_.GetAt(index); }
-    virtual LOD* GetLOD(std::string_view name) const { return lods_.Get(name); }
-    virtual int AddLOD(LOD* lod);
-    virtual int RemoveLOD(LOD* lod);
-    virtual int GetAnchorTypeCount() const { return anchorTypes_.GetCount(); }
-    virtual NamedObject* GetAnchorTypeAt(int index) const { return anchorTypes_.GetAt(index); }
-    virtual NamedObject* GetAnchorType(std::string_view name) const {
-        return anchorTypes_.Get(name);
-    }
-    virtual int AddAnchorType(NamedObject* type) { return anchorTypes_.Add(type); }
-    virtual int RemoveAnchorType(NamedObject* type) { return anchorTypes_.Remove(type); }
+    int GetLODCount() const { return lods_.GetCount(); }
+    LOD* GetLODAt(int index) const { return lods_.GetAt(index); }
+    LOD* GetLOD(std::string_view name) const { return lods_.Get(name); }
+    int AddLOD(LOD* lod);
+    int RemoveLOD(LOD* lod);
+    int GetAnchorTypeCount() const { return anchorTypes_.GetCount(); }
+    NamedObject* GetAnchorTypeAt(int index) const { return anchorTypes_.GetAt(index); }
+    NamedObject* GetAnchorType(std::string_view name) const { return anchorTypes_.Get(name); }
+    int AddAnchorType(NamedObject* type) { return anchorTypes_.Add(type); }
+    int RemoveAnchorType(NamedObject* type) { return anchorTypes_.Remove(type); }
 
     // -- template files -------------------------------------------------------------------------
 
     /// Reads a file; true without reading when it is loaded already.
-    virtual bool LoadTemplateFile(const char* path);
+    bool LoadTemplateFile(const char* path);
 
     /// The same with the bytes of another source; the path is what the definitions name as theirs.
-    virtual bool LoadTemplateStream(const char* path, ByteSource& source);
+    bool LoadTemplateStream(const char* path, ByteSource& source);
 
     /// Deletes what the file defined, except what is still referred to: that stays, recycled. True
     /// when the last object handled was deleted.
-    virtual bool UnloadTemplateFile(std::string_view path);
+    bool UnloadTemplateFile(std::string_view path);
 
     /// Enters a file as loaded, or takes that back.
-    virtual void AddLoadedFile(std::string_view path);
-    virtual void RemoveLoadedFile(std::string_view path);
+    void AddLoadedFile(std::string_view path);
+    void RemoveLoadedFile(std::string_view path);
     const LoadedFiles& GetLoadedFiles() const { return loadedFiles_; }
 
     // -- search paths and packages --------------------------------------------------------------
 
-    virtual int GetSearchPathCount() const { return searchPaths_.GetCount(); }
+    int GetSearchPathCount() const { return searchPaths_.GetCount(); }
     const SearchPaths& GetSearchPaths() const { return searchPaths_; }
 
     /// With its trailing backslash; "" out of range.
-    virtual const char* GetSearchPathAt(int index) const;
+    const char* GetSearchPathAt(int index) const;
 
     /// The index of an equal path (without regard to case), or the complement of the new index.
     /// With `load`, all packages below a new path are loaded.
-    virtual int AddSearchPath(std::string_view path, bool load);
+    int AddSearchPath(std::string_view path, bool load);
 
     /// The index removed, or the complement of the number of paths. Nothing is unloaded.
-    virtual int RemoveSearchPath(std::string_view path);
+    int RemoveSearchPath(std::string_view path);
 
     /// The names of all packages below the search paths; true when one path could be listed. For
     /// the loaded ones alone no path is listed: they come with the result false.
-    virtual bool EnumeratePackages(bool loadedOnly, SortedStringList& packages) const;
+    bool EnumeratePackages(bool loadedOnly, SortedStringList& packages) const;
 
     /// Loads all template files of a package directory below the first search path that has it.
-    virtual bool LoadPackage(std::string_view name);
+    bool LoadPackage(std::string_view name);
     bool IsPackageLoaded(std::string_view name) const { return packages_.count(name) > 0; }
 
     /// Enters a package as loaded, or takes that back.
@@ -179,7 +177,7 @@ public:
 
     /// Loads the file that holds a template by its full name; the prefixes are tried after the
     /// name itself.
-    virtual bool LoadTemplate(std::string_view name, const SortedStringList* prefixes);
+    bool LoadTemplate(std::string_view name, const SortedStringList* prefixes);
 
     // -- lives ----------------------------------------------------------------------------------
 

@@ -30,8 +30,8 @@ public:
 
     /// The item of that full name, or null.
     EnumerationItem* GetItem(std::string_view name) const { return items_.Get(name); }
-    virtual int GetItemCount() const { return items_.GetCount(); }
-    virtual EnumerationItem* GetItemAt(int index) const { return items_.GetAt(index); }
+    int GetItemCount() const { return items_.GetCount(); }
+    EnumerationItem* GetItemAt(int index) const { return items_.GetAt(index); }
 
     /// Takes the item of that full name out and gives its index, or a number below 0.
     int RemoveItem(EnumerationItem* item);

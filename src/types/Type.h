@@ -49,7 +49,7 @@ public:
     void SetFileName(std::string_view fileName);
 
     /// Recomputes the file name for a search path from the package and the file's own name.
-    virtual void SetSearchPath(std::string_view path);
+    void SetSearchPath(std::string_view path);
 
     Type* GetBaseType() const { return base_.Get(); }
     void SetBaseType(Type* base) { base_.Reset(base); }
