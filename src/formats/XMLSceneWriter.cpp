@@ -131,6 +131,9 @@ void XMLSceneWriter::WriteValue(const Type& type, const void* value, int count) 
         }
         return;
     }
+    const bool hasValues = storage->GetInlineSize(1) > 0; // not of a type that was made from none
+    if (!hasValues)
+        return;
     std::string text; // of an 8-bit integer the character, which need not read back
     if (count == 1) {
         storage->GetValueAsString(value, text, 0);

@@ -256,7 +256,7 @@ bool Instance::UsesLeavingTemplates() const {
     };
     const auto isOfLeaving = [&isLeaving](const PropertyInstance* propertyInstance) {
         const auto& holders = propertyInstance->GetProperty()->GetHolders();
-        return std::any_of(holders.begin(), holders.end(), isLeaving);
+        return holders.empty() || std::any_of(holders.begin(), holders.end(), isLeaving);
     };
     return std::any_of(templates_.begin(), templates_.end(), isLeaving) ||
            std::any_of(propertyInstances_.begin(), propertyInstances_.end(), isOfLeaving);

@@ -152,7 +152,8 @@ public:
                   const std::unordered_set<const Property*>& properties) const;
 
     /// Whether a template that it implements, or that lists a property it has, is leaving: emptied
-    /// by unloading, of a schema that ended, or only there for its users.
+    /// by unloading, of a schema that ended, or only there for its users. So does a property leave
+    /// that no template lists.
     bool UsesLeavingTemplates() const;
 
     /// Of an abandoned instance: takes templates and property instances away, so that the schema

@@ -70,7 +70,8 @@ TEST_F(RecycledTemplateTest, AVersionCopiedFromARecycledTemplateIsNotRecycled) {
     EXPECT_FALSE(IsRecycled(first));
     EXPECT_EQ(Find("One"), second) << "which was made meanwhile and is the latest";
     EXPECT_EQ(OviTemplate_GetLatestVersion(first), 2);
-    EXPECT_EQ(OviTemplateManager_CreateTemplateVersion("One", 3), Find("One"));
+    OviTemplate* third = OviTemplateManager_CreateTemplateVersion("One", 3);
+    EXPECT_EQ(Find("One"), third);
     EXPECT_EQ(OviTemplate_GetLatestVersion(first), 3);
 }
 
