@@ -23,6 +23,15 @@ struct XMLSceneWriter::OpenInstance {
     int nextPropertyInstance = 0;
     const AttributeInstance* attribute = nullptr; ///< The attribute whose element is open, if any.
     int nextElement = 0;
+
+    /// Goes on to the next nested instance of the open attribute; null after the last.
+    const Instance* NextNested() {
+        while (nextElement < attribute->GetDimension()) {
+            if (const Instance* nested = attribute->GetNestedInstance(nextElement++))
+                return nested;
+        }
+        return nullptr;
+    }
 };
 
 void XMLSceneWriter::WriteScene(AssetManager& scene) {
@@ -64,19 +73,12 @@ void XMLSceneWriter::WriteNextPropertyInstance(OpenInstance& open) {
 
 /// Values nest instances in instances to any depth, so the writing keeps a stack of its own.
 void XMLSceneWriter::WriteInstance(const Instance& instance) {
-    const auto nextNested = [](OpenInstance& open) -> const Instance* {
-        while (open.nextElement < open.attribute->GetDimension()) {
-            if (const Instance* nested = open.attribute->GetNestedInstance(open.nextElement++))
-                return nested;
-        }
-        return nullptr;
-    };
     std::vector<OpenInstance> path{{&instance}};
     StartInstance(instance);
     while (!path.empty()) {
         OpenInstance& open = path.back();
         if (open.attribute) {
-            if (const Instance* nested = nextNested(open)) {
+            if (const Instance* nested = open.NextNested()) {
                 StartInstance(*nested);
                 path.push_back({nested});
             } else {
@@ -124,25 +126,31 @@ void XMLSceneWriter::WriteValue(const Type& type, const void* value, int count) 
     const Type* storage = type.GetStorageType();
     if (!storage || !value || count < 1)
         return;
-    if (ObjectCast<Template>(storage)) {
-        for (const auto* each = static_cast<Instance* const*>(value); count > 0; ++each, --count) {
-            if (*each)
-                WriteInstance(**each);
-        }
-        return;
+    const bool hasTexts = storage->GetInlineSize(1) > 0; // not of a type that was made from none
+    if (ObjectCast<Template>(storage))
+        WriteElements(static_cast<Instance* const*>(value), count);
+    else if (hasTexts)
+        WriteElements(*storage, value, count);
+}
+
+void XMLSceneWriter::WriteElements(Instance* const* instances, int count) {
+    for (int i = 0; i < count; ++i) {
+        if (instances[i])
+            WriteInstance(*instances[i]);
     }
-    const bool hasValues = storage->GetInlineSize(1) > 0; // not of a type that was made from none
-    if (!hasValues)
-        return;
-    std::string text; // of an 8-bit integer the character, which need not read back
+}
+
+/// The text of an 8-bit integer is its character, which need not read back.
+void XMLSceneWriter::WriteElements(const Type& storage, const void* value, int count) {
+    std::string text;
     if (count == 1) {
-        storage->GetValueAsString(value, text, 0);
+        storage.GetValueAsString(value, text, 0);
         writer_.WriteAttribute("value", text);
         return;
     }
     for (int i = 0; i < count; ++i) {
         text.clear(); // text types append
-        storage->GetValueAsString(value, text, i);
+        storage.GetValueAsString(value, text, i);
         writer_.StartElement("value");
         writer_.WriteText(text);
         writer_.EndElement();

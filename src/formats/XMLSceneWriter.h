@@ -37,6 +37,8 @@ private:
     void StartInstance(const Instance& instance);
     void StartAttribute(const AttributeInstance& attribute);
     void WriteAttribute(const AttributeInstance& attribute);
+    void WriteElements(Instance* const* instances, int count);
+    void WriteElements(const Type& storage, const void* value, int count);
     void WriteNextPropertyInstance(OpenInstance& open);
     void WriteAnchor(const AnchorInstance& anchor);
     void WriteGeometry(const GeometryInstance& geometry);
