@@ -1,8 +1,8 @@
 /* Geometry in levels of detail.
  *
- * Levels of detail and alternates come from template files. A host gets further ones with
- * OviObject_Clone. Nobody owns those of files; a copy belongs to the host, also while lists refer
- * to it, and OviObject_Delete takes it out of them. */
+ * Levels of detail and alternates come from template files, and go with their schema. A host gets
+ * further ones with OviObject_Clone: such a copy is the host's, also while lists refer to it, and
+ * OviObject_Delete takes it out of them. */
 #ifndef OVI_GEOMETRY_PROPERTY_H
 #define OVI_GEOMETRY_PROPERTY_H
 

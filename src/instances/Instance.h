@@ -36,8 +36,6 @@ public:
     /// Announces the name before the name rule is applied, also one that is then refused.
     bool SetName(const char* name) override;
 
-    /// Writes the instance and all that is nested in its values.
-
     // -- templates ------------------------------------------------------------------------------
 
     /// The position, or the complement of the position of the entry that was overwritten. The

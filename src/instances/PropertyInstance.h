@@ -50,8 +50,6 @@ public:
 
     // -- what the kinds supply ------------------------------------------------------------------
 
-    /// As an element of a scene file.
-
     /// The size of the packed value as the property's type counts it.
     virtual int GetBinarySize() const = 0;
 

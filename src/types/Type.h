@@ -34,8 +34,6 @@ public:
     /// Takes a name with or without its package; false and no change when it breaks the rules.
     bool SetName(const char* name) override;
 
-    /// Writes the type's declaration.
-
     // -- identity -------------------------------------------------------------------------------
 
     const std::string& GetFullName() const { return fullName_; }
