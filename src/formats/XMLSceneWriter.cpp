@@ -165,7 +165,7 @@ void XMLSceneWriter::WriteAnchor(const AnchorInstance& anchor) {
     writer_.EndElement();
 }
 
-/// Without its binding: a scene does not keep what the host's own nodes were called.
+/// Without its binding: of a node alone, a scene says only that it is there.
 void XMLSceneWriter::WriteNode(const NodeInstance& node) {
     writer_.StartElement("node");
     writer_.WriteAttribute("property", node.GetKey());
