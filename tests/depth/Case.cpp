@@ -1,5 +1,8 @@
 #include "Case.h"
 
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
 #include <ctime>
 #include <fstream>
 #include <stdexcept>
@@ -53,4 +56,31 @@ void Run::Step(const char* name, const std::function<bool()>& work) {
 void Run::NoteSize(const std::string& path) {
     figures_.push_back(
         {"the saved file", "MB", static_cast<double>(std::filesystem::file_size(path)) / 1e6});
+}
+
+int RunCases(int argumentCount, char** arguments, const char* head, const std::vector<Case>& cases,
+             bool (*run)(const Case&, const std::filesystem::path& directory, int percent)) {
+    int percent = 100;
+    const char* part = "";
+    int next = 1;
+    for (; next + 2 < argumentCount; next += 2) {
+        if (!std::strcmp(arguments[next], "--scale"))
+            percent = std::atoi(arguments[next + 1]);
+        else if (!std::strcmp(arguments[next], "--only"))
+            part = arguments[next + 1];
+        else
+            break;
+    }
+    if (next + 1 != argumentCount || percent < 1) {
+        std::fprintf(stderr, "usage: %s [--scale PERCENT] [--only PART-OF-NAME] DIRECTORY\n",
+                     arguments[0]);
+        return 2;
+    }
+    std::puts(head);
+    bool done = true;
+    for (const Case& each : cases) {
+        if (std::strstr(each.name, part))
+            done = run(each, arguments[next], percent) && done;
+    }
+    return done ? 0 : 1;
 }

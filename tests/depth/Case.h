@@ -56,3 +56,9 @@ struct Case {
 
 /// All cases, in the order of the table.
 const std::vector<Case>& GetCases();
+
+/// What a program does that runs cases: reads `[--scale PERCENT] [--only PART-OF-NAME] DIRECTORY`,
+/// prints the head of the table, and runs the cases whose names have the part, at that many percent
+/// of their sizes. Gives the exit code: 0 when every run gave true.
+int RunCases(int argumentCount, char** arguments, const char* head, const std::vector<Case>& cases,
+             bool (*run)(const Case&, const std::filesystem::path& directory, int percent));

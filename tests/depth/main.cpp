@@ -6,8 +6,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
-#include <cstring>
 #include <exception>
 
 #include "Case.h"
@@ -54,26 +52,7 @@ bool RunCase(const Case& measured, const std::filesystem::path& directory, int p
 } // namespace
 
 int main(int argumentCount, char** arguments) {
-    int percent = 100;
-    const char* part = "";
-    int next = 1;
-    for (; next + 2 < argumentCount; next += 2) {
-        if (!std::strcmp(arguments[next], "--scale"))
-            percent = std::atoi(arguments[next + 1]);
-        else if (!std::strcmp(arguments[next], "--only"))
-            part = arguments[next + 1];
-        else
-            break;
-    }
-    if (next + 1 != argumentCount || percent < 1) {
-        std::fputs("usage: ovi_depth [--scale PERCENT] [--only PART-OF-NAME] DIRECTORY\n", stderr);
-        return 2;
-    }
-    std::puts("| Case | Step | Size | Twice the size | Growth |\n|---|---|--:|--:|--:|");
-    bool done = true;
-    for (const Case& measured : GetCases()) {
-        if (std::strstr(measured.name, part))
-            done = RunCase(measured, arguments[next], percent) && done;
-    }
-    return done ? 0 : 1;
+    return RunCases(argumentCount, arguments,
+                    "| Case | Step | Size | Twice the size | Growth |\n|---|---|--:|--:|--:|",
+                    GetCases(), &RunCase);
 }

@@ -5,32 +5,13 @@
 #include <gtest/gtest.h>
 
 #include "core/ByteStreams.h"
-#include "core/ErrorManager.h"
-#include "instances/AssetManager.h"
-#include "manager/TemplateManager.h"
-#include "notify/NotificationManager.h"
+#include "support/WithManagers.h"
 
 using namespace Kor;
 
 namespace {
 
-class SceneFileTest : public ::testing::Test {
-protected:
-    void SetUp() override {
-        ErrorManager::Get()->Initialize();
-        NotificationManager::Get()->Initialize();
-        TemplateManager::Get()->Initialize();
-        Scene().Initialize();
-    }
-    void TearDown() override {
-        Scene().Terminate();
-        TemplateManager::Get()->Terminate();
-        NotificationManager::Get()->Terminate();
-        ErrorManager::Get()->Terminate();
-    }
-
-    static AssetManager& Scene() { return *AssetManager::Get(); }
-};
+class SceneFileTest : public WithManagers {};
 
 /// A sink that takes so many bytes and then fails.
 class NarrowSink : public ByteSink {
