@@ -53,5 +53,5 @@ cat "$report/lines.txt"
 say "Branches"
 cat "$report/branches.txt"
 say "Summary"
-gcovr_report --txt /dev/null --print-summary "${thresholds[@]}" ||
+gcovr_report --txt "$report/summary.txt" --print-summary "${thresholds[@]}" ||
     fail "the coverage is below a threshold: ${thresholds[*]}"
