@@ -90,8 +90,7 @@ bool XMLInstanceListener::StartElement(std::string_view name, const XMLAttribute
 bool XMLInstanceListener::EndElement(std::string_view name) {
     if (IsForNobody())
         return false;
-    const bool isInnermost = !elements_.empty() && elements_.back().element->name == name;
-    const Element* element = isInnermost ? elements_.back().element : FindElement(name);
+    const Element* element = FindElement(name);
     if (ignoredDepth_ > 0) {
         if (element && element->start == &XMLInstanceListener::StartAsset)
             --ignoredDepth_;
