@@ -168,8 +168,7 @@ bool World::IsOwned(const Object& object) {
     if (const auto* item = ObjectCast<EnumerationItem>(&object); item && item->GetEnumeration())
         return true;
     if (const auto* type = ObjectCast<Type>(&object))
-        return type->IsRegistered() || type->IsDisplaced() || type->IsRetired() ||
-               type->IsLeftToUsers();
+        return type->GetOwner() != Owner::kHost;
     if (const auto* asset = ObjectCast<Asset>(&object))
         return asset->IsListed();
     if (const auto* instance = ObjectCast<Instance>(&object))

@@ -252,7 +252,8 @@ void Instance::LeaveAbandoned() {
 
 bool Instance::UsesLeavingTemplates() const {
     const auto isLeaving = [](const Template* used) {
-        return used->IsRecycled() || used->IsRetired() || used->IsLeftToUsers();
+        return used->IsRecycled() || used->GetOwner() == Owner::kEndedSchema ||
+               used->GetOwner() == Owner::kUsers;
     };
     const auto isOfLeaving = [&isLeaving](const PropertyInstance* propertyInstance) {
         const auto& holders = propertyInstance->GetProperty()->GetHolders();

@@ -91,7 +91,7 @@ int Instance::RemoveTemplate(Template* removed, bool notify) {
     const int position = Templates().FindEntry(removed);
     TypeRef leftToUsers; // may go with its last instance, but not before its callbacks
     if (Template* listed = Templates().GetAt(position)) {
-        if (listed->IsLeftToUsers())
+        if (listed->GetOwner() == Owner::kUsers)
             leftToUsers.Reset(listed);
         Templates().Remove(listed);
         listed->RemoveInstance();

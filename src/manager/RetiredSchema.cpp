@@ -38,11 +38,7 @@ bool IsUsedByInstances(const std::vector<Template*>& templates) {
 void RetiredSchema::TakeOver(ObjectRegistry<Template> templates,
                              ObjectRegistry<Enumeration> enumerations, ObjectRegistry<Type> types,
                              std::unordered_set<Type*> displaced) noexcept {
-    const auto leave = [](Type* type) {
-        type->SetRegistered(false);
-        type->SetDisplaced(false);
-        type->SetRetired(true);
-    };
+    const auto leave = [](Type* type) { type->SetOwner(Owner::kEndedSchema); };
     templates.ForEach(leave);
     enumerations.ForEach(leave);
     types.ForEach(leave);
@@ -61,7 +57,7 @@ void RetiredSchema::Retire(std::unique_ptr<RetiredSchema> schema) noexcept {
 void RetiredSchema::Forget(Type& type) noexcept {
     for (RetiredSchema* schema = waiting; schema; schema = schema->next_)
         schema->Drop(type);
-    type.SetRetired(false);
+    type.SetOwner(Owner::kHost);
 }
 
 void RetiredSchema::Drop(Type& type) noexcept {
@@ -148,7 +144,7 @@ bool RetiredSchema::Delete() {
     const std::vector<Type*> kept = group.Select(true);
     const std::vector<Type*> leaving = group.Select(false);
     for (Type* type : kept)
-        type->SetRetired(false);
+        type->SetOwner(Owner::kHost);
     TypeGroup::LeaveToUsers(kept); // nothing from here on needs memory
     TypeGroup::Delete(leaving);
     return true;

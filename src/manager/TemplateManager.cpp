@@ -82,7 +82,7 @@ void TemplateManager::Unregistered(Type* type) {
     if (auto* version = ObjectCast<Template>(type))
         versions_.Remove(*version);
     UnlistFile(*type);
-    type->SetRegistered(false);
+    type->SetOwner(Owner::kHost);
     if (!FindFile(type->GetFileName()))
         RemoveLoadedFile(type->GetFileName());
 }
@@ -262,10 +262,9 @@ template <class T> int TemplateManager::Register(ObjectRegistry<T>& registry, T*
     if (version)
         versions_.Add(*version);
     TakeBack(*object);
-    if (object->IsRetired())
-        RetiredSchema::Forget(*object); // it has another owner now
-    object->TakeFromUsers();
-    object->SetRegistered(true);
+    if (object->GetOwner() == Owner::kEndedSchema)
+        RetiredSchema::Forget(*object);
+    object->SetOwner(Owner::kRegistry);
     return result;
 }
 
@@ -275,8 +274,7 @@ void TemplateManager::Displace(Type& type) {
     if (auto* version = ObjectCast<Template>(&type))
         versions_.Remove(*version);
     UnlistFile(type);
-    type.SetRegistered(false);
-    type.SetDisplaced(true);
+    type.SetOwner(Owner::kManager);
 }
 
 void TemplateManager::GiveAway(Type& type) {
@@ -287,8 +285,8 @@ void TemplateManager::GiveAway(Type& type) {
 
 /// Once displaced, a type is no more when it gets a place again.
 void TemplateManager::TakeBack(Type& type) {
-    if (type.IsDisplaced()) {
-        type.SetDisplaced(false);
+    if (type.GetOwner() == Owner::kManager) {
+        type.SetOwner(Owner::kHost);
         displaced_.erase(&type);
     }
 }

@@ -76,7 +76,7 @@ void TypeGroup::LeaveToUsers(const std::vector<Type*>& types) {
     for (Type* type : types)
         type->AddUse(); // none goes before all are done
     for (Type* type : types) {
-        type->SetRetired(false);
+        type->SetOwner(Owner::kHost);
         Ending::End(type);
     }
     for (Type* type : types)

@@ -23,7 +23,7 @@ AttributeProperty::AttributeProperty(const AttributeProperty& source)
     Type* type = source.GetType();
     if (!type)
         return;
-    const bool isItsOwn = type->IsLeftToUsers() && ObjectCast<CustomType>(type);
+    const bool isItsOwn = type->GetOwner() == Owner::kUsers && ObjectCast<CustomType>(type);
     if (isItsOwn && !source.SharesLeftType()) {
         type = static_cast<Type*>(type->Clone().release());
         hasTypeOfItsOwn_ = true;
@@ -33,7 +33,7 @@ AttributeProperty::AttributeProperty(const AttributeProperty& source)
 }
 
 bool AttributeProperty::SharesLeftType() const {
-    return IsPrototype() && !hasTypeOfItsOwn_ && type_ && type_->IsLeftToUsers();
+    return IsPrototype() && !hasTypeOfItsOwn_ && type_ && type_->GetOwner() == Owner::kUsers;
 }
 
 void AttributeProperty::Leave() noexcept {

@@ -59,7 +59,7 @@ int Enumeration::AddItem(EnumerationItem* item) {
     // Whoever owned the item so far would delete it, too.
     if (Enumeration* before = item->GetEnumeration(); before && before != this)
         before->RemoveItem(item);
-    if (item->IsRegistered() || item->IsDisplaced())
+    if (item->IsRegistered() || item->GetOwner() == Owner::kManager)
         TemplateManager::Get()->GiveAway(*item);
     item->TakeFromUsers();
     EnumerationItem* replaced = nullptr;

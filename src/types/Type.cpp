@@ -37,11 +37,11 @@ Type::~Type() {
 }
 
 void Type::LeaveOwner() noexcept {
-    if (registered_ || displaced_)
+    if (owner_ == Owner::kRegistry || owner_ == Owner::kManager)
         TemplateManager::Get()->GiveAway(*this);
-    if (retired_)
+    if (owner_ == Owner::kEndedSchema)
         RetiredSchema::Forget(*this);
-    ownedByUsers_ = false;
+    owner_ = Owner::kHost;
 }
 
 void Type::Leave() noexcept {
@@ -108,17 +108,17 @@ void Type::UpdateFullName() {
 }
 
 void Type::MakeRoomInSortedLists() {
-    if (registered_)
+    if (IsRegistered())
         TemplateManager::Get()->MakeRoomFor(*this);
 }
 
 void Type::LeaveSortedLists() {
-    if (registered_)
+    if (IsRegistered())
         TemplateManager::Get()->Unlist(*this);
 }
 
 void Type::EnterSortedLists() {
-    if (registered_)
+    if (IsRegistered())
         TemplateManager::Get()->List(*this);
 }
 
@@ -155,7 +155,7 @@ void Type::SetSearchPath(std::string_view path) {
 }
 
 void Type::StoreFileName(std::string fileName) {
-    if (registered_) {
+    if (IsRegistered()) {
         TemplateManager::Get()->ListFile(*this, fileName);
         if (!EqualsIgnoreCase(fileName, fileName_))
             TemplateManager::Get()->UnlistFile(*this);
@@ -214,9 +214,9 @@ std::string Type::GetReadableText(const void* value, int index) const {
 }
 
 void Type::ReleaseUse() {
-    if (--useCount_ > 0 || !ownedByUsers_)
+    if (--useCount_ > 0 || owner_ != Owner::kUsers)
         return;
-    ownedByUsers_ = false;
+    owner_ = Owner::kHost;
     Ending::EndUnused(this);
 }
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "core/NamedObject.h"
+#include "core/Owner.h"
 #include "types/TypeRef.h"
 
 namespace Kor {
@@ -133,33 +134,29 @@ public:
     bool IsInUse() const { return useCount_ > 0; }
     int GetUseCount() const { return useCount_; }
 
-    /// Whether the template manager has the type in a registry and therefore owns it.
-    bool IsRegistered() const { return registered_; }
-    void SetRegistered(bool registered) { registered_ = registered; }
+    Owner GetOwner() const { return owner_; }
+    void SetOwner(Owner owner) { owner_ = owner; }
+    bool IsRegistered() const { return owner_ == Owner::kRegistry; }
 
-    /// Whether another object took the type's place in the registry: nobody else owns it then, so
-    /// the manager frees it in the end unless the host does so before.
-    bool IsDisplaced() const { return displaced_; }
-    void SetDisplaced(bool displaced) { displaced_ = displaced; }
-
-    /// Set while the type's manager is gone but the type is not: it is freed with the whole schema.
-    bool IsRetired() const { return retired_; }
-    void SetRetired(bool retired) { retired_ = retired; }
-
-    /// Hands a type that nobody else owns to those who use it: the last user frees it.
+    /// Hands a type that nobody but the host owns to those who use it: the last user frees it.
     void LeaveToUsers() {
-        leftCount_ += !ownedByUsers_ && useCount_ > 1 ? 1 : 0;
-        ownedByUsers_ = !registered_ && !displaced_ && !retired_ && !HasEnded();
+        leftCount_ += owner_ != Owner::kUsers && useCount_ > 1 ? 1 : 0;
+        if (HasEnded())
+            TakeFromUsers();
+        else if (owner_ == Owner::kHost)
+            owner_ = Owner::kUsers;
     }
-    bool IsLeftToUsers() const { return ownedByUsers_; }
-    void TakeFromUsers() { ownedByUsers_ = false; }
+    void TakeFromUsers() {
+        if (owner_ == Owner::kUsers)
+            owner_ = Owner::kHost;
+    }
 
     /// The type leaves its registry. It keeps what its values need, since those may live on.
     void Leave() noexcept override;
     bool IsNeeded() const override { return useCount_ > 0; }
     void StayForUsers() override {
         ++leftCount_;
-        ownedByUsers_ = true;
+        owner_ = Owner::kUsers;
     }
 
     /// Moves on whenever a type may have been left to several users.
@@ -203,10 +200,7 @@ private:
     int alignment_;
     int useCount_ = 0;
     bool recycled_ = false;
-    bool registered_ = false;
-    bool ownedByUsers_ = false;
-    bool displaced_ = false;
-    bool retired_ = false;
+    Owner owner_ = Owner::kHost;
 };
 
 } // namespace Kor

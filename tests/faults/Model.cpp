@@ -103,8 +103,9 @@ bool IsDeclared(const Kor::Property& property) {
 bool HasOwner(OviObject* object) {
     if (const auto* type = Inner<Kor::Type>(object)) {
         const auto* item = Inner<Kor::EnumerationItem>(object);
-        return type->IsRegistered() || type->IsDisplaced() ||
-               (type->IsLeftToUsers() && type->IsInUse()) || (item && item->GetEnumeration());
+        return type->IsRegistered() || type->GetOwner() == Kor::Owner::kManager ||
+               (type->GetOwner() == Kor::Owner::kUsers && type->IsInUse()) ||
+               (item && item->GetEnumeration());
     }
     if (const auto* property = Inner<Kor::Property>(object))
         return IsDeclared(*property);

@@ -75,8 +75,7 @@ private:
     }
 
     void Note(const Type& type) {
-        Expect(type.IsRegistered() && !type.IsDisplaced(), "not marked as registered",
-               type.GetKey());
+        Expect(type.IsRegistered(), "not marked as registered", type.GetKey());
         std::string file = type.GetFileName();
         std::transform(file.begin(), file.end(), file.begin(),
                        [](unsigned char c) { return static_cast<char>(std::tolower(c)); });

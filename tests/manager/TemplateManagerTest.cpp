@@ -213,12 +213,12 @@ TEST_F(TemplateManagerTest, ADeletedTypeWhosePlaceAnotherTookBelongsToItsUsersAl
     auto* former = new CustomType("Foo", 1);
     Manager().AddType(former);
     Manager().AddType(new CustomType("Foo", 1));
-    ASSERT_TRUE(former->IsDisplaced());
+    ASSERT_EQ(former->GetOwner(), Owner::kManager);
     AttributeProperty user("x", 1);
     user.SetType(former);
     OviObject_Delete(reinterpret_cast<OviObject*>(static_cast<Object*>(former)));
-    EXPECT_TRUE(former->IsLeftToUsers());
-    EXPECT_FALSE(former->IsDisplaced()) << "the manager would delete it, too";
+    EXPECT_EQ(former->GetOwner(), Owner::kUsers);
+    EXPECT_NE(former->GetOwner(), Owner::kManager) << "the manager would delete it, too";
 }
 
 TEST_F(TemplateManagerTest, ATypeWhosePlaceAnotherTookStaysTheManagersWhenAPropertyTakesIt) {
@@ -228,9 +228,9 @@ TEST_F(TemplateManagerTest, ATypeWhosePlaceAnotherTookStaysTheManagersWhenAPrope
     {
         AttributeProperty user("x", 1);
         user.SetType(former);
-        EXPECT_FALSE(former->IsLeftToUsers()) << "the property would delete it, too";
+        EXPECT_NE(former->GetOwner(), Owner::kUsers) << "the property would delete it, too";
     }
-    EXPECT_TRUE(former->IsDisplaced());
+    EXPECT_EQ(former->GetOwner(), Owner::kManager);
 }
 
 TEST_F(TemplateManagerTest, ATypeThatOutlivesItsManagerStaysItsSchemasWhenAPropertyTakesIt) {
@@ -243,7 +243,7 @@ TEST_F(TemplateManagerTest, ATypeThatOutlivesItsManagerStaysItsSchemasWhenAPrope
     AttributeProperty user("y", 1);
     user.SetType(former.GetType());
     former.SetType(nullptr);
-    EXPECT_FALSE(type->IsLeftToUsers()) << "the property would delete it, too";
+    EXPECT_NE(type->GetOwner(), Owner::kUsers) << "the property would delete it, too";
 }
 
 TEST_F(TemplateManagerTest, TheLoadedFilesFollowTheDefinitions) {

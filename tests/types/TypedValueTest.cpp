@@ -91,12 +91,12 @@ TEST(TypeRef, OtherTypesAreNeverFreed) {
 TEST(TypeRef, ARegisteredTypeIsNotLeftToUsers) {
     bool alive = false;
     auto* type = NewMortal(alive);
-    type->SetRegistered(true);
+    type->SetOwner(Owner::kRegistry);
     type->LeaveToUsers();
-    EXPECT_FALSE(type->IsLeftToUsers());
+    EXPECT_NE(type->GetOwner(), Owner::kUsers);
     TypeRef(type).Reset(nullptr);
     EXPECT_TRUE(alive);
-    type->SetRegistered(false);
+    type->SetOwner(Owner::kHost);
     delete type;
 }
 
