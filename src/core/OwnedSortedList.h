@@ -21,7 +21,7 @@ public:
         objects_.Reserve(other.GetCount());
         for (const T* object : other.objects_)
             objects_.Append(new T(*object));
-        copied.Forget();
+        copied.Commit();
     }
 
     OwnedSortedList& operator=(OwnedSortedList other) noexcept {

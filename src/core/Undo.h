@@ -11,16 +11,16 @@ public:
     Undo(const Undo&) = delete;
     Undo& operator=(const Undo&) = delete;
     ~Undo() {
-        if (!forgotten_)
+        if (!committed_)
             body_();
     }
 
     /// The step stays.
-    void Forget() { forgotten_ = true; }
+    void Commit() { committed_ = true; }
 
 private:
     Body body_;
-    bool forgotten_ = false;
+    bool committed_ = false;
 };
 
 } // namespace Kor

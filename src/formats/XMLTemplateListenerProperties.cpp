@@ -101,7 +101,7 @@ void XMLTemplateListener::SetAttributeValues(AttributeProperty& attribute,
         Undo made([&] { type->DeleteValue(block, type->GetDimension()); });
         type->GetValueFromString(text, block, 0);
         (attribute.*value.set)(block);
-        made.Forget();
+        made.Commit();
     }
 }
 

@@ -47,7 +47,7 @@ void XMLTemplateListener::AddView(std::unique_ptr<View> view) {
     views_.insert(view.get());
     Undo given([&] { views_.erase(view.get()); });
     owner->AddView(view.get());
-    given.Forget();
+    given.Commit();
     static_cast<void>(view.release()); // the template has it now
     if (former && views_.erase(former) > 0)
         delete former;

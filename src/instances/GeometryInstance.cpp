@@ -20,7 +20,7 @@ GeometryInstance::GeometryInstance(Instance& instance, GeometryProperty& propert
         nodes_.push_back(new NodeInstance(instance, *property.GetAlternateAt(i)));
         nodes_.back()->SetGeometry(this);
     }
-    made.Forget();
+    made.Commit();
 }
 
 GeometryInstance::~GeometryInstance() {

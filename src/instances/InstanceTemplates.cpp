@@ -25,7 +25,7 @@ int Instance::AddTemplate(Template* added, bool notify) {
     if (HasEnded() || added->HasEnded())
         return -1;
     AddPropertyInstances(added->GetInstanceProperties());
-    listed.Forget();
+    listed.Commit();
     if (replaced)
         replaced->RemoveInstance();
     return position;
@@ -62,7 +62,7 @@ void Instance::AddPropertyInstances(const std::vector<Property*>& properties) {
         if (auto created = property->CreateInstance(*this))
             Sorted().Append(created.release());
     }
-    made.Forget();
+    made.Commit();
 }
 
 /// All are made before the list changes, which then moves its entries once.
@@ -132,7 +132,7 @@ int Instance::UpdateTemplate(Template* old, bool notify) {
     }
     if (HasEnded())
         return -1;
-    updated.Forget();
+    updated.Commit();
     if (replaced)
         replaced->RemoveInstance();
     listed->RemoveInstance();

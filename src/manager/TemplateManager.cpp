@@ -138,7 +138,7 @@ int TemplateManager::AddTemplate(Template* added) {
     added->AddParent(root_);
     Undo parent([&] { added->RemoveParent(root_); });
     const int result = Register(templates_, added);
-    parent.Forget();
+    parent.Commit();
     return result;
 }
 
@@ -254,7 +254,7 @@ template <class T> int TemplateManager::Register(ObjectRegistry<T>& registry, T*
     Type* former = isListed ? nullptr : registry.Get(object->GetKey());
     if (former)
         displaced_.insert(former);
-    listed.Forget();
+    listed.Commit();
     const int result = registry.Insert(object); // there is room
     if (former)
         Displace(*former);
@@ -303,7 +303,7 @@ void TemplateManager::ListFile(Type& type, const std::string& fileName) {
             typesByFile_.erase(entry);
     });
     entry->second.insert(&type);
-    made.Forget();
+    made.Commit();
 }
 
 void TemplateManager::UnlistFile(Type& type) {

@@ -49,7 +49,7 @@ void AnchorTypeList::Enter(NamedObject* type) {
             Users().erase(type);
     });
     lists.insert(this);
-    entered.Forget();
+    entered.Commit();
 }
 
 void AnchorTypeList::Leave(const NamedObject* type) const {

@@ -55,7 +55,7 @@ void GeometryAlternate::SetLOD(LOD* lod) {
             lod->RemoveAlternate(this);
     });
     UpdateFullName();
-    changed.Forget();
+    changed.Commit();
     if (former && former != lod)
         former->RemoveAlternate(this);
 }

@@ -17,7 +17,7 @@ GeometryProperty::GeometryProperty(const GeometryProperty& source) : Property(so
     alternates_.Reserve(source.alternates_.GetCount());
     for (const GeometryAlternate* alternate : source.alternates_)
         AppendCopy(*alternate);
-    copied.Forget();
+    copied.Commit();
 }
 
 void GeometryProperty::Leave() noexcept {

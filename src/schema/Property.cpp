@@ -28,7 +28,7 @@ Property::Property(const Property& source)
         copy->AddLister(this);
         commands_.Append(copy.release());
     }
-    copied.Forget();
+    copied.Commit();
 }
 
 void Property::Leave() noexcept {
@@ -119,7 +119,7 @@ void Property::SetOwner(Template* owner) {
     Template* former = std::exchange(owner_, owner);
     Undo owned([&] { owner_ = former; });
     UpdateFullName();
-    owned.Forget();
+    owned.Commit();
     if (owner)
         staysForUsers_ = false; // it ends with that, and with its users no more
 }

@@ -95,7 +95,7 @@ void Template::SetVersion(int version) {
     });
     VersionedObject::SetVersion(version);
     UpdateFullName();
-    renumbered.Forget();
+    renumbered.Commit();
     EnterSortedLists();
 }
 

@@ -149,7 +149,7 @@ void Template::ShareChildren(Template* fallback) {
     });
     for (; shared < orphans.size(); ++shared)
         orphans[shared]->AddParent(fallback);
-    all.Forget();
+    all.Commit();
 }
 
 void Template::DropChildren() {

@@ -46,7 +46,7 @@ Instance* MakeForElement(std::string_view name, Template& type) {
     made->AddTemplate(&type, true);
     if (made->HasEnded())
         return nullptr;
-    undo.Forget();
+    undo.Commit();
     return made;
 }
 

@@ -32,7 +32,7 @@ Enumeration::Enumeration(const Enumeration& other) : BorrowingType(other) {
         copy->SetEnumeration(this);
         items_.Append(copy);
     }
-    copied.Forget();
+    copied.Commit();
 }
 
 Enumeration::~Enumeration() {

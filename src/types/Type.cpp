@@ -134,7 +134,7 @@ void Type::SetFileName(std::string_view fileName) {
             manager->RemoveLoadedFile(fileName);
     });
     StoreFileName(std::string(fileName));
-    entered.Forget();
+    entered.Commit();
     if (oldFileName != fileName_ && manager->GetTypesByFileName(oldFileName, nullptr, 0) == 0)
         manager->RemoveLoadedFile(oldFileName);
 }
