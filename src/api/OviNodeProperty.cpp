@@ -1,9 +1,9 @@
 #include "ovi/node_property.h"
 
 #include "api/Barrier.h"
+#include "instances/CompatibleAnchors.h"
 #include "instances/PropertyInstance.h"
 #include "schema/AnchorProperty.h"
-#include "schema/CompatibleAnchors.h"
 
 using namespace Kor;
 using namespace Kor::Api;

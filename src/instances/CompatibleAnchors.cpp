@@ -1,4 +1,4 @@
-#include "schema/CompatibleAnchors.h"
+#include "instances/CompatibleAnchors.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -6,10 +6,8 @@
 #include <unordered_map>
 #include <vector>
 
-// The scene is searched: the assets' headers know the schema, not the reverse.
 #include "instances/AssetManager.h"
 #include "instances/NodeInstance.h"
-
 #include "schema/AnchorProperty.h"
 #include "schema/Template.h"
 
