@@ -90,7 +90,8 @@ bool XMLInstanceListener::StartElement(std::string_view name, const XMLAttribute
 bool XMLInstanceListener::EndElement(std::string_view name) {
     if (IsForNobody())
         return false;
-    const Element* element = FindElement(name);
+    const bool isInnermost = !elements_.empty() && elements_.back().element->name == name;
+    const Element* element = isInnermost ? elements_.back().element : FindElement(name);
     if (ignoredDepth_ > 0) {
         if (element && element->start == &XMLInstanceListener::StartAsset)
             --ignoredDepth_;

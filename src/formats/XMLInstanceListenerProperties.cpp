@@ -86,10 +86,10 @@ bool XMLInstanceListener::StartAttribute(const XMLAttributes& attributes) {
 
 /// What the element does not fit is left alone: only attributes, nodes and anchors have bindings.
 void XMLInstanceListener::SetBindingAndLocks(const XMLAttributes& attributes) {
-    const char* binding = attributes.Find("binding");
-    auto* attribute = ObjectCast<AttributeInstance>(OpenPropertyInstance());
-    if (binding && attribute)
-        attribute->SetBinding(binding);
+    if (const char* binding = attributes.Find("binding")) {
+        if (auto* attribute = ObjectCast<AttributeInstance>(OpenPropertyInstance()))
+            attribute->SetBinding(binding);
+    }
     const char* bindingLock = attributes.Find("lockBinding");
     if (bindingLock && OpenPropertyInstance())
         OpenPropertyInstance()->SetBindingLocked(ReadFlag(bindingLock));

@@ -117,8 +117,11 @@ void XMLSceneWriter::StartAttribute(const AttributeInstance& attribute) {
 
 void XMLSceneWriter::WriteAttribute(const AttributeInstance& attribute) {
     StartAttribute(attribute);
-    if (const Type* stored = attribute.GetStoredType())
-        WriteValue(*stored, attribute.GetStoredValue(), attribute.GetDimension());
+    const void* value = attribute.GetStoredValue();
+    if (value && attribute.HoldsInstances())
+        WriteElements(static_cast<Instance* const*>(value), attribute.GetDimension());
+    else if (value)
+        WriteElements(*attribute.GetStoredType(), value, attribute.GetDimension());
     writer_.EndElement();
 }
 
