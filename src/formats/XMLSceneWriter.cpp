@@ -117,11 +117,8 @@ void XMLSceneWriter::StartAttribute(const AttributeInstance& attribute) {
 
 void XMLSceneWriter::WriteAttribute(const AttributeInstance& attribute) {
     StartAttribute(attribute);
-    const void* value = attribute.GetStoredValue();
-    if (value && attribute.HoldsInstances())
-        WriteElements(static_cast<Instance* const*>(value), attribute.GetDimension());
-    else if (value)
-        WriteElements(*attribute.GetStoredType(), value, attribute.GetDimension());
+    if (const Type* stored = attribute.GetStoredType())
+        WriteValue(*stored, attribute.GetStoredValue(), attribute.GetDimension());
     writer_.EndElement();
 }
 
@@ -129,11 +126,10 @@ void XMLSceneWriter::WriteValue(const Type& type, const void* value, int count) 
     const Type* storage = type.GetStorageType();
     if (!storage || !value || count < 1)
         return;
-    const bool hasTexts = storage->GetInlineSize(1) > 0; // not of a type that was made from none
-    if (ObjectCast<Template>(storage))
-        WriteElements(static_cast<Instance* const*>(value), count);
-    else if (hasTexts)
+    if (storage->GetInlineSize(1) > 0) // neither instances nor of a type that was made from none
         WriteElements(*storage, value, count);
+    else if (ObjectCast<Template>(storage))
+        WriteElements(static_cast<Instance* const*>(value), count);
 }
 
 void XMLSceneWriter::WriteElements(Instance* const* instances, int count) {
