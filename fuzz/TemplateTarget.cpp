@@ -9,10 +9,10 @@
 
 #include "api/SchemaDump.h"
 #include "core/ByteStreams.h"
+#include "formats/XMLTemplateFileWriter.h"
 #include "manager/TemplateManager.h"
 #include "ovi/ovi.h"
 #include "support/Finding.h"
-#include "formats/XMLTemplateFileWriter.h"
 
 using namespace Kor;
 

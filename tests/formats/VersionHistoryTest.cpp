@@ -7,8 +7,8 @@
 
 #include "api/SchemaDump.h"
 #include "core/ByteStreams.h"
-#include "schema/Managed.h"
 #include "formats/XMLTemplateFileWriter.h"
+#include "schema/Managed.h"
 
 namespace Kor {
 namespace {
