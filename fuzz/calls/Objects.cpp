@@ -103,8 +103,8 @@ void Objects::FollowTemplate(const Template& definition) {
         Add(definition.GetChildAt(i));
     for (const Property* property : definition.GetDeclaredProperties())
         Add(property);
-    for (int i = 0; i < definition.GetViewCount(); ++i)
-        Add(definition.GetViewAt(i));
+    for (int i = 0; i < definition.GetViews().GetCount(); ++i)
+        Add(definition.GetViews().GetAt(i));
 }
 
 void Objects::FollowProperty(Property& property) {

@@ -109,28 +109,30 @@ OviProperty* OviTemplate_GetProperty(OviTemplate* self, const char* name) {
 }
 
 int OviTemplate_CreateView(OviTemplate* self, const char* name) {
-    return With<Template>(self, -1,
-                          [name](Template& target) { return target.CreateView(Text(name)); });
+    return With<Template>(
+        self, -1, [name](Template& target) { return target.GetViews().Create(Text(name)); });
 }
 
 int OviTemplate_AddView(OviTemplate* self, OviView* view) {
-    return WithBoth<Template, View>(
-        self, view, -1, [](Template& target, View& added) { return target.AddView(&added); });
+    return WithBoth<Template, View>(self, view, -1, [](Template& target, View& added) {
+        return target.GetViews().Add(&added);
+    });
 }
 
 int OviTemplate_RemoveView(OviTemplate* self, OviView* view) {
     return WithBoth<Template, View>(self, view, -1, [](Template& target, View& removed) {
-        return target.RemoveView(&removed);
+        return target.GetViews().Remove(&removed);
     });
 }
 
 int OviTemplate_GetViewCount(OviTemplate* self) {
-    return With<Template>(self, 0, [](Template& target) { return target.GetViewCount(); });
+    return With<Template>(self, 0, [](Template& target) { return target.GetViews().GetCount(); });
 }
 
 OviView* OviTemplate_GetViewAt(OviTemplate* self, int index) {
-    return With<Template>(
-        self, kNoView, [index](Template& target) { return To<OviView>(target.GetViewAt(index)); });
+    return With<Template>(self, kNoView, [index](Template& target) {
+        return To<OviView>(target.GetViews().GetAt(index));
+    });
 }
 
 OviView* OviTemplate_GetView(OviTemplate* self, const char* name, bool includeInherited) {

@@ -46,7 +46,7 @@ void XMLTemplateListener::AddView(std::unique_ptr<View> view) {
     View* former = owner->GetView(view->GetKey(), false);
     views_.insert(view.get());
     Undo given([&] { views_.erase(view.get()); });
-    owner->AddView(view.get());
+    owner->GetViews().Add(view.get());
     given.Forget();
     static_cast<void>(view.release()); // the template has it now
     if (former && views_.erase(former) > 0)

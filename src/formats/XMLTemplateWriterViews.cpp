@@ -32,8 +32,8 @@ const char* GetFileName(int levelType) {
 /// The views that each version lists. All versions must be known to a reader by then.
 void XMLTemplateWriter::WriteViews(const std::vector<const Template*>& versions) {
     for (const Template* version : versions) {
-        for (int i = 0; i < version->GetViewCount(); ++i)
-            WriteView(*version->GetViewAt(i), version);
+        for (int i = 0; i < version->GetViews().GetCount(); ++i)
+            WriteView(*version->GetViews().GetAt(i), version);
     }
 }
 

@@ -8,10 +8,8 @@
 // The root, to which templates without parents fall back, is the manager's.
 #include "manager/TemplateManager.h"
 
-#include "core/Ending.h"
 #include "core/Kept.h"
 #include "core/MakeRoom.h"
-#include "core/Names.h"
 #include "core/Undo.h"
 #include "schema/SchemaHistory.h"
 #include "schema/SchemaRevision.h"
@@ -150,57 +148,6 @@ void Template::EnterSortedLists() {
     Type::EnterSortedLists();
 }
 
-// -- views ----------------------------------------------------------------------------------------
-
-int Template::CreateView(std::string_view name) {
-    if (!IsValidName(name))
-        return -1;
-    auto view = std::make_unique<View>(name, this);
-    const int result = AddView(view.get());
-    static_cast<void>(view.release()); // the list has it now
-    return result;
-}
-
-int Template::AddView(View* view) {
-    views_.MakeRoomFor(view->GetKey());
-    view->MakeRoomForLister();
-    MakeRoomForTiedView();
-    View* replaced = nullptr;
-    const int result = views_.Insert(view, &replaced);
-    if (replaced)
-        replaced->RemoveLister(this);
-    view->AddLister(this);
-    if (result >= 0)
-        view->SetTemplate(this);
-    return result;
-}
-
-int Template::RemoveView(View* view) {
-    const std::string_view key = view->GetKey();
-    View* removed = views_.Contains(view) ? view : views_.Get(key);
-    if (!removed)
-        return views_.Find(key);
-    removed->RemoveLister(this);
-    removed->SetTemplate(nullptr);
-    view->SetTemplate(nullptr);
-    return views_.Remove(removed);
-}
-
-void Template::UntieView(View& view) {
-    tiedViews_.Remove(&view);
-}
-
-void Template::DropViews() {
-    // A view may be an item of another one and go with that: it then leaves the list by itself.
-    while (!views_.IsEmpty()) {
-        View* view = views_.GetAt(views_.GetCount() - 1);
-        views_.RemoveExactly(view);
-        view->RemoveLister(this);
-        if (view->GetTemplate() == this || !view->IsListed())
-            Ending::End(view);
-    }
-}
-
 // -- lives ----------------------------------------------------------------------------------------
 
 void Template::Clear(Template* fallback) {
@@ -210,14 +157,13 @@ void Template::Clear(Template* fallback) {
 
 /// What clearing takes away; needs no memory.
 void Template::DropLinks() {
-    DropViews();
+    views_.Drop();
     DropParents(nullptr);
     DropChildren();
     DropProperties(false);
     DropRetired(false);
     ReleaseRemoved();
-    while (!tiedViews_.IsEmpty())
-        tiedViews_.GetLast()->SetTemplate(nullptr);
+    views_.LetGo();
 }
 
 void Template::SortForClearing(std::vector<Template*>& templates) {
@@ -233,7 +179,7 @@ void Template::BeginRedefinition(Template* parent) {
                                static_cast<size_t>(copies));
     if (parent)
         AddParent(parent);
-    DropViews();
+    views_.Drop();
     DropParents(parent);
     DropProperties(true);
     DropRetired(true);

@@ -14,7 +14,7 @@
 #include "schema/InheritedProperties.h"
 #include "schema/ParentTimes.h"
 #include "schema/Property.h"
-#include "schema/View.h"
+#include "schema/TemplateViews.h"
 #include "types/Type.h"
 
 namespace Kor {
@@ -175,15 +175,10 @@ public:
 
     // -- views ----------------------------------------------------------------------------------
 
-    /// Adds a new view of that name; -1 for an invalid name.
-    int CreateView(std::string_view name);
+    TemplateViews& GetViews() { return views_; }
+    const TemplateViews& GetViews() const { return views_; }
 
-    /// The index, or the complement of the index of the view of that name that was overwritten
-    /// (and is neither deleted nor unlinked).
-    int AddView(View* view);
-    int RemoveView(View* view);
-    int GetViewCount() const { return views_.GetCount(); }
-    View* GetViewAt(int index) const { return views_.GetAt(index); }
+    /// The view of that name, or with inherited ones the first that an ancestor has.
     View* GetView(std::string_view name, bool includeInherited) const;
 
     // -- the subtree, children in descending key order ------------------------------------------
@@ -282,19 +277,13 @@ public:
     /// (other types write theirs to the first bytes). Nothing where the dimension is fixed.
     void WriteCountToBinary(int count, BinaryPacker& packer) const;
 
-    // -- kept for Property, View and the walks --------------------------------------------------
+    // -- kept for Property and the walks --------------------------------------------------------
 
     /// False when the lookup does not have the property: an older definition.
     bool UnlistName(Property& property);
     void MakeRoomForName();
     void ListName(Property& property) { propertiesByName_.Place(&property); }
     void ForgetProperty(Property& property);
-    void MakeRoomForView() { views_.MakeRoom(); }
-    void UnlistView(View& view) { views_.RemoveExactly(&view); }
-    void ListView(View& view) { views_.Place(&view); }
-    void MakeRoomForTiedView() { tiedViews_.MakeRoom(); }
-    void TieView(View& view) { tiedViews_.Add(&view); }
-    void UntieView(View& view);
     const SortedObjectList<Template>& GetParents() const { return parents_; }
 
     /// True for the first visit of this template in a walk.
@@ -359,7 +348,6 @@ private:
     void DropLinks();
     void DropParents(const Template* kept);
     void DropChildren();
-    void DropViews();
     void DropProperties(bool keepUsed);
     Property* GetLastLeft() const;
     void LetGoOfLast(Property& property);
@@ -389,9 +377,7 @@ private:
     PointerList<Property> retiredProperties_;
     /// Properties that were taken out but go on naming this template as their owner.
     PointerList<Property> removedProperties_;
-    ObjectRegistry<View> views_;
-    /// The views that name this template as theirs, listed or not.
-    TiedList<View> tiedViews_;
+    TemplateViews views_{*this};
     int instanceCount_ = 0;
     unsigned creationTime_;
 

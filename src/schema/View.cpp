@@ -9,8 +9,8 @@ namespace Kor {
 
 void View::Leave() noexcept {
     SetTemplate(nullptr);
-    for (Template* lister : listers_)
-        lister->UnlistView(*this);
+    for (TemplateViews* lister : listers_)
+        lister->Unlist(*this);
     listers_.clear();
     Group::Leave();
 }
@@ -25,32 +25,32 @@ bool View::SetName(const char* name) {
     if (!IsValidName(TextOf(name)))
         return false;
     CompactString stored(TextOf(name)); // first, since no list has the view while it is renamed
-    for (Template* lister : listers_)
-        lister->MakeRoomForView();
-    for (Template* lister : listers_)
-        lister->UnlistView(*this);
+    for (TemplateViews* lister : listers_)
+        lister->MakeRoom();
+    for (TemplateViews* lister : listers_)
+        lister->Unlist(*this);
     SwapName(stored);
-    for (Template* lister : listers_)
-        lister->ListView(*this);
+    for (TemplateViews* lister : listers_)
+        lister->List(*this);
     return true;
 }
 
 void View::SetTemplate(Template* owner) {
     if (owner)
-        owner->MakeRoomForTiedView();
+        owner->GetViews().MakeRoomToTie();
     if (owner_)
-        owner_->UntieView(*this);
+        owner_->GetViews().Untie(*this);
     owner_ = owner;
     if (owner_)
-        owner_->TieView(*this);
+        owner_->GetViews().Tie(*this);
 }
 
-void View::AddLister(Template* lister) {
-    if (listers_.FindInFewSteps(lister) == PointerList<Template>::kNotFound)
+void View::AddLister(TemplateViews* lister) {
+    if (listers_.FindInFewSteps(lister) == PointerList<TemplateViews>::kNotFound)
         listers_.push_back(lister);
 }
 
-void View::RemoveLister(Template* lister) {
+void View::RemoveLister(TemplateViews* lister) {
     listers_.TakeOut(lister);
 }
 

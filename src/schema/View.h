@@ -7,6 +7,7 @@
 namespace Kor {
 
 class Template;
+class TemplateViews;
 
 /// The root of one view; belongs to a template.
 class View : public Group, public Tied {
@@ -41,15 +42,15 @@ public:
     /// Kept by the templates that list the view.
     bool IsListed() const { return !listers_.empty(); }
     void MakeRoomForLister() { MakeRoom(listers_); }
-    void AddLister(Template* lister);
-    void RemoveLister(Template* lister);
+    void AddLister(TemplateViews* lister);
+    void RemoveLister(TemplateViews* lister);
 
 private:
     friend class Group; // copies views among the items of a group
     View(const View& source) : Group(source) { SetTemplate(source.owner_); }
 
     Template* owner_ = nullptr;
-    PointerList<Template> listers_;
+    PointerList<TemplateViews> listers_;
 };
 
 } // namespace Kor

@@ -141,11 +141,12 @@ private:
                    "child does not know its parent", type.GetKey());
         CheckProperties(type);
         CheckList(
-            "view", type.GetViewCount(), [&](int i) { return type.GetViewAt(i); },
+            "view", type.GetViews().GetCount(), [&](int i) { return type.GetViews().GetAt(i); },
             [&](std::string_view key) { return type.GetView(key, false); });
-        for (int i = 0; i < type.GetViewCount(); ++i) {
-            Expect(type.GetViewAt(i)->IsListed(), "view does not know its template", type.GetKey());
-            CheckGroup(*type.GetViewAt(i));
+        for (int i = 0; i < type.GetViews().GetCount(); ++i) {
+            Expect(type.GetViews().GetAt(i)->IsListed(), "view does not know its template",
+                   type.GetKey());
+            CheckGroup(*type.GetViews().GetAt(i));
         }
     }
 
@@ -286,8 +287,8 @@ private:
                 Rename(*command);
             Rename(*property);
         }
-        for (View* view :
-             Collect<View>(type.GetViewCount(), [&](int i) { return type.GetViewAt(i); }))
+        for (View* view : Collect<View>(type.GetViews().GetCount(),
+                                        [&](int i) { return type.GetViews().GetAt(i); }))
             Rename(*view);
         if (&type != TemplateManager::Get()->GetRoot() && type.GetVersion() == 1 &&
             type.GetLatestVersion() == 1)

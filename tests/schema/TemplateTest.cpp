@@ -62,24 +62,24 @@ TEST_F(TemplateTest, ACloneSucceedsItsSource) {
 TEST_F(TemplateTest, AViewOfATakenNameStaysThatOfItsTemplateAndSoDoesTheOlderOne) {
     Template& mesh = Make("Mesh");
     Template& other = Make("Other");
-    mesh.CreateView("Main");
+    mesh.GetViews().Create("Main");
     const std::unique_ptr<View> older(mesh.GetView("Main", false));
     auto* newer = new View("Main", &other);
-    EXPECT_EQ(mesh.AddView(newer), ~0);
+    EXPECT_EQ(mesh.GetViews().Add(newer), ~0);
     EXPECT_EQ(mesh.GetView("Main", false), newer);
     EXPECT_EQ(newer->GetTemplate(), &other);
     EXPECT_EQ(older->GetTemplate(), &mesh);
-    EXPECT_EQ(mesh.RemoveView(newer), 0);
+    EXPECT_EQ(mesh.GetViews().Remove(newer), 0);
     delete newer;
 }
 
 TEST_F(TemplateTest, AViewIsRemovedByItsNameAndLeavesItsTemplateToo) {
     Template& mesh = Make("Mesh");
-    mesh.CreateView("Main");
+    mesh.GetViews().Create("Main");
     const std::unique_ptr<View> listed(mesh.GetView("Main", false));
     View namesake("Main", &mesh);
-    EXPECT_EQ(mesh.RemoveView(&namesake), 0);
-    EXPECT_EQ(mesh.GetViewCount(), 0);
+    EXPECT_EQ(mesh.GetViews().Remove(&namesake), 0);
+    EXPECT_EQ(mesh.GetViews().GetCount(), 0);
     EXPECT_EQ(listed->GetTemplate(), nullptr);
     EXPECT_EQ(namesake.GetTemplate(), nullptr);
 }
