@@ -56,10 +56,10 @@ std::vector<Template*> AbandonedInstances::Strip(size_t& looked) {
     looked = std::min(looked, all.size());
     while (looked < all.size()) {
         Instance* instance = all[looked];
-        if (instance->IsHandedOut() && !instance->UsesLeavingTemplates())
-            ++looked;
-        else
+        if (instance->UsesLeavingTemplates())
             instance->LetGoOfSchema(released); // and the last one takes its place
+        else
+            ++looked;
     }
     std::sort(released.begin(), released.end());
     released.erase(std::unique(released.begin(), released.end()), released.end());

@@ -27,8 +27,8 @@ public:
     static void Remove(unsigned place) noexcept;
 
     /// Takes templates and property instances away from those that have any of a template that is
-    /// leaving, and from those that go themselves. `looked` says how many were looked at before and
-    /// need not be again, since they stay. Gives the templates that they used.
+    /// leaving. `looked` says how many were looked at before and need not be again, since they have
+    /// none. Gives the templates that they used.
     static std::vector<Template*> Strip(size_t& looked);
 
 private:

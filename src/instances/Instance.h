@@ -140,7 +140,6 @@ public:
 
     /// The host gets the handle.
     void HandOut() { handedOut_ = true; }
-    bool IsHandedOut() const { return handedOut_; }
 
     /// Takes away what the instance has of a template (or null) that ended and of such properties.
     void DropEnded(const Template* ended, const std::unordered_set<const Property*>& properties);
